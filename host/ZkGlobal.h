@@ -1,0 +1,41 @@
+// Export macros of the host libraries. A library is built with ZK_BUILD_<NAME> defined and so exports
+// what its header declares; everyone else imports it.
+#pragma once
+
+#include <QtGlobal>
+
+#ifdef ZK_BUILD_CORE
+#define ZKCORE_EXPORT Q_DECL_EXPORT
+#else
+#define ZKCORE_EXPORT Q_DECL_IMPORT
+#endif
+
+#ifdef ZK_BUILD_DATAMODEL
+#define ZKDATAMODEL_EXPORT Q_DECL_EXPORT
+#else
+#define ZKDATAMODEL_EXPORT Q_DECL_IMPORT
+#endif
+
+#ifdef ZK_BUILD_MEDIAPLAYER
+#define ZKMEDIAPLAYER_EXPORT Q_DECL_EXPORT
+#else
+#define ZKMEDIAPLAYER_EXPORT Q_DECL_IMPORT
+#endif
+
+#ifdef ZK_BUILD_WIDGETS
+#define ZKWIDGETS_EXPORT Q_DECL_EXPORT
+#else
+#define ZKWIDGETS_EXPORT Q_DECL_IMPORT
+#endif
+
+#ifdef ZK_BUILD_TIMELINEVIEW
+#define ZKTIMELINEVIEW_EXPORT Q_DECL_EXPORT
+#else
+#define ZKTIMELINEVIEW_EXPORT Q_DECL_IMPORT
+#endif
+
+#ifdef ZK_BUILD_UTILITY
+#define ZKUTILITY_EXPORT Q_DECL_EXPORT
+#else
+#define ZKUTILITY_EXPORT Q_DECL_IMPORT
+#endif

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "ZkMediaGlobal.h"
+
+#include <QImage>
+#include <QSize>
+#include <QString>
+
+#include <memory>
+
+namespace zk::media {
+
+enum class OutputFormat {
+    ProRes4444Mov,
+    Vp9Webm,
+    Ffv1Mkv, // lossless
+    PngSequence, // DIR/%05d.png, lossless, numbered from 0
+    H264Mp4,
+};
+
+// By the suffix, upper or lower case: .mov, .webm, .mkv, .mp4, or a numbered .png pattern. False, with
+// a sentence for the user that lists what can be written, for any other.
+ZKMEDIA_EXPORT bool formatFor(const QString &path, OutputFormat *format, QString *error);
+
+// Formats without alpha ignore that of the frames: composite them over a background first.
+ZKMEDIA_EXPORT bool supportsAlpha(OutputFormat format);
+ZKMEDIA_EXPORT bool supportsAudio(OutputFormat format);
+
+// The size that a picture has in the file. H.264 (4:2:0) has even sizes only: an odd edge is doubled.
+ZKMEDIA_EXPORT QSize encodedSize(OutputFormat format, const QSize &size);
+
+// Deletes what a writer that was killed has left beside the target. Parts of writers that are alive
+// stay.
+ZKMEDIA_EXPORT void removeStaleParts(const QString &targetPath);
+
+struct OutputSettings
+{
+    OutputFormat format = OutputFormat::ProRes4444Mov;
+    QSize size;
+    int frameRateNum = 25;
+    int frameRateDen = 1;
+    // The file whose sound goes with the pictures, from its start on and no longer than the pictures;
+    // empty, or a file without sound, for a silent output.
+    QString audioSourcePath;
+    // How many frames will be written; 0 when that is not known. Used to refuse early what cannot fit.
+    qint64 frameCount = 0;
+};
+
+// Writes a video or a numbered sequence. The output is complete or absent: everything goes to a hidden
+// name beside the target, which takes the target's name (and place) in finish() and is gone after
+// abort() or when the writer is destroyed without finish(). Not thread-safe.
+class ZKMEDIA_EXPORT MediaWriter
+{
+public:
+    // Null when the folder is missing or not writable, or the settings cannot be encoded; error then
+    // holds one sentence for the user.
+    static std::unique_ptr<MediaWriter>
+    create(const QString &path, const OutputSettings &settings, QString *error);
+    virtual ~MediaWriter();
+    MediaWriter(const MediaWriter &) = delete;
+    MediaWriter &operator=(const MediaWriter &) = delete;
+
+    // The next frame, of the settings' size, in any format (straight-alpha Format_RGBA8888 is not
+    // converted). After a failure nothing more can be written: the output is already removed.
+    bool write(const QImage &rgba, QString *error);
+
+    // Completes the file and puts it in place. On failure the target is as it was before.
+    bool finish(QString *error);
+    void abort();
+
+protected:
+    explicit MediaWriter(OutputSettings settings);
+    const OutputSettings &settings() const { return m_settings; }
+
+private:
+    virtual bool encode(const QImage &rgba, QString *error) = 0;
+    virtual bool complete(QString *error) = 0;
+    virtual void discard() = 0;
+
+    OutputSettings m_settings;
+    bool m_isOpen = true;
+};
+
+} // namespace zk::media

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "ZkMediaGlobal.h"
+
+#include <QImage>
+#include <QJsonObject>
+#include <QSize>
+
+#include <memory>
+
+namespace zk::media {
+
+struct SampleOptions
+{
+    QSize size {640, 360};
+    int frames = 72;
+    int frameRate = 24;
+};
+
+// A clip drawn by code: a hot-air balloon drifts over a panning landscape, sways, breathes a little and
+// passes behind a post, with motion blur and camera noise. Its true matte is known at every pixel. The
+// same options draw the same pictures. frame() and matte() may be called from any thread.
+class ZKMEDIA_EXPORT SampleClip
+{
+public:
+    explicit SampleClip(const SampleOptions &options = {});
+    ~SampleClip();
+
+    const SampleOptions &options() const;
+
+    // Format_RGBA8888, opaque. Null outside [0, options().frames).
+    QImage frame(int index) const;
+    // Format_Grayscale8: 255 where the object alone is seen, 0 where none of it is, in between at its
+    // soft edge. What the post hides is 0.
+    QImage matte(int index) const;
+    // What a user would paint on frame 0: {"strokes":[{"frame","mode","width","points"}]}, one keep
+    // stroke and one remove stroke, in pixels.
+    QJsonObject strokes() const;
+
+    // The clip in the format of clipPath's suffix and, unless matteDir is empty, one %05d.png per frame
+    // in that folder.
+    bool write(const QString &clipPath,
+               const QString &matteDir,
+               QString *error,
+               bool withAudioTone = false) const;
+
+private:
+    struct Scene;
+    std::unique_ptr<Scene> m_scene;
+};
+
+} // namespace zk::media

@@ -4,6 +4,14 @@
 
 #include <QtGlobal>
 
+// Interfaces without code of their own: their type information must be one across libraries, so that
+// dynamic_cast works between them. Windows compares type names and needs nothing.
+#if defined(__GNUC__) && !defined(_WIN32)
+#define ZK_INTERFACE __attribute__((visibility("default")))
+#else
+#define ZK_INTERFACE
+#endif
+
 #ifdef ZK_BUILD_CORE
 #define ZKCORE_EXPORT Q_DECL_EXPORT
 #else

@@ -1,0 +1,17 @@
+// Builds and runs against the installed tree: lists an empty preset model with its "None" entry.
+#include <QApplication>
+
+#include <ZCutoutPresetItemModel.h>
+#include <ZkDataModel.h>
+#include <ZkSmartKeyingPresenter.h>
+
+int main(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    ZCutoutPresetItemModel model(nullptr);
+    model.addVirtualNoneItem();
+    const bool hasPresenter = ZkSmartKeyingPresenter::staticMetaObject.indexOfSignal(
+                                  "sigSmartKeyingSegmentChanged()")
+        >= 0;
+    return model.rowCount() == 1 && hasPresenter ? 0 : 1;
+}

@@ -1,0 +1,44 @@
+// What "zkstudio cutout" was asked to do.
+#pragma once
+
+#include "ZkExitCode.h"
+
+#include <QColor>
+#include <QString>
+#include <QStringList>
+
+namespace zk::app {
+
+struct CutoutOptions
+{
+    enum class Direction { Forward, Backward, Both };
+
+    QString input;
+    QString strokesFile; // empty with a given matte
+    QString matteFile; // empty with strokes
+    qint64 matteFrame = 0;
+    Direction direction = Direction::Both;
+    QString preset; // slug; empty: the plain cutout
+    bool matteOnly = false;
+    QColor backgroundColour; // invalid: none
+    QString backgroundPicture;
+    QStringList outputs;
+    QString contactSheet;
+    QString truthFolder; // %05d.png true mattes to compare with
+    QString libraryFolder; // empty: the user's
+    QString presetServer;
+    bool json = false;
+
+    // Success, and *this is complete, or the code to leave with; message then holds the help, the
+    // version or what is wrong with the arguments (without the program's and the command's name).
+    ExitCode parse(const QStringList &arguments, QString *message);
+    static QString help();
+
+private:
+    ExitCode check(QString *message);
+    bool readMatte(const QString &text);
+    bool readDirection(const QString &text);
+    bool readBackground(const QString &text);
+};
+
+} // namespace zk::app

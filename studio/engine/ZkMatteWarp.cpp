@@ -1,0 +1,134 @@
+#include "ZkMatteWarp.h"
+
+#include <opencv2/imgproc.hpp>
+
+#include <algorithm>
+#include <cmath>
+
+namespace zk::engine {
+
+namespace {
+
+// field is premultiplied with weight. Each level asks the next coarser one for what it lacks.
+void pushPull(cv::Mat &field, cv::Mat &weight)
+{
+    if (std::min(field.cols, field.rows) <= 1)
+        return;
+    const cv::Size half((field.cols + 1) / 2, (field.rows + 1) / 2);
+    cv::Mat coarseField, coarseWeight;
+    cv::resize(field, coarseField, half, 0, 0, cv::INTER_AREA);
+    cv::resize(weight, coarseWeight, half, 0, 0, cv::INTER_AREA);
+    pushPull(coarseField, coarseWeight);
+    cv::resize(coarseField, coarseField, field.size(), 0, 0, cv::INTER_LINEAR);
+    cv::resize(coarseWeight, coarseWeight, field.size(), 0, 0, cv::INTER_LINEAR);
+    // The coarse share is small wherever there is weight of its own: vectors that are known stay.
+    for (int y = 0; y < field.rows; ++y) {
+        for (int x = 0; x < field.cols; ++x) {
+            float &own = weight.at<float>(y, x);
+            const float share = std::max(1e-3f, 1.0f - own);
+            field.at<cv::Vec2f>(y, x) += share * coarseField.at<cv::Vec2f>(y, x);
+            own += share * coarseWeight.at<float>(y, x);
+        }
+    }
+}
+
+// 1 where going forward and back again ends nearby, falling to 0.
+cv::Mat trust(const MotionField &motion, double consistency)
+{
+    cv::Mat result(motion.forward.size(), CV_32F);
+    const cv::Rect area({0, 0}, result.size());
+    for (int y = 0; y < result.rows; ++y) {
+        for (int x = 0; x < result.cols; ++x) {
+            const cv::Vec2f there = motion.forward.at<cv::Vec2f>(y, x);
+            const cv::Point at(cvRound(x + there[0]), cvRound(y + there[1]));
+            float &value = result.at<float>(y, x);
+            value = 0.0f;
+            if (!area.contains(at))
+                continue;
+            const cv::Vec2f loop = there + motion.backward.at<cv::Vec2f>(at);
+            value = float(std::exp(-loop.dot(loop) / (2.0 * consistency * consistency)));
+        }
+    }
+    return result;
+}
+
+cv::Mat identityMap(const cv::Size &size)
+{
+    cv::Mat map(size, CV_32FC2);
+    for (int y = 0; y < size.height; ++y) {
+        for (int x = 0; x < size.width; ++x)
+            map.at<cv::Vec2f>(y, x) = {float(x), float(y)};
+    }
+    return map;
+}
+
+cv::Mat sampled(const cv::Mat &image, const cv::Mat &map)
+{
+    cv::Mat result;
+    cv::remap(image, result, map, {}, cv::INTER_LINEAR, cv::BORDER_REPLICATE);
+    return result;
+}
+
+// For each pixel of the later frame the place p with p + flow(p) = pixel.
+cv::Mat originMap(const cv::Mat &flow, const cv::Mat &identity, int rounds)
+{
+    cv::Mat origin = identity;
+    for (int round = 0; round < rounds; ++round)
+        origin = identity - sampled(flow, origin);
+    return origin;
+}
+
+// Lab difference between the later frame and the earlier one at the origins, a little smoothed.
+cv::Mat colorError(const cv::Mat &earlierLab, const cv::Mat &laterLab, const cv::Mat &origin)
+{
+    cv::Mat difference, error;
+    cv::absdiff(sampled(earlierLab, origin), laterLab, difference);
+    cv::transform(difference, error, cv::Matx13f(1, 1, 1));
+    error.convertTo(error, CV_32F);
+    cv::boxFilter(error, error, -1, {3, 3});
+    return error;
+}
+
+} // namespace
+
+cv::Mat continuedField(const cv::Mat &field, const cv::Mat &weight)
+{
+    cv::Mat filled(field.size(), CV_32FC2);
+    cv::Mat sum = weight.clone();
+    for (int y = 0; y < field.rows; ++y) {
+        for (int x = 0; x < field.cols; ++x)
+            filled.at<cv::Vec2f>(y, x) = field.at<cv::Vec2f>(y, x) * weight.at<float>(y, x);
+    }
+    pushPull(filled, sum);
+    for (int y = 0; y < field.rows; ++y) {
+        for (int x = 0; x < field.cols; ++x)
+            filled.at<cv::Vec2f>(y, x) /= std::max(sum.at<float>(y, x), 1e-6f);
+    }
+    return filled;
+}
+
+WarpedMatte warpMatte(const cv::Mat &matte,
+                      const MotionField &motion,
+                      const cv::Mat &earlierLab,
+                      const cv::Mat &laterLab,
+                      const MatteWarpOptions &options)
+{
+    const cv::Mat trusted = trust(motion, options.consistency);
+    const cv::Mat objectFlow = continuedField(motion.forward, trusted.mul(matte));
+    const cv::Mat backgroundFlow = continuedField(motion.forward, trusted.mul(1.0 - matte));
+    const cv::Mat identity = identityMap(matte.size());
+    const cv::Mat objectOrigin = originMap(objectFlow, identity, options.rounds);
+    const cv::Mat backgroundOrigin = originMap(backgroundFlow, identity, options.rounds);
+
+    const cv::Mat fromObject = sampled(matte, objectOrigin);
+    const cv::Mat fromBackground = sampled(matte, backgroundOrigin);
+    const cv::Mat advantage = colorError(earlierLab, laterLab, backgroundOrigin)
+        - colorError(earlierLab, laterLab, objectOrigin);
+    // Where both motions agree there is nothing to decide.
+    const cv::Mat conflict = cv::abs(fromObject - fromBackground);
+    cv::Mat correction = cv::min(cv::max(advantage * options.photometric, -1.0), 1.0);
+    cv::Mat object = fromObject + correction.mul(conflict);
+    return {cv::min(cv::max(object, 0.0), 1.0), objectOrigin - identity};
+}
+
+} // namespace zk::engine

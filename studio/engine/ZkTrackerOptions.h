@@ -1,0 +1,29 @@
+// What can be set about the stages of the object tracker.
+#pragma once
+
+#include "ZkAppearanceModel.h"
+#include "ZkEvidence.h"
+#include "ZkFrameFeatures.h"
+#include "ZkGraphCut.h"
+#include "ZkMatteRefiner.h"
+#include "ZkMotion.h"
+
+namespace zk::engine {
+
+struct TrackerOptions
+{
+    FeatureOptions features;
+    MotionOptions motion;
+    AppearanceOptions appearance;
+    EvidenceOptions evidence;
+    GraphCutOptions cut {1.5, 1.0};
+    MatteRefinerOptions refiner;
+
+    int adaptEvery = 2;             // frames between two updates of the appearance
+    double lostShare = 0.25;        // of the usual area: below it the object is searched for
+    double searchGrowth = 0.15;     // growth of the searched box per frame, share of its size
+    double foundShare = 0.15;       // of the usual area: smaller finds are not believed
+    double foundLogit = 2.0;        // mean logit of the network over a find that is believed
+};
+
+} // namespace zk::engine

@@ -1,0 +1,66 @@
+// Not public. Renders pictures in a worker thread, the newest request first and alone.
+#pragma once
+
+#include <QImage>
+#include <QObject>
+#include <QThread>
+
+#include <functional>
+
+namespace zk::player {
+
+// Requests that come while a picture is being rendered are answered together by the next one, so that
+// any number of them costs at most two renderings. Lives on the GUI thread.
+class PictureQueue : public QObject
+{
+    Q_OBJECT
+
+public:
+    // Runs in the worker thread; null when it fails.
+    using Job = std::function<QImage()>;
+    // Called on the GUI thread when a rendering starts, so that it sees what is current then. An empty
+    // job: there is nothing to show.
+    using Prepare = std::function<Job()>;
+
+    enum Request {
+        Passing, // one of a run of frames, nobody waits for it
+        Repaint, // what is shown is outdated: who waits, waits for this one, too
+        Awaited, // settled() follows, once for each such request
+    };
+
+    explicit PictureQueue(Prepare prepare, QObject *parent = nullptr);
+    // Waits for the worker.
+    ~PictureQueue() override;
+
+    void request(Request kind);
+    bool isBusy() const { return m_isBusy; }
+    // Returns when the worker has nothing left to do, and throws its picture away. Requests that are
+    // awaited are still settled.
+    void discard();
+
+Q_SIGNALS:
+    // Posted. A null picture: the rendering has failed, or there was nothing to show.
+    void rendered(const QImage &picture);
+    // After rendered(), and only when no newer picture is awaited.
+    void settled();
+
+private:
+    void startNext();
+    void finish(const QImage &picture);
+    void settle();
+
+    Prepare m_prepare;
+    QThread m_thread;
+    QObject m_worker; // lives in the thread; jobs are posted to it
+
+    // Requests are numbered.
+    quint64 m_newest = 0;
+    quint64 m_running = 0;
+    quint64 m_finished = 0;
+    quint64 m_discarded = 0; // up to this one
+    quint64 m_settlesAt = 0;
+    int m_awaited = 0;
+    bool m_isBusy = false;
+};
+
+} // namespace zk::player

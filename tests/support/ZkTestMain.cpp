@@ -2,6 +2,7 @@
 
 #include <QLocale>
 #include <QMutex>
+#include <QTemporaryDir>
 
 #include <cstdio>
 
@@ -86,6 +87,10 @@ int runMain(int argc, char **argv, const std::function<int(int, char **)> &body)
 {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Outside a login session, as on build machines, Qt warns that it has no runtime directory.
+    const QTemporaryDir runtimeDir;
+    if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
+        qputenv("XDG_RUNTIME_DIR", runtimeDir.path().toLocal8Bit());
     qputenv("QT_HASH_SEED", "0");
     qSetGlobalQHashSeed(0);
     QLocale::setDefault(QLocale::c());

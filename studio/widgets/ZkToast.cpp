@@ -127,7 +127,8 @@ QPixmap ZkToast::icon() const
 void ZkToast::showToast()
 {
     show();
-    raise();
+    if (!isWindow()) // a window of this kind comes to the top by itself
+        raise();
     auto *fade = findChild<QPropertyAnimation *>();
     fade->stop();
     fade->start();

@@ -1,0 +1,161 @@
+#include "ZkTestMain.h"
+
+#include "ZkCore.h"
+
+#include <QSemaphore>
+
+#include <atomic>
+#include <memory>
+#include <thread>
+
+namespace {
+
+const QString type = QStringLiteral("resourceChanged");
+
+bool post(const QVariant &data = QVariant())
+{
+    return ZkCustomEventManager::instance()->postEvent(type, data);
+}
+
+} // namespace
+
+class ZkCustomEventTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void deliversInOrderUntilTaken();
+    void handlerMayPostRegisterAndDestroy();
+    void capturesGoWithTheListener();
+    void destructorWaitsForOtherThreads();
+    void listenersComeAndGoWhileThreadsPost();
+};
+
+void ZkCustomEventTest::deliversInOrderUntilTaken()
+{
+    QStringList calls;
+    const auto record = [&calls](const char *name, bool take) {
+        return [&calls, name, take](const ZkCustomEvent &event) {
+            calls.append(QLatin1String(name) + event.data.toString());
+            return take && event.data.toInt() == 2;
+        };
+    };
+    QVERIFY(!post(0));
+    {
+        const ZkCustomEventListener a(type, record("a", false));
+        const ZkCustomEventListener other(QStringLiteral("another type"), record("other", true));
+        const ZkCustomEventListener empty(type, nullptr);
+        const ZkCustomEventListener b(type, record("b", true));
+        const ZkCustomEventListener c(type, record("c", true));
+        QVERIFY(!post(1));
+        QVERIFY(post(2));
+    }
+    QVERIFY(!post(2));
+    QCOMPARE(calls.join(QLatin1Char(' ')), QStringLiteral("a1 b1 c1 a2 b2"));
+}
+
+void ZkCustomEventTest::handlerMayPostRegisterAndDestroy()
+{
+    QStringList calls;
+    std::unique_ptr<ZkCustomEventListener> own;
+    std::unique_ptr<ZkCustomEventListener> later;
+    std::unique_ptr<ZkCustomEventListener> added;
+    const auto name = [&calls](const char *text) {
+        return [&calls, text](const ZkCustomEvent &) {
+            calls.append(QLatin1String(text));
+            return false;
+        };
+    };
+    own = std::make_unique<ZkCustomEventListener>(type, [&](const ZkCustomEvent &event) {
+        const int depth = event.data.toInt();
+        calls.append(QStringLiteral("own%1").arg(depth));
+        if (depth == 0) {
+            post(1);
+            return false;
+        }
+        later.reset();
+        own.reset();
+        added = std::make_unique<ZkCustomEventListener>(type, name("added"));
+        return false;
+    });
+    const ZkCustomEventListener kept(type, name("kept"));
+    later = std::make_unique<ZkCustomEventListener>(type, name("later"));
+
+    post(0);
+    QCOMPARE(calls.join(QLatin1Char(' ')), QStringLiteral("own0 own1 kept kept"));
+    calls.clear();
+    post(0);
+    QCOMPARE(calls.join(QLatin1Char(' ')), QStringLiteral("kept added"));
+}
+
+void ZkCustomEventTest::capturesGoWithTheListener()
+{
+    const auto captured = std::make_shared<int>(0);
+    std::unique_ptr<ZkCustomEventListener> second;
+    const ZkCustomEventListener first(type, [&](const ZkCustomEvent &) {
+        second.reset(); // this delivery has yet to come to it
+        return captured.use_count() > 1;
+    });
+    second = std::make_unique<ZkCustomEventListener>(
+        type, [captured](const ZkCustomEvent &) { return *captured == 0; });
+    QCOMPARE(captured.use_count(), 2L);
+    QVERIFY(!post());
+
+    second = std::make_unique<ZkCustomEventListener>(
+        type, [captured](const ZkCustomEvent &) { return *captured == 0; });
+    second.reset();
+    QCOMPARE(captured.use_count(), 1L);
+}
+
+void ZkCustomEventTest::destructorWaitsForOtherThreads()
+{
+    QSemaphore entered;
+    std::atomic<bool> returned {false};
+    auto listener = std::make_unique<ZkCustomEventListener>(type, [&](const ZkCustomEvent &) {
+        entered.release();
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        returned = true;
+        return true;
+    });
+    std::thread poster([] { post(); });
+    entered.acquire();
+    listener.reset();
+    QVERIFY(returned);
+    poster.join();
+}
+
+void ZkCustomEventTest::listenersComeAndGoWhileThreadsPost()
+{
+    std::atomic<bool> stop {false};
+    std::atomic<int> delivered {0};
+    std::atomic<int> late {0};
+    std::vector<std::thread> posters;
+    for (int i = 0; i < 3; ++i) {
+        posters.emplace_back([&stop] {
+            while (!stop)
+                post();
+        });
+    }
+    QElapsedTimer elapsed;
+    elapsed.start();
+    for (int round = 0; (round < 300 || delivered < 300) && !elapsed.hasExpired(20000); ++round) {
+        std::atomic<bool> alive {true};
+        {
+            const ZkCustomEventListener listener(type, [&](const ZkCustomEvent &) {
+                std::this_thread::yield();
+                ++(alive ? delivered : late);
+                return false;
+            });
+            std::this_thread::yield();
+        }
+        alive = false;
+    }
+    stop = true;
+    for (std::thread &poster : posters)
+        poster.join();
+    QVERIFY(delivered >= 300);
+    QCOMPARE(late.load(), 0);
+}
+
+ZK_TEST_CORE_MAIN(ZkCustomEventTest)
+#include "ZkCustomEventTest.moc"

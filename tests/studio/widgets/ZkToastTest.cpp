@@ -1,0 +1,126 @@
+#include "ZkTestMain.h"
+
+#include "ZkWidgets.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QPointer>
+#include <QScreen>
+
+class ZkToastTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void isPlacedUnderTheTopEdge();
+    void breaksLongTexts();
+    void isShownForThreeSeconds_data();
+    void isShownForThreeSeconds();
+    void goesWithItsParent();
+};
+
+namespace {
+
+QPixmap icon()
+{
+    QPixmap pixmap(24, 24);
+    pixmap.fill(Qt::green);
+    return pixmap;
+}
+
+} // namespace
+
+void ZkToastTest::isPlacedUnderTheTopEdge()
+{
+    QWidget parent;
+    parent.resize(900, 500);
+    parent.show();
+    const QPixmap given = icon();
+    auto *toast = ZkToast::creatToast(QStringLiteral("Saved"), &parent, given, 30);
+    QCOMPARE(toast->text(), QStringLiteral("Saved"));
+    QCOMPARE(toast->icon().cacheKey(), given.cacheKey());
+    QVERIFY(!toast->isVisible());
+    QCOMPARE(toast->y(), 30);
+    QVERIFY(qAbs(toast->geometry().center().x() - parent.rect().center().x()) <= 1);
+    toast->move(5, 6);
+    toast->showToast();
+    QVERIFY(toast->isVisible());
+    QCOMPARE(toast->pos(), QPoint(5, 6));
+
+    const QImage image = parent.grab(toast->geometry()).toImage();
+    QCOMPARE(image.pixelColor(image.width() / 2, 3), QColor(0x34, 0x37, 0x3d));
+    QCOMPARE(image.pixelColor(0, 0), parent.palette().color(QPalette::Window)); // a round corner
+}
+
+void ZkToastTest::breaksLongTexts()
+{
+    const QString text =
+        QString(400, QLatin1Char('m')).replace(QLatin1String("mmmm"), QLatin1String("mmm "));
+    QWidget parent;
+    for (int width : {1600, 300}) {
+        parent.resize(width, 2000);
+        const auto *line = ZkToast::creatToast(QStringLiteral("m"), &parent, icon(), 0);
+        const auto *paragraph = ZkToast::creatToast(text, &parent, icon(), 0);
+        QVERIFY(paragraph->height() > 3 * line->height());
+        QVERIFY(paragraph->width() < qMin(width, 600));
+        QVERIFY(parent.rect().contains(paragraph->geometry()));
+    }
+}
+
+void ZkToastTest::isShownForThreeSeconds_data()
+{
+    QTest::addColumn<bool>("hasParent");
+    QTest::newRow("in a widget") << true;
+    QTest::newRow("on the screen") << false;
+}
+
+void ZkToastTest::isShownForThreeSeconds()
+{
+    QFETCH(bool, hasParent);
+    QWidget window;
+    QLineEdit editor(&window);
+    window.resize(600, 300);
+    window.show();
+    editor.setFocus();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+
+    const QPointer<ZkToast> toast = ZkToast::creatToast(
+        QStringLiteral("Tracking has ended"), hasParent ? &window : nullptr, icon(), 20);
+    QElapsedTimer elapsed;
+    elapsed.start();
+    if (!hasParent && QGuiApplication::platformName() == QLatin1String("offscreen"))
+        QTest::ignoreMessage(QtWarningMsg, "This plugin does not support raise()");
+    toast->showToast();
+    QVERIFY(QTest::qWaitForWindowExposed(toast->window()));
+    if (!hasParent) {
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        QCOMPARE(toast->y(), screen.y() + 20);
+        QVERIFY(qAbs(toast->geometry().center().x() - screen.center().x()) <= 1);
+    }
+    QTest::qWait(2700);
+    QVERIFY(toast && toast->isVisible());
+    QVERIFY(editor.hasFocus());
+    QCOMPARE(QApplication::activeWindow(), &window);
+    QTRY_VERIFY_WITH_TIMEOUT(!toast, 3000);
+    QVERIFY(elapsed.elapsed() >= 2950);
+    QVERIFY(window.isVisible());
+}
+
+void ZkToastTest::goesWithItsParent()
+{
+    QPointer<ZkToast> toast;
+    {
+        QWidget parent;
+        parent.show();
+        toast = ZkToast::creatToast(QStringLiteral("Saved"), &parent, QPixmap(), 0);
+        toast->showToast();
+        toast->showToast(); // begins anew
+        QTest::qWait(50);
+        QVERIFY(toast);
+    }
+    QVERIFY(!toast);
+}
+
+ZK_TEST_MAIN(ZkToastTest)
+#include "ZkToastTest.moc"

@@ -73,8 +73,9 @@ ExitCode CutoutOptions::parse(const QStringList &arguments, QString *message)
     const bool parsed = parser.parse(QStringList(QStringLiteral("zkstudio")) + arguments);
     json = parser.isSet(QStringLiteral("json"));
     if (parser.isSet(QStringLiteral("help"))) {
+        isHelp = true;
         *message = help();
-        return ExitCode::Usage;
+        return ExitCode::Success;
     }
     *message = parser.errorText();
     if (!parsed)

@@ -28,9 +28,10 @@ struct CutoutOptions
     QString libraryFolder; // empty: the user's
     QString presetServer;
     bool json = false;
+    bool isHelp = false; // nothing but the help was asked for
 
-    // Success, and *this is complete, or the code to leave with; message then holds the help, the
-    // version or what is wrong with the arguments (without the program's and the command's name).
+    // Success, and *this is complete, or the code to leave with; message then holds the
+    // help or what is wrong. The arguments come without the program's and the command's name.
     ExitCode parse(const QStringList &arguments, QString *message);
     static QString help();
 

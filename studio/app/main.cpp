@@ -1,0 +1,74 @@
+// zkstudio: the reference editor. Without windows it does its work as a command line program.
+#include "ZkCutoutJob.h"
+#include "ZkInterrupt.h"
+#include "ZkPresetsCommand.h"
+#include "ZkProgressReport.h"
+#include "ZkSampleCommand.h"
+
+#include <QApplication>
+#include <QLoggingCategory>
+
+#include <cstdio>
+
+namespace {
+
+using zk::app::ExitCode;
+
+const char usage[] = "zkstudio: cuts objects out of videos\n"
+                     "\n"
+                     "  zkstudio cutout IN --strokes FILE.json -o OUT   cut out what is painted\n"
+                     "  zkstudio sample DIR                             draw the sample clip\n"
+                     "  zkstudio presets                                list the looks\n"
+                     "  zkstudio COMMAND --help                         more about a command\n"
+                     "  zkstudio --version\n";
+
+ExitCode runCutout(const QStringList &arguments)
+{
+    zk::app::CutoutOptions options;
+    QString message;
+    const ExitCode parsed = options.parse(arguments, &message);
+    if (options.isHelp) {
+        std::fputs(message.toUtf8().constData(), stdout);
+        return ExitCode::Success;
+    }
+    zk::app::ProgressReport report(options.json);
+    if (parsed != ExitCode::Success) {
+        report.error(parsed, message);
+        return parsed;
+    }
+    zk::app::catchInterrupts();
+    return zk::app::CutoutJob(options, &report).run();
+}
+
+ExitCode runCommand(const QStringList &arguments)
+{
+    const QString command = arguments.value(1);
+    if (command == QLatin1String("cutout"))
+        return runCutout(arguments.mid(2));
+    if (command == QLatin1String("sample"))
+        return zk::app::runSampleCommand(arguments.mid(2));
+    if (command == QLatin1String("presets"))
+        return zk::app::runPresetsCommand(arguments.mid(2));
+    if (command == QLatin1String("--version")) {
+        std::printf("zkstudio %s\n", qPrintable(QCoreApplication::applicationVersion()));
+        return ExitCode::Success;
+    }
+    const bool isHelp = command == QLatin1String("--help") || command == QLatin1String("-h");
+    std::fputs(usage, isHelp ? stdout : stderr);
+    return isHelp ? ExitCode::Success : ExitCode::Usage;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    // No command opens a window: pictures, cursors and fonts need no display.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false\n*.info=false"));
+    QApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("ZkStudio"));
+    QCoreApplication::setOrganizationName(QStringLiteral("ZkStudio"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(ZK_VERSION));
+    return int(runCommand(QCoreApplication::arguments()));
+}

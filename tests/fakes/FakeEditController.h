@@ -1,0 +1,104 @@
+// The edit controller that createSmartKeyingEditController() hands out.
+#pragma once
+
+#include "FakeEffects.h"
+
+namespace zk::fake {
+
+class EditController : public IZkSmartKeyingEditController
+{
+public:
+    // The one that lives.
+    ZKFAKES_EXPORT static EditController *instance();
+
+    void addObserver(IZkSmartKeyingEditControllerObserver *observer) override
+    {
+        note("controller.addObserver");
+        observers.append(observer);
+    }
+    void removeObserver(IZkSmartKeyingEditControllerObserver *observer) override
+    {
+        note("controller.removeObserver");
+        observers.removeOne(observer);
+    }
+    // Fails for a clip without media, as the host does. The edit timeline starts 100 frames into the
+    // project's.
+    bool initialise(IZkClip *source,
+                    IZkMediaPlayer *player,
+                    qint64 *initialFrame,
+                    ZKSMARTKEYING::ZkSmartKeyingBusinessType type) override
+    {
+        note("controller.initialise", player != nullptr, *initialFrame, int(type));
+        initialised = source->source() != nullptr;
+        *initialFrame -= 100;
+        return initialised;
+    }
+    IZkClip *editClip() const override { return initialised ? &clip : nullptr; }
+    IZkTimeline *editTimeline() const override { return initialised ? &clip.line : nullptr; }
+    void switchWorkMode(ZKSMARTKEYING::ZkSegmentWorkMode mode) override
+    {
+        note("controller.switchWorkMode", int(mode));
+        clip.cutout.mode = mode;
+    }
+    bool addMask(qint64 frame, const QImage &) override
+    {
+        return change("controller.addMask", frame);
+    }
+    bool subtractMask(qint64 frame, const QImage &) override
+    {
+        return change("controller.subtractMask", frame);
+    }
+    bool eraseMask(qint64 frame, const QImage &) override
+    {
+        return change("controller.eraseMask", frame);
+    }
+    bool setMatte(qint64 frame, const QImage &) override
+    {
+        return change("controller.setMatte", frame);
+    }
+    int startTracking(qint64 frame,
+                      ZKSMARTKEYING::ZkSegmentToTrackDirect direct,
+                      ZKSMARTKEYING::ZkSegmentToTrackType type) override
+    {
+        note("controller.startTracking", frame, int(direct), int(type));
+        if (trackingResult == ZKSMARTKEYING::TrackingStarted)
+            clip.cutout.mode = ZKSMARTKEYING::TrackingMode;
+        return trackingResult;
+    }
+    void stopTracking() override
+    {
+        note("controller.stopTracking");
+        clip.cutout.mode = ZKSMARTKEYING::EditingMode;
+    }
+    void apply() override { note("controller.apply"); }
+    void cancelApply() override
+    {
+        note("controller.cancelApply");
+        finishSave(ZKSMARTKEYING::SaveCancelled);
+    }
+    void releaseMediaPlayer() override { note("controller.releaseMediaPlayer"); }
+
+    void finishSave(int result)
+    {
+        const auto listeners = observers;
+        for (IZkSmartKeyingEditControllerObserver *observer : listeners)
+            observer->onSaveFinishedEvent(result);
+    }
+
+    bool initialised = false;
+    bool reportsMasks = true;
+    int trackingResult = ZKSMARTKEYING::TrackingStarted;
+    mutable Clip clip {"edit"};
+    QVector<IZkSmartKeyingEditControllerObserver *> observers;
+
+private:
+    bool change(const char *call, qint64 frame)
+    {
+        note(call, frame);
+        if (reportsMasks)
+            clip.line.report({ZKTIMELINE::SegmentChange, ZKTIMELINE::SegmentData});
+        return true;
+    }
+};
+
+} // namespace zk::fake

@@ -1,0 +1,34 @@
+// One list of what happened to all fakes, so that tests can check orders across objects.
+#pragma once
+
+#include <QStringList>
+#include <QVariant>
+
+#ifdef ZK_BUILD_FAKEDATAMODEL
+#define ZKFAKES_EXPORT Q_DECL_EXPORT
+#else
+#define ZKFAKES_EXPORT Q_DECL_IMPORT
+#endif
+
+namespace zk::fake {
+
+ZKFAKES_EXPORT QStringList &journal();
+
+// Arguments are joined by commas.
+template<typename... Args>
+void note(const char *call, const Args &...args)
+{
+    QStringList texts {QVariant(args).toString()...};
+    journal() += texts.isEmpty()
+        ? QString::fromLatin1(call)
+        : QStringLiteral("%1(%2)").arg(QString::fromLatin1(call), texts.join(QLatin1Char(',')));
+}
+
+inline QStringList takeJournal()
+{
+    QStringList calls;
+    calls.swap(journal());
+    return calls;
+}
+
+} // namespace zk::fake

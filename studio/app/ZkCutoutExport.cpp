@@ -121,11 +121,12 @@ CutoutExport::pictureFor(const Output &output, const QImage &cutout, const QImag
 {
     if (m_options.matteOnly)
         return greyPicture(matte);
+    if (output.hasAlpha)
+        return cutout;
     if (!m_background.isNull())
         return effects::compositeOver(cutout, m_background);
-    if (m_options.backgroundColour.isValid())
-        return effects::compositeOver(cutout, m_options.backgroundColour);
-    return output.hasAlpha ? cutout : effects::compositeOver(cutout, QColor(Qt::black));
+    const QColor colour = m_options.backgroundColour;
+    return effects::compositeOver(cutout, colour.isValid() ? colour : QColor(Qt::black));
 }
 
 void CutoutExport::addToSheet(const datamodel::RenderSnapshot &snapshot,

@@ -77,6 +77,8 @@ ExitCode CutoutJob::readInputs()
         return m_strokes.load(m_options.strokesFile, &error) ? ExitCode::Success
                                                              : fail(ExitCode::BadStrokes, error);
     }
+    if (m_options.centred)
+        return ExitCode::Success;
     if (!m_matte.load(m_options.matteFile))
         return fail(ExitCode::BadStrokes,
                     QStringLiteral("%1 is missing or not a picture, give a PNG file")
@@ -94,6 +96,8 @@ ExitCode CutoutJob::open()
         return fail(ExitCode::BadInput, error);
     const QSize size = m_session.snapshot().frameSize();
     const qint64 frameCount = m_session.snapshot().frameCount();
+    if (m_options.centred)
+        m_strokes.setCentred(size);
     if (m_matte.isNull() && !m_strokes.fits(size, frameCount, &error))
         return fail(ExitCode::BadStrokes, error);
     if (!m_matte.isNull() && m_options.matteFrame >= frameCount)

@@ -86,6 +86,7 @@ ExitCode CutoutOptions::parse(const QStringList &arguments, QString *message)
         return ExitCode::Usage;
     input = parser.positionalArguments().constFirst();
     strokesFile = parser.value(QStringLiteral("strokes"));
+    centred = parser.isSet(QStringLiteral("centre"));
     preset = parser.value(QStringLiteral("preset"));
     matteOnly = parser.isSet(QStringLiteral("matte"));
     outputs = parser.values(QStringLiteral("output"));
@@ -111,8 +112,9 @@ ExitCode CutoutOptions::parse(const QStringList &arguments, QString *message)
 
 ExitCode CutoutOptions::check(QString *message)
 {
-    *message = QStringLiteral("give either --strokes FILE.json or --mask FRAME:FILE.png");
-    if (strokesFile.isEmpty() == matteFile.isEmpty())
+    *message =
+        QStringLiteral("give one of --strokes FILE.json, --mask FRAME:FILE.png and --centre");
+    if (int(!strokesFile.isEmpty()) + int(!matteFile.isEmpty()) + int(centred) != 1)
         return ExitCode::Usage;
     *message = QStringLiteral("say where the result goes, with -o OUT");
     if (outputs.isEmpty())

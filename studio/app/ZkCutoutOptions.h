@@ -14,13 +14,15 @@ struct CutoutOptions
     enum class Direction { Forward, Backward, Both };
 
     QString input;
-    QString strokesFile; // empty with a given matte
-    QString matteFile; // empty with strokes
+    // Exactly one of these three says what the object is.
+    QString strokesFile;
+    QString matteFile;
+    bool centred = false; // what is in the middle of the first frame
     qint64 matteFrame = 0;
     Direction direction = Direction::Both;
     QString preset; // slug; empty: the plain cutout
     bool matteOnly = false;
-    QColor backgroundColour; // invalid: none
+    QColor backgroundColour; // under outputs without transparency; invalid: black
     QString backgroundPicture;
     QStringList outputs;
     QString contactSheet;

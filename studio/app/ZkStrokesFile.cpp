@@ -198,6 +198,18 @@ bool StrokesFile::load(const QString &path, QString *error)
     return true;
 }
 
+void StrokesFile::setCentred(const QSize &sourceSize)
+{
+    const QPointF middle(sourceSize.width() / 2.0, sourceSize.height() / 2.0);
+    const QPointF reach(0, sourceSize.height() / 10.0);
+    Stroke stroke;
+    stroke.width = qMax(1.0, sourceSize.height() / 20.0);
+    stroke.points = {middle - reach, middle, middle + reach};
+    m_path.clear();
+    m_text.clear();
+    m_strokes = {stroke};
+}
+
 bool StrokesFile::fits(const QSize &sourceSize, qint64 frameCount, QString *error) const
 {
     for (int i = 0; i < m_strokes.size(); ++i) {

@@ -32,6 +32,8 @@ public:
     // False with an error "FILE:LINE: FIELD: what is wrong" when the file cannot be read or a field
     // is missing, unknown or of the wrong kind; then nothing is loaded.
     bool load(const QString &path, QString *error);
+    // One keep stroke on what is in the middle of frame 0.
+    void setCentred(const QSize &sourceSize);
     // False when a stroke lies on a frame that the clip lacks or paints nothing of the frame.
     bool fits(const QSize &sourceSize, qint64 frameCount, QString *error) const;
 

@@ -42,7 +42,8 @@ struct OutputSettings
     // The file whose sound goes with the pictures, from its start on and no longer than the pictures;
     // empty, or a file without sound, for a silent output.
     QString audioSourcePath;
-    // How many frames will be written; 0 when that is not known. Used to refuse early what cannot fit.
+    // How many frames will be written, or 0 when that is not known: finish() refuses an output that has
+    // another number of them.
     qint64 frameCount = 0;
 };
 
@@ -61,7 +62,7 @@ public:
     MediaWriter &operator=(const MediaWriter &) = delete;
 
     // The next frame, of the settings' size, in any format (straight-alpha Format_RGBA8888 is not
-    // converted). After a failure nothing more can be written: the output is already removed.
+    // converted). After a failure nothing more can be written: what there was of the output is removed.
     bool write(const QImage &rgba, QString *error);
 
     // Completes the file and puts it in place. On failure the target is as it was before.
@@ -71,6 +72,8 @@ public:
 protected:
     explicit MediaWriter(OutputSettings settings);
     const OutputSettings &settings() const { return m_settings; }
+    // While a frame is encoded it is already counted.
+    qint64 framesWritten() const { return m_framesWritten; }
 
 private:
     virtual bool encode(const QImage &rgba, QString *error) = 0;
@@ -78,6 +81,7 @@ private:
     virtual void discard() = 0;
 
     OutputSettings m_settings;
+    qint64 m_framesWritten = 0;
     bool m_isOpen = true;
 };
 

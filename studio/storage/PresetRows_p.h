@@ -22,7 +22,7 @@ public:
     bool readCategories(QVector<PresetCategory> *categories);
     // Parents before children, siblings in their order.
     bool readFolders(int category, QVector<PresetFolder> *folders);
-    // By folder and order.
+    // By folder; those of the program first, then in their order.
     bool readItems(QVector<PresetItem> *items);
     bool findItem(const QString &slug, PresetItem *item);
     bool findItem(qint64 id, PresetItem *item);

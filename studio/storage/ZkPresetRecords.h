@@ -58,7 +58,7 @@ struct PresetItem
     int kind = 0;
     qint64 folder = 0;
     int version = 1;
-    int position = 0; // order in the folder
+    int position = 0; // order among those of its folder and origin
     ItemOrigin origin = ItemOrigin::Builtin;
     Resource thumbnail;
     Resource package;

@@ -59,7 +59,7 @@ public:
     QVector<PresetCategory> categories() const;
     // Parents come before their children, siblings in their order.
     QVector<PresetFolder> folders(int category) const;
-    // By folder, then in their order.
+    // By folder; those of the program first, then in their order.
     QVector<PresetItem> items() const;
     // False when there is no such item.
     bool findItem(const QString &slug, PresetItem *item) const;

@@ -15,8 +15,7 @@ Q_LOGGING_CATEGORY(log, "zk.studio.download")
 DownloadQueue::DownloadQueue(const DownloadSettings &settings, QObject *parent)
     : QObject(parent)
     , m_settings(settings)
-{
-}
+{ }
 
 DownloadQueue::~DownloadQueue() = default;
 
@@ -33,7 +32,8 @@ void DownloadQueue::add(const ResourceKey &key, const DownloadRequest &request)
             this,
             [this, key, address](DownloadError error, const QString &text) {
                 if (error == DownloadError::None || error == DownloadError::Cancelled)
-                    qCInfo(log).noquote() << address << (text.isEmpty() ? QStringLiteral("complete") : text);
+                    qCInfo(log).noquote()
+                        << address << (text.isEmpty() ? QStringLiteral("complete") : text);
                 else
                     qCWarning(log).noquote() << address << "failed:" << text;
                 end(key, error, text);
@@ -49,9 +49,8 @@ bool DownloadQueue::contains(const ResourceKey &key) const
 
 bool DownloadQueue::containsItem(qint64 item) const
 {
-    return std::any_of(m_jobs.begin(), m_jobs.end(), [item](const Job &job) {
-        return job.key.item == item;
-    });
+    return std::any_of(
+        m_jobs.begin(), m_jobs.end(), [item](const Job &job) { return job.key.item == item; });
 }
 
 bool DownloadQueue::cancel(const ResourceKey &key)
@@ -76,9 +75,8 @@ void DownloadQueue::startLater()
 
 void DownloadQueue::startWaiting()
 {
-    int running = int(std::count_if(m_jobs.begin(), m_jobs.end(), [](const Job &job) {
-        return job.isStarted;
-    }));
+    int running = int(
+        std::count_if(m_jobs.begin(), m_jobs.end(), [](const Job &job) { return job.isStarted; }));
     for (Job &job : m_jobs) {
         if (job.isStarted || running >= m_settings.maximumParallel)
             continue;
@@ -105,9 +103,8 @@ void DownloadQueue::end(const ResourceKey &key, DownloadError error, const QStri
 
 std::deque<DownloadQueue::Job>::const_iterator DownloadQueue::find(const ResourceKey &key) const
 {
-    return std::find_if(m_jobs.begin(), m_jobs.end(), [&key](const Job &job) {
-        return job.key == key;
-    });
+    return std::find_if(
+        m_jobs.begin(), m_jobs.end(), [&key](const Job &job) { return job.key == key; });
 }
 
 } // namespace zk::datamodel

@@ -64,6 +64,8 @@ FileDownload::~FileDownload()
 
 void FileDownload::start()
 {
+    if (m_isDone) // cancelled before its turn came
+        return;
     if (!m_request.url.isValid() || !isHttp(m_request.url)) {
         finish(DownloadError::Refused, QStringLiteral("this is no HTTP address"));
     } else if (m_request.size > m_settings.maximumBytes) {
@@ -206,9 +208,8 @@ void FileDownload::judgeReply(const QNetworkReply &reply)
     if (reply.error() != Reply::NoError)
         return breakOff(reply.errorString());
     if (m_received < m_request.size)
-        return breakOff(QStringLiteral("the server sent %1 of %2 bytes")
-                            .arg(m_received)
-                            .arg(m_request.size));
+        return breakOff(
+            QStringLiteral("the server sent %1 of %2 bytes").arg(m_received).arg(m_request.size));
     verify();
 }
 

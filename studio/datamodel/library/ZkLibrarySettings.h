@@ -13,8 +13,8 @@ namespace zk::datamodel {
 
 // Makes an effect of no clip out of the description of a look. Null, with the reason in *error, when
 // the description is wrong.
-using EffectFactory = std::function<
-    ZkEffectPtr(const QByteArray &lookJson, const QString &slug, QString *error)>;
+using EffectFactory =
+    std::function<ZkEffectPtr(const QByteArray &lookJson, const QString &slug, QString *error)>;
 
 struct DownloadSettings
 {
@@ -41,7 +41,7 @@ enum class DownloadError {
     Checksum = 3, // what came is not what the catalogue promised
     Disk = 4, // it cannot be written or recorded
     Cancelled = 5,
-    Refused = 6, // an address, a redirection or a size that is not acceptable
+    Refused = 6, // an address, a redirection, a size or a catalogue that is not acceptable
 };
 
 } // namespace zk::datamodel

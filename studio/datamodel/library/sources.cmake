@@ -6,6 +6,7 @@ list(APPEND ZK_DATAMODEL_SOURCES
     ${ZK_LIBRARY_DIR}/CatalogueRefresh.cpp ${ZK_LIBRARY_DIR}/CatalogueRefresh_p.h
     ${ZK_LIBRARY_DIR}/DownloadQueue.cpp ${ZK_LIBRARY_DIR}/DownloadQueue_p.h
     ${ZK_LIBRARY_DIR}/FileDownload.cpp ${ZK_LIBRARY_DIR}/FileDownload_p.h
+    ${ZK_LIBRARY_DIR}/LibraryCore.cpp ${ZK_LIBRARY_DIR}/LibraryCore_p.h
     ${ZK_LIBRARY_DIR}/LibraryNodes.cpp ${ZK_LIBRARY_DIR}/LibraryNodes_p.h
     ${ZK_LIBRARY_DIR}/LibraryNotices_p.h
     ${ZK_LIBRARY_DIR}/LibraryTree.cpp ${ZK_LIBRARY_DIR}/LibraryTree_p.h

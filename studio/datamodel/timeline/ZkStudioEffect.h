@@ -41,6 +41,7 @@ public:
     // Sets the state without an undo step and without a report.
     void restoreEnabled(bool enabled) { m_isEnabled = enabled; }
     // The list that the effect is in; null: none.
+    ZkStudioEffectList *list() const { return m_list; }
     void setList(ZkStudioEffectList *list) { m_list = list; }
 
     qint64 id() const override { return m_id; }

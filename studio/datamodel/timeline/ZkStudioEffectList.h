@@ -33,7 +33,7 @@ private:
     class EnableItem;
 
     void insertAt(int index, const ZkEffectPtr &effect);
-    ZkEffectPtr takeAt(int index);
+    void takeOut(const ZkEffectPtr &effect);
     void report(int subKind);
 
     ZkStudioTimeline *const m_timeline;

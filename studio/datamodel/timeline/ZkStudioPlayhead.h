@@ -4,6 +4,8 @@
 
 #include "ZkDataModel.h"
 
+#include <memory>
+
 // A playhead whose range is given by hand; initially only frame 0. GUI thread only.
 class ZKDATAMODEL_EXPORT ZkStudioPlayhead : public IZkPlayhead
 {
@@ -23,5 +25,6 @@ private:
 
     qint64 m_position = 0;
     ZkRange<qint64> m_range;
+    std::shared_ptr<quint64> m_moves = std::make_shared<quint64>(0);
     zk::datamodel::ObserverList<IZkPlayheadObserver> m_observers;
 };

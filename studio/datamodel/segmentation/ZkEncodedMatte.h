@@ -1,0 +1,57 @@
+#pragma once
+
+#include "ZkGlobal.h"
+
+#include <QByteArray>
+#include <QImage>
+#include <QRect>
+#include <QSize>
+
+class QDataStream;
+
+namespace zk::datamodel {
+
+// An 8-bit mask of a frame, compressed without loss: the box around what is not 0, as a PNG. A value
+// that shares its bytes with its copies; a default-constructed one is "no mask". Immutable otherwise,
+// so any thread may hold and decode one.
+class ZKDATAMODEL_EXPORT EncodedMatte
+{
+public:
+    EncodedMatte() = default;
+    // The image is best Format_Grayscale8; others are converted. Null images give "no mask".
+    explicit EncodedMatte(const QImage &mask);
+
+    bool isNull() const { return m_size.isEmpty(); }
+    QSize size() const { return m_size; } // of the frame
+    // Whether any pixel is not 0.
+    bool isEmpty() const { return m_box.isEmpty(); }
+    // Pixels of at least 128: what the engine takes for the object.
+    int objectPixels() const { return m_objectPixels; }
+    bool hasObject() const { return m_objectPixels > 0; }
+    int byteCount() const { return m_png.size(); }
+
+    // Format_Grayscale8 of the frame's size; null for "no mask" and for damaged data.
+    QImage decoded() const;
+
+    // The same bytes, not merely the same pixels.
+    bool isSharedWith(const EncodedMatte &other) const { return m_png.isSharedWith(other.m_png); }
+    // The same pixels.
+    friend bool operator==(const EncodedMatte &a, const EncodedMatte &b)
+    {
+        return a.m_size == b.m_size && a.m_box == b.m_box && a.m_png == b.m_png;
+    }
+    friend bool operator!=(const EncodedMatte &a, const EncodedMatte &b) { return !(a == b); }
+
+    friend ZKDATAMODEL_EXPORT QDataStream &operator<<(QDataStream &stream,
+                                                      const EncodedMatte &matte);
+    // Damaged data gives "no mask" and a stream in the state ReadCorruptData.
+    friend ZKDATAMODEL_EXPORT QDataStream &operator>>(QDataStream &stream, EncodedMatte &matte);
+
+private:
+    QSize m_size;
+    QRect m_box; // of the pixels that are not 0
+    int m_objectPixels = 0;
+    QByteArray m_png; // of the box; empty when the box is
+};
+
+} // namespace zk::datamodel

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "ZkEncodedMatte.h"
+
+#include <QVector>
+
+#include <memory>
+
+namespace zk::datamodel {
+
+class MatteCache;
+
+// The finished mattes of a clip, one for every frame; immutable, for any thread. What an applied cutout
+// leaves on the project's clip.
+class ZKDATAMODEL_EXPORT MatteTrack
+{
+public:
+    explicit MatteTrack(const QVector<EncodedMatte> &mattes);
+    ~MatteTrack();
+
+    qint64 frameCount() const { return m_mattes.size(); }
+    // Format_Grayscale8; null outside the track.
+    QImage matteAt(qint64 frame) const;
+    qint64 byteCount() const; // compressed
+
+    QByteArray serialised() const;
+    // Null when the data is damaged or of a later version.
+    static std::shared_ptr<const MatteTrack> fromSerialised(const QByteArray &data);
+
+private:
+    Q_DISABLE_COPY(MatteTrack)
+
+    const QVector<EncodedMatte> m_mattes;
+    const std::unique_ptr<MatteCache> m_cache;
+};
+
+} // namespace zk::datamodel

@@ -1,0 +1,170 @@
+#include "ZkSegments.h"
+
+#include "ZkMatteCache.h"
+#include "ZkPixels.h"
+
+#include <algorithm>
+#include <atomic>
+
+namespace zk::datamodel {
+
+namespace {
+
+std::atomic<quint64> lastRevision {0};
+
+QImage blended(const EncodedMatte &first, const EncodedMatte &second, double weight)
+{
+    QImage picture = first.decoded();
+    const QImage other = second.decoded();
+    if (picture.size() != other.size())
+        return picture;
+    cv::Mat pixels = writablePixelsOf(picture);
+    cv::addWeighted(pixels, weight, pixelsOf(other), 1 - weight, 0, pixels);
+    return picture;
+}
+
+const TrackedSide &later(const TrackedMattes &mattes)
+{
+    const bool isForward = mattes.backward.matte.isNull()
+        || (!mattes.forward.matte.isNull() && mattes.forward.serial >= mattes.backward.serial);
+    return isForward ? mattes.forward : mattes.backward;
+}
+
+// The weight of the forward run. Distance decides; a run that lost the object has no say.
+double forwardWeight(qint64 frame, const TrackedMattes &mattes)
+{
+    const TrackedSide &forward = mattes.forward;
+    const TrackedSide &backward = mattes.backward;
+    if (forward.confidence <= 0 || backward.confidence <= 0)
+        return forward.confidence >= backward.confidence ? 1 : 0;
+    return double(backward.seed - frame) / double(backward.seed - forward.seed);
+}
+
+} // namespace
+
+Segments::Segments()
+    : m_cache(std::make_shared<MatteCache>())
+{ }
+
+void Segments::setNode(qint64 frame, const SegmentNodePtr &node)
+{
+    if (node)
+        m_nodes.insert(frame, node);
+    else
+        m_nodes.remove(frame);
+}
+
+void Segments::setTracked(qint64 frame, bool isForward, const TrackedSide &side)
+{
+    TrackedMattes &mattes = m_tracked[frame];
+    (isForward ? mattes.forward : mattes.backward) = side;
+}
+
+QImage Segments::matteAt(qint64 frame) const
+{
+    const Shown shown = shownAt(frame);
+    if (shown.first.isNull())
+        return {};
+    return m_cache->find(shown.first, shown.second, [&] {
+        return shown.second.isNull() ? shown.first.decoded()
+                                     : blended(shown.first, shown.second, shown.weight);
+    });
+}
+
+EncodedMatte Segments::storedAt(qint64 frame) const
+{
+    const Shown shown = shownAt(frame);
+    return shown.second.isNull() ? shown.first : EncodedMatte();
+}
+
+bool Segments::hasMask(qint64 frame) const
+{
+    return m_nodes.contains(frame) || m_tracked.contains(frame);
+}
+
+bool Segments::hasObject(qint64 frame) const
+{
+    const Shown shown = shownAt(frame);
+    return shown.first.hasObject() || shown.second.hasObject();
+}
+
+bool Segments::hasAnything(qint64 frame) const
+{
+    const Shown shown = shownAt(frame);
+    return !shown.first.isEmpty() || !shown.second.isEmpty();
+}
+
+qint64 Segments::nearestObject(qint64 frame, int step) const
+{
+    if (hasObject(frame))
+        return frame;
+    QVector<qint64> frames = (m_nodes.keys() + m_tracked.keys()).toVector();
+    std::sort(frames.begin(), frames.end());
+    if (step < 0)
+        std::reverse(frames.begin(), frames.end());
+    for (qint64 candidate : qAsConst(frames)) {
+        if ((candidate - frame) * step > 0 && hasObject(candidate))
+            return candidate;
+    }
+    return -1;
+}
+
+qint64 Segments::byteCount() const
+{
+    qint64 bytes = 0;
+    for (const SegmentNodePtr &node : m_nodes) {
+        for (const EncodedMatte *matte :
+             {&node->keep, &node->remove, &node->erase, &node->given, &node->result})
+            bytes += matte->byteCount();
+    }
+    for (const TrackedMattes &mattes : m_tracked)
+        bytes += mattes.forward.matte.byteCount() + mattes.backward.matte.byteCount();
+    return bytes;
+}
+
+quint64 Segments::nextRevision()
+{
+    return ++lastRevision;
+}
+
+void Segments::skipRevisions(quint64 upTo)
+{
+    quint64 last = lastRevision;
+    while (last < upTo && !lastRevision.compare_exchange_weak(last, upTo)) { }
+}
+
+Segments::Shown Segments::shownAt(qint64 frame) const
+{
+    const auto node = m_nodes.constFind(frame);
+    if (node != m_nodes.constEnd())
+        return {node.value()->result, {}, 1};
+    const auto tracked = m_tracked.constFind(frame);
+    return tracked != m_tracked.constEnd() ? trackedShownAt(frame, tracked.value()) : Shown();
+}
+
+Segments::Shown Segments::trackedShownAt(qint64 frame, const TrackedMattes &mattes) const
+{
+    const auto after = m_nodes.upperBound(frame);
+    const bool isForwardFresh =
+        after != m_nodes.constBegin() && isFresh(std::prev(after).key(), mattes.forward);
+    const bool isBackwardFresh =
+        after != m_nodes.constEnd() && isFresh(after.key(), mattes.backward);
+    if (isForwardFresh && isBackwardFresh) {
+        const double weight = forwardWeight(frame, mattes);
+        if (weight > 0 && weight < 1)
+            return {mattes.forward.matte, mattes.backward.matte, weight};
+        return {weight > 0 ? mattes.forward.matte : mattes.backward.matte, {}, 1};
+    }
+    if (isForwardFresh != isBackwardFresh)
+        return {isForwardFresh ? mattes.forward.matte : mattes.backward.matte, {}, 1};
+    return {later(mattes).matte, {}, 1};
+}
+
+// Whether the run came from the node of that frame as it is now.
+bool Segments::isFresh(qint64 seedFrame, const TrackedSide &side) const
+{
+    return !side.matte.isNull() && side.seed == seedFrame
+        && node(seedFrame)->revision == side.seedRevision;
+}
+
+} // namespace zk::datamodel

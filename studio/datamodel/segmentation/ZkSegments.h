@@ -1,0 +1,97 @@
+#pragma once
+
+#include "ZkEncodedMatte.h"
+
+#include <QMap>
+#include <QSharedPointer>
+
+#include <memory>
+
+namespace zk::datamodel {
+
+class MatteCache;
+
+// What the user did on one frame, and what came of it. Masks are of the frame's size.
+struct SegmentNode
+{
+    EncodedMatte
+        keep; // strokes, 0 or 255; a pixel is in the map of the last stroke that touched it
+    EncodedMatte remove;
+    EncodedMatte erase;
+    EncodedMatte given; // a matte that was given instead of strokes
+    EncodedMatte result;
+    quint64 revision = 0; // no two results have the same one
+};
+using SegmentNodePtr = QSharedPointer<const SegmentNode>;
+
+// What a tracking run in one direction made of one frame.
+struct TrackedSide
+{
+    EncodedMatte matte; // null: no run came by
+    float confidence = 0; // 0..1; 0: the object was lost
+    qint64 seed = -1; // the last frame with a node that the run passed; -1: it passed none
+    quint64 seedRevision = 0; // of that node
+    quint64 serial = 0; // of the run; the higher one is the later one
+};
+
+// A frame between two nodes may have been reached from both of them.
+struct TrackedMattes
+{
+    TrackedSide forward;
+    TrackedSide backward;
+};
+
+// Strokes, masks and tracking results of a clip, by frame. A value: copies share everything until one
+// is changed, so that a copy is a snapshot, which any thread may hold and read.
+class ZKDATAMODEL_EXPORT Segments
+{
+public:
+    Segments();
+
+    const QMap<qint64, SegmentNodePtr> &nodes() const { return m_nodes; }
+    const QMap<qint64, TrackedMattes> &tracked() const { return m_tracked; }
+    bool isEmpty() const { return m_nodes.isEmpty() && m_tracked.isEmpty(); }
+
+    SegmentNodePtr node(qint64 frame) const { return m_nodes.value(frame); }
+    // Null takes the node away.
+    void setNode(qint64 frame, const SegmentNodePtr &node);
+    void setTracked(const QMap<qint64, TrackedMattes> &tracked) { m_tracked = tracked; }
+    void setTracked(qint64 frame, bool isForward, const TrackedSide &side);
+
+    // The mask of a frame is its node's result or else what tracking made of it. Where two runs that
+    // came from the nodes around it met, both count, the nearer node's more; a run that began before
+    // one of these nodes was changed does not count beside one that did not.
+    // Format_Grayscale8; null when the frame has none.
+    QImage matteAt(qint64 frame) const;
+    // An encoded mask as it is stored; null for a mask that two runs share, and for none.
+    EncodedMatte storedAt(qint64 frame) const;
+    bool hasMask(qint64 frame) const;
+    bool hasObject(qint64 frame) const; // any pixel of at least 128
+    bool hasAnything(qint64 frame) const; // any pixel that is not 0
+    // The nearest frame whose mask has an object: at `frame`, or else before it (step -1) or after it
+    // (step 1); -1: none.
+    qint64 nearestObject(qint64 frame, int step) const;
+
+    qint64 byteCount() const; // of all masks, compressed
+
+    // Numbers for revisions and serials, higher every time. Those that come from a file are skipped.
+    static quint64 nextRevision();
+    static void skipRevisions(quint64 upTo);
+
+private:
+    struct Shown
+    {
+        EncodedMatte first;
+        EncodedMatte second; // null unless two runs share the frame
+        double weight = 1; // of the first
+    };
+    Shown shownAt(qint64 frame) const;
+    Shown trackedShownAt(qint64 frame, const TrackedMattes &mattes) const;
+    bool isFresh(qint64 seedFrame, const TrackedSide &side) const;
+
+    QMap<qint64, SegmentNodePtr> m_nodes;
+    QMap<qint64, TrackedMattes> m_tracked;
+    std::shared_ptr<MatteCache> m_cache; // shared by all copies
+};
+
+} // namespace zk::datamodel

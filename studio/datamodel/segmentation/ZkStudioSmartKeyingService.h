@@ -1,0 +1,93 @@
+#pragma once
+
+#include "ZkSegmentArchive.h"
+
+#include "ZkDataModel.h"
+
+#include <functional>
+#include <memory>
+
+class ZkStudioClip;
+class ZkStudioTimeline;
+
+// The segmentation of one clip for one workspace. Frames are frames of the clip. GUI thread only; a
+// copy of segments() is for every thread.
+//
+// While it is locked (a tracking run stores its results), strokes, masks and invert are not changed by
+// anyone else; how they are shown may be.
+class ZKDATAMODEL_EXPORT ZkStudioSmartKeyingService : public IZkSmartKeyingService
+{
+public:
+    using NodeListener = std::function<void(qint64 frame)>;
+
+    explicit ZkStudioSmartKeyingService(ZkStudioClip *clip);
+    ~ZkStudioSmartKeyingService() override;
+
+    const zk::datamodel::Segments &segments() const { return m_segments; }
+    const zk::datamodel::SegmentSettings &settings() const { return m_settings; }
+
+    // Replaces everything that is stored; no undo step, no report.
+    void setState(const zk::datamodel::Segments &segments,
+                  const zk::datamodel::SegmentSettings &settings);
+    // For a project file. Restoring is no undo step; it is false, and nothing has changed, when the data
+    // is damaged or of a later version, or the service is locked.
+    QByteArray serialised() const;
+    bool restore(const QByteArray &data);
+
+    // Undoable; a null node takes the frame's away.
+    void changeNode(qint64 frame, const zk::datamodel::SegmentNodePtr &node, const QString &text);
+    // Stores the result of a run that is under way: neither an undo step nor reported.
+    void storeTracked(qint64 frame, bool isForward, const zk::datamodel::TrackedSide &side);
+    // Makes all that was tracked since `before` one undo step of that text.
+    void closeTracking(const QMap<qint64, zk::datamodel::TrackedMattes> &before,
+                       const QString &text);
+
+    void setLocked(bool locked) { m_isLocked = locked; }
+    bool isLocked() const { return m_isLocked; }
+    void setWorkMode(ZKSMARTKEYING::ZkSegmentWorkMode mode) { m_workMode = mode; }
+    // Called after a node was changed, undone or redone, and after its change record.
+    void setNodeListener(NodeListener listener) { m_nodeListener = std::move(listener); }
+    // Reports SegmentData.
+    void reportChange();
+
+    void setEnabled(bool enabled) override { m_isEnabled = enabled; }
+    bool isEnabled() const override { return m_isEnabled; }
+    ZKSMARTKEYING::ZkSegmentWorkMode workMode() const override { return m_workMode; }
+    int maskItemCount() const override;
+    bool isTracked() const override;
+    // A mask has something in it when any pixel is not 0, so that faint remains can be erased too.
+    bool isEraseEnabled(qint64 frame) const override;
+    bool overlapsMask(const QImage &strokes, qint64 frame) const override;
+    int minimumPenWidth(const QSize &shownSize) const override;
+    // Takes invert back, too; how masks are shown stays. Refused while locked.
+    void reset() override;
+
+    void setPreviewType(ZKSMARTKEYING::ZkPreviewType type) override;
+    ZKSMARTKEYING::ZkPreviewType previewType() const override;
+    void setMaskRegionColor(const QColor &color) override;
+    QColor maskRegionColor() const override { return m_settings.overlayColour; }
+    void setMaskRegionAlpha(int alpha) override;
+    int maskRegionAlpha() const override { return m_settings.overlayAlpha; }
+    void setMaskInverted(bool inverted) override;
+    bool isMaskInverted() const override { return m_settings.invert; }
+
+private:
+    Q_DISABLE_COPY(ZkStudioSmartKeyingService)
+    class NodeItem;
+    class TrackItem;
+    class InvertItem;
+
+    ZkStudioTimeline *timeline() const;
+    template<typename T>
+    void changeSetting(T zk::datamodel::SegmentSettings::*setting, T value);
+    void restoreNode(qint64 frame, const zk::datamodel::SegmentNodePtr &node);
+
+    ZkStudioClip *const m_clip;
+    zk::datamodel::Segments m_segments;
+    zk::datamodel::SegmentSettings m_settings;
+    bool m_isEnabled = false;
+    bool m_isLocked = false;
+    ZKSMARTKEYING::ZkSegmentWorkMode m_workMode = ZKSMARTKEYING::EditingMode;
+    NodeListener m_nodeListener;
+    std::shared_ptr<int> m_alive = std::make_shared<int>(0);
+};

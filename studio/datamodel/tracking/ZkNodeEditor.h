@@ -1,0 +1,55 @@
+#pragma once
+
+#include "../segmentation/ZkSegments.h"
+
+#include "ZkInteractiveSegmenter.h"
+#include "ZkMediaInfo.h"
+
+#include <memory>
+
+namespace zk::media {
+class MediaReader;
+}
+
+namespace zk::datamodel {
+
+// Turns strokes on a frame into the node that the frame has afterwards. It keeps the frame that was
+// painted last, decoded and with its features, because strokes on one frame come in rows. One thread
+// only.
+class NodeEditor
+{
+public:
+    enum Stroke { KeepStroke, RemoveStroke, EraseStroke };
+
+    // Null, with a sentence for the user, when the media has no readable picture.
+    static std::unique_ptr<NodeEditor>
+    open(const zk::media::MediaInfo &media, qint64 inFrame, QString *error);
+    ~NodeEditor();
+
+    struct Outcome
+    {
+        bool succeeded = false;
+        SegmentNodePtr node; // the frame's own one, or none, when nothing has changed
+    };
+
+    // The map is Format_Grayscale8 of the frame's size, 255 where it was painted. A stroke corrects the
+    // mask that the frame has. It fails when there is nothing to correct, or the frame cannot be read.
+    Outcome stroked(const Segments &segments, qint64 frame, Stroke stroke, const QImage &map);
+    // The matte is scaled to the frame's size; its grey value is the opacity of the object.
+    Outcome given(const SegmentNodePtr &before, const QImage &matte) const;
+
+private:
+    Q_DISABLE_COPY(NodeEditor)
+    NodeEditor(std::unique_ptr<zk::media::MediaReader> reader, qint64 inFrame);
+
+    bool readFrame(qint64 frame);
+    cv::Mat segmented(const SegmentNode &node, const cv::Mat &previous);
+
+    const std::unique_ptr<zk::media::MediaReader> m_reader;
+    const qint64 m_inFrame;
+    zk::engine::InteractiveSegmenter m_segmenter;
+    qint64 m_frame = -1; // that m_pixels shows
+    cv::Mat m_pixels;
+};
+
+} // namespace zk::datamodel

@@ -1,0 +1,211 @@
+// The part of the controller that has to do with worker threads.
+#include "ZkStudioEditController.h"
+
+#include "../ZkPlayerFeedback.h"
+#include "../segmentation/ZkStudioSmartKeyingService.h"
+#include "../timeline/ZkStudioEffectList.h"
+#include "ZkApplyStep.h"
+
+#include <QFileInfo>
+#include <QLoggingCategory>
+
+#include <algorithm>
+
+Q_LOGGING_CATEGORY(lcRuns, "zk.edit.runs")
+
+using namespace zk::datamodel;
+
+namespace {
+
+template<typename Run>
+void removeDone(std::vector<std::unique_ptr<Run>> *runs)
+{
+    const auto isDone = [](const std::unique_ptr<Run> &run) { return run->isDone(); };
+    runs->erase(std::remove_if(runs->begin(), runs->end(), isDone), runs->end());
+}
+
+} // namespace
+
+int ZkStudioEditController::startTracking(qint64 frame,
+                                          ZKSMARTKEYING::ZkSegmentToTrackDirect direct,
+                                          ZKSMARTKEYING::ZkSegmentToTrackType type)
+{
+    if (!m_timeline || isTracking() || !service()->isEnabled()
+        || !QFileInfo::exists(m_projectClip->media().path))
+        return ZKSMARTKEYING::TrackingFailed;
+    const qint64 frameCount = m_timeline->frameCount();
+    const QVector<TrackingLeg> legs = trackingPlan(
+        service()->segments(), frameCount, qBound<qint64>(0, frame, frameCount - 1), direct, type);
+    if (legs.isEmpty())
+        return ZKSMARTKEYING::NothingToTrack;
+    launchTracking(legs);
+    return ZKSMARTKEYING::TrackingStarted;
+}
+
+void ZkStudioEditController::launchTracking(const QVector<TrackingLeg> &legs)
+{
+    reapRuns();
+    m_trackedBefore = service()->segments().tracked();
+    m_hasTracked = false;
+    TrackingRun::Receiver receiver;
+    receiver.tracked = [this](quint64 serial, const TrackedFrame &tracked) {
+        onTracked(serial, tracked);
+    };
+    receiver.finished = [this](quint64 serial, const QString &error) {
+        onTrackingFinished(serial, error);
+    };
+    const ZkStudioClip *clip = m_timeline->clip();
+    m_tracking = std::make_unique<TrackingRun>(
+        TrackingTask {clip->media(), clip->inFrame(), service()->segments(), legs},
+        m_context.get(),
+        receiver);
+    service()->setLocked(true);
+    m_timeline->undoRedoService()->setBlocked(true);
+    service()->setWorkMode(ZKSMARTKEYING::TrackingMode);
+    if (m_player)
+        m_player->trackingStarted();
+}
+
+// The player's observers may stop the run from inside each of its calls.
+void ZkStudioEditController::onTracked(quint64 serial, const TrackedFrame &tracked)
+{
+    const auto isCurrent = [=] { return isTracking() && m_tracking->serial() == serial; };
+    if (!isCurrent())
+        return;
+    m_hasTracked = true;
+    service()->storeTracked(tracked.frame, tracked.isForward, tracked.side);
+    if (m_player)
+        m_player->showTrackedFrame(tracked.frame);
+    if (isCurrent() && m_player)
+        m_player->trackingProgress(tracked.percent);
+}
+
+void ZkStudioEditController::onTrackingFinished(quint64 serial, const QString &error)
+{
+    if (!isTracking() || m_tracking->serial() != serial)
+        return;
+    if (!error.isEmpty())
+        qCWarning(lcRuns) << "Tracking broke off:" << error;
+    endTracking();
+}
+
+void ZkStudioEditController::stopTracking()
+{
+    if (isTracking())
+        endTracking();
+}
+
+// First everything is as it was before the run, then the player says so, and last the change records
+// go out, all together: an observer of those may run an event loop or delete the controller.
+void ZkStudioEditController::endTracking()
+{
+    m_tracking->stop();
+    m_oldTrackings.push_back(std::move(m_tracking));
+    ZkStudioUndoRedoService *undo = m_timeline->undoRedoService();
+    service()->setLocked(false);
+    undo->setBlocked(false);
+    service()->setWorkMode(ZKSMARTKEYING::EditingMode);
+    undo->pauseEvents();
+    if (m_hasTracked)
+        service()->closeTracking(m_trackedBefore, QStringLiteral("Track"));
+    m_trackedBefore.clear();
+    enableCutoutEffects();
+    if (m_player)
+        m_player->trackingFinished();
+    undo->resumeEvents();
+}
+
+// A stroke switches the look off, so that the user sees what he paints on.
+void ZkStudioEditController::enableCutoutEffects()
+{
+    const ZkDisableUndoRedoCommander unrecorded(m_timeline->undoRedoService());
+    const IZkEffectList *effects = m_timeline->clip()->effects();
+    for (int i = 0; i < effects->count(); ++i) {
+        IZkEffect *effect = effects->effectAt(i);
+        if (effect->descriptor()->type() == ZKTIMELINE::SmartKeyingEffect)
+            effect->setEnabled(true);
+    }
+}
+
+void ZkStudioEditController::apply()
+{
+    if (!m_timeline || m_applying)
+        return;
+    stopTracking();
+    enableCutoutEffects();
+    reapRuns();
+    ApplyRun::Receiver receiver;
+    receiver.progress = [this](quint64 serial, int percent) { onApplyProgress(serial, percent); };
+    receiver.finished = [this](quint64 serial, const ApplyResult &result) {
+        onApplyFinished(serial, result);
+    };
+    m_applying = std::make_unique<ApplyRun>(ApplyTask {service()->segments(),
+                                                       service()->isMaskInverted(),
+                                                       m_timeline->frameSize(),
+                                                       m_timeline->frameCount()},
+                                            m_context.get(),
+                                            receiver);
+}
+
+void ZkStudioEditController::cancelApply()
+{
+    if (!m_applying)
+        return;
+    m_applying->cancel();
+    m_oldApplyings.push_back(std::move(m_applying));
+    QMetaObject::invokeMethod(
+        m_context.get(),
+        [this] { notifySaveFinished(ZKSMARTKEYING::SaveCancelled); },
+        Qt::QueuedConnection);
+}
+
+void ZkStudioEditController::onApplyProgress(quint64 serial, int percent)
+{
+    if (!m_applying || m_applying->serial() != serial)
+        return;
+    m_observers.forEach([=](IZkSmartKeyingEditControllerObserver *observer) {
+        observer->onSavingProgressEvent(percent);
+    });
+}
+
+// The run is over before anybody hears of it: an observer may apply again or delete the controller.
+void ZkStudioEditController::onApplyFinished(quint64 serial, const ApplyResult &result)
+{
+    if (!m_applying || m_applying->serial() != serial)
+        return;
+    m_oldApplyings.push_back(std::move(m_applying));
+    if (result.mattes.isEmpty()) {
+        qCWarning(lcRuns) << "A mask is damaged; the clip stays as it was";
+        notifySaveFinished(ZKSMARTKEYING::SaveFailed);
+        return;
+    }
+    const bool hasMasks = !service()->segments().isEmpty();
+    if (hasMasks && result.framesWithoutMask > 0)
+        qCWarning(lcRuns) << result.framesWithoutMask << "of" << result.mattes.size()
+                          << "frames have no mask";
+    applyCutout(m_projectClip, *m_timeline->clip(), m_type, result.mattes);
+    notifySaveFinished(ZKSMARTKEYING::SaveSucceeded);
+}
+
+void ZkStudioEditController::notifySaveFinished(int result)
+{
+    m_observers.forEach([=](IZkSmartKeyingEditControllerObserver *observer) {
+        observer->onSaveFinishedEvent(result);
+    });
+}
+
+// Nobody hears of runs that are given up.
+void ZkStudioEditController::abandonRuns()
+{
+    if (m_applying) {
+        m_applying->cancel();
+        m_oldApplyings.push_back(std::move(m_applying));
+    }
+    stopTracking();
+}
+
+void ZkStudioEditController::reapRuns()
+{
+    removeDone(&m_oldTrackings);
+    removeDone(&m_oldApplyings);
+}

@@ -44,7 +44,7 @@ ZkSkin::ZkSkin(const QString &folder)
 
 void ZkSkin::readPalette(const QString &path)
 {
-    QJsonParseError error;
+    QJsonParseError error {};
     const QByteArray text = contents(path);
     if (text.isEmpty())
         return;

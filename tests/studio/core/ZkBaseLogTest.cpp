@@ -2,48 +2,19 @@
 
 #include "ZkCore.h"
 
-#include <QLoggingCategory>
-#include <QSemaphore>
-
-#include <atomic>
-#include <thread>
-
 namespace {
 
-struct QtRecord
-{
-    QtMsgType type;
-    QString category;
-    QString place;
-    QString text;
-};
-
-QVector<QtRecord> qtRecords;
+QStringList qtRecords;
 
 void keepQtRecord(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
-    const QString place = QStringLiteral("%1:%2 %3")
-                              .arg(QLatin1String(context.file))
-                              .arg(context.line)
-                              .arg(QLatin1String(context.function));
-    qtRecords.append({type, QLatin1String(context.category), place, text});
+    qtRecords.append(QStringLiteral("%1 %2 %3:%4 %5 ")
+                         .arg(type)
+                         .arg(QLatin1String(context.category), QLatin1String(context.file))
+                         .arg(context.line)
+                         .arg(QLatin1String(context.function))
+                     + text);
 }
-
-// What a logger hands to Qt while this lives is kept and printed nowhere.
-class QtRecorder
-{
-public:
-    QtRecorder()
-        : m_previous(qInstallMessageHandler(keepQtRecord))
-    {
-        qtRecords.clear();
-    }
-    ~QtRecorder() { qInstallMessageHandler(m_previous); }
-
-private:
-    Q_DISABLE_COPY(QtRecorder)
-    QtMessageHandler m_previous;
-};
 
 ZkLogRecord message(const QString &text, int level = ZKLOG::Info)
 {
@@ -63,18 +34,14 @@ private slots:
     void loggersAreKnownByName();
     void writesToQt_data();
     void writesToQt();
-    void obeysQtFilterRules();
     void sinkSeesCompleteRecordsOfAllLoggers();
     void sinkMayLogAndRemoveItself();
-    void removalWaitsForWritersInOtherThreads();
 };
 
 void ZkBaseLogTest::loggersAreKnownByName()
 {
     ZkBaseLog *log = ZkBaseLog::logger(QStringLiteral("levels"));
     QCOMPARE(ZkBaseLog::logger(QStringLiteral("levels")), log);
-    QVERIFY(log != ZkBaseLog::defaultLogger());
-    QCOMPARE(ZkBaseLog::logger(ZkBaseLog::defaultLogger()->name()), ZkBaseLog::defaultLogger());
     QVERIFY(!log->isEnabled(ZKLOG::Detail));
     QVERIFY(log->isEnabled(ZKLOG::Info));
     log->setMinimumLevel(ZKLOG::Error);
@@ -101,31 +68,15 @@ void ZkBaseLogTest::writesToQt()
     record.file = QStringLiteral("ZkCore/Test");
     record.line = 12;
     record.function = QStringLiteral("Test::run");
-    const QtRecorder recorder;
+    qtRecords.clear();
+    const QtMessageHandler previous = qInstallMessageHandler(keepQtRecord);
     ZkBaseLog::defaultLogger()->write(record);
     ZkBaseLog::logger(QStringLiteral("engine"))->write(record);
+    qInstallMessageHandler(previous);
+    const QString rest = QStringLiteral(" ZkCore/Test:12 Test::run ") + record.message;
     QCOMPARE(qtRecords.size(), 2);
-    for (const QtRecord &seen : qAsConst(qtRecords)) {
-        QCOMPARE(int(seen.type), type);
-        QCOMPARE(seen.place, QStringLiteral("ZkCore/Test:12 Test::run"));
-        QCOMPARE(seen.text, record.message);
-    }
-    QCOMPARE(qtRecords.first().category, QStringLiteral("zk"));
-    QCOMPARE(qtRecords.last().category, QStringLiteral("zk.engine"));
-}
-
-void ZkBaseLogTest::obeysQtFilterRules()
-{
-    QLoggingCategory::setFilterRules(QStringLiteral("zk.filtered.info=false"));
-    {
-        const QtRecorder recorder;
-        ZkBaseLog *log = ZkBaseLog::logger(QStringLiteral("filtered"));
-        log->write(message(QStringLiteral("dropped")));
-        log->write(message(QStringLiteral("kept"), ZKLOG::Warning));
-        QCOMPARE(qtRecords.size(), 1);
-        QCOMPARE(qtRecords.first().text, QStringLiteral("kept"));
-    }
-    QLoggingCategory::setFilterRules(QString());
+    QCOMPARE(qtRecords.at(0), QStringLiteral("%1 zk").arg(type) + rest);
+    QCOMPARE(qtRecords.at(1), QStringLiteral("%1 zk.engine").arg(type) + rest);
 }
 
 void ZkBaseLogTest::sinkSeesCompleteRecordsOfAllLoggers()
@@ -148,7 +99,6 @@ void ZkBaseLogTest::sinkSeesCompleteRecordsOfAllLoggers()
     QVERIFY(before <= seen.at(0).time && seen.at(0).time <= QDateTime::currentDateTime());
     QVERIFY(seen.at(0).threadId != 0);
     QCOMPARE(seen.at(1).logger, QStringLiteral("engine"));
-    QCOMPARE(seen.at(1).level, int(ZKLOG::Detail));
     QCOMPARE(seen.at(1).time, given);
     QCOMPARE(seen.at(1).threadId, quint64(5));
 }
@@ -172,22 +122,6 @@ void ZkBaseLogTest::sinkMayLogAndRemoveItself()
     ZkBaseLog::removeSink(other);
     QCOMPARE(once, QStringList {QStringLiteral("a")});
     QCOMPARE(always.join(QLatin1Char(',')), QStringLiteral("about a,a,b"));
-}
-
-void ZkBaseLogTest::removalWaitsForWritersInOtherThreads()
-{
-    QSemaphore entered;
-    std::atomic<bool> returned {false};
-    const int sink = ZkBaseLog::addSink([&](const ZkLogRecord &) {
-        entered.release();
-        std::this_thread::sleep_for(std::chrono::milliseconds(100));
-        returned = true;
-    });
-    std::thread writer([] { ZkBaseLog::defaultLogger()->write(message(QStringLiteral("slow"))); });
-    entered.acquire();
-    ZkBaseLog::removeSink(sink);
-    QVERIFY(returned);
-    writer.join();
 }
 
 ZK_TEST_CORE_MAIN(ZkBaseLogTest)

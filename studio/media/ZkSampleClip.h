@@ -10,6 +10,8 @@
 
 namespace zk::media {
 
+class MediaWriter;
+
 struct SampleOptions
 {
     QSize size {640, 360};
@@ -46,6 +48,12 @@ public:
 
 private:
     struct Scene;
+    struct Layers;
+
+    static QImage pictureOf(const Layers &layers, int index);
+    static QImage matteOf(const Layers &layers);
+    bool writeFrames(MediaWriter &writer, const QString &matteDir, QString *error) const;
+
     std::unique_ptr<Scene> m_scene;
 };
 

@@ -154,8 +154,11 @@ bool PresetDatabase::run(const QString &statement, const QVariantList &values, Q
 {
     QSqlQuery query(m_database);
     bool isGood = query.prepare(statement);
-    for (const QVariant &value : values)
-        query.addBindValue(value);
+    for (const QVariant &value : values) {
+        // A null string would be stored as NULL, but here it is an empty text like any other.
+        const bool isText = value.userType() == QMetaType::QString;
+        query.addBindValue(isText && value.isNull() ? QVariant(QLatin1String("")) : value);
+    }
     isGood = isGood && query.exec();
     if (!isGood) {
         m_errorText = query.lastError().text();

@@ -78,7 +78,8 @@ bool PresetRows::readFolders(int category, QVector<PresetFolder> *folders)
 
 bool PresetRows::readItems(QVector<PresetItem> *items)
 {
-    return readItemsWhere(QStringLiteral("ORDER BY i.folder, i.origin, i.position, i.id"), QVariant(), items);
+    return readItemsWhere(
+        QStringLiteral("ORDER BY i.folder, i.origin, i.position, i.id"), QVariant(), items);
 }
 
 bool PresetRows::findItem(const QString &slug, PresetItem *item)

@@ -15,8 +15,8 @@ namespace zk::datamodel {
 class FrameRenderer;
 }
 
-// States: nothing is open in any but StoppedState and TrackingState. While tracking, pictures and moves
-// come from the run alone; playing and seeking are refused.
+// While nothing is open the state is StoppedState, or TrackingState during a run. During a run the player
+// moves as the run tells it; playing and seeking are refused.
 // GUI thread only; pictures are rendered in a worker.
 class ZKMEDIAPLAYER_EXPORT ZkMediaPlayerPresenterPrivate : public QObject,
                                                            public IZkMediaPlayer,

@@ -39,7 +39,8 @@ struct TrackingRun
 };
 
 // The pipeline of a player: while one thread advances, another prepares the frame after.
-TrackingRun track(Clip &clip, const cv::Mat &first, const cv::Mat &matte, const QualityOptions &options)
+TrackingRun
+track(Clip &clip, const cv::Mat &first, const cv::Mat &matte, const QualityOptions &options)
 {
     TrackingRun run;
     engine::ObjectTracker tracker(options.tracker);
@@ -60,9 +61,8 @@ TrackingRun track(Clip &clip, const cv::Mat &first, const cv::Mat &matte, const 
 
 } // namespace
 
-ClipQuality measureQuality(const std::string &folder,
-                           const std::string &name,
-                           const QualityOptions &options)
+ClipQuality
+measureQuality(const std::string &folder, const std::string &name, const QualityOptions &options)
 {
     ClipQuality quality;
     quality.name = name;

@@ -29,8 +29,7 @@ struct ClipQuality
     double secondsPerFrame = 0.0; // tracking, decoding left out
 };
 
-ClipQuality measureQuality(const std::string &folder,
-                           const std::string &name,
-                           const QualityOptions &options);
+ClipQuality
+measureQuality(const std::string &folder, const std::string &name, const QualityOptions &options);
 
 } // namespace zk::bench

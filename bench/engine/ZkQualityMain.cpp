@@ -62,7 +62,8 @@ int main(int argc, char **argv)
 {
     Arguments arguments;
     if (!parse(argc, argv, &arguments)) {
-        std::fprintf(stderr, "usage: %s DIR [--height PIXELS] [--clips A,B] [--no-strokes]\n", argv[0]);
+        std::fprintf(
+            stderr, "usage: %s DIR [--height PIXELS] [--clips A,B] [--no-strokes]\n", argv[0]);
         return 2;
     }
     if (arguments.clips.empty())

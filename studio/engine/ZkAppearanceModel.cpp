@@ -36,7 +36,7 @@ AppearanceModel::AppearanceModel(const AppearanceOptions &options)
     , m_network(options.network)
     , m_color(options.color)
     , m_random(options.network.seed + 1)
-{}
+{ }
 
 void AppearanceModel::learnTruth(const FrameFeatures &features, const cv::Mat &matte)
 {
@@ -50,7 +50,8 @@ void AppearanceModel::learnTruth(const FrameFeatures &features, const cv::Mat &m
     };
     const int count = m_options.objectSamples + m_options.nearSamples + m_options.farSamples;
     // A thin object has no inside.
-    append(cv::countNonZero(object) > 0 ? object : matte, m_options.objectSamples, 1.0f, 0.4 * count);
+    append(
+        cv::countNonZero(object) > 0 ? object : matte, m_options.objectSamples, 1.0f, 0.4 * count);
     append(around, m_options.nearSamples, 0.0f, 0.35 * count);
     append(background, m_options.farSamples, 0.0f, 0.25 * count);
     m_network.train(set, m_options.truthEpochs);

@@ -16,19 +16,19 @@ struct AppearanceOptions
     PixelNetworkOptions network;
     ColorModelOptions color;
 
-    int objectSamples = 2000;     // of a frame that the user vouches for
-    int nearSamples = 1500;       // background around the object
-    int farSamples = 1000;        // background anywhere
-    int nearReach = 24;           // pixels of the working copy
-    int gap = 1;                  // pixels on both sides of the outline that nobody learns from
+    int objectSamples = 2000; // of a frame that the user vouches for
+    int nearSamples = 1500; // background around the object
+    int farSamples = 1000; // background anywhere
+    int nearReach = 24; // pixels of the working copy
+    int gap = 1; // pixels on both sides of the outline that nobody learns from
     int truthEpochs = 12;
-    int maximumTruths = 20000;    // samples that are remembered; the oldest are thinned out beyond
+    int maximumTruths = 20000; // samples that are remembered; the oldest are thinned out beyond
 
-    int adaptSamples = 500;       // of each kind, of a tracked frame
-    int replaySamples = 1000;     // of the truths, with every update
-    double adaptWeight = 0.5;     // of a tracked sample against a true one
-    double adaptRate = 0.3;       // learning rate of an update against that of the first training
-    double colorRate = 0.1;       // share of the tracked frame in the colours
+    int adaptSamples = 500; // of each kind, of a tracked frame
+    int replaySamples = 1000; // of the truths, with every update
+    double adaptWeight = 0.5; // of a tracked sample against a true one
+    double adaptRate = 0.3; // learning rate of an update against that of the first training
+    double colorRate = 0.1; // share of the tracked frame in the colours
 };
 
 class ZKENGINE_EXPORT AppearanceModel

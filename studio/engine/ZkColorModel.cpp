@@ -71,7 +71,7 @@ void mix(std::vector<float> &into, const std::vector<float> &other, float rate)
 
 ColorModel::ColorModel(const ColorModelOptions &options)
     : m_options(options)
-{}
+{ }
 
 void ColorModel::learn(const cv::Mat &lab, const cv::Mat &object, const cv::Mat &background)
 {

@@ -11,9 +11,9 @@ namespace zk::engine {
 
 struct ColorModelOptions
 {
-    int smoothing = 2;       // rounds of smoothing over neighbouring bins
-    double prior = 2e-4;    // share of a bin that nobody has seen; bounds the odds of rare colours
-    double limit = 5.0;     // largest absolute logit
+    int smoothing = 2; // rounds of smoothing over neighbouring bins
+    double prior = 2e-4; // share of a bin that nobody has seen; bounds the odds of rare colours
+    double limit = 5.0; // largest absolute logit
 };
 
 class ZKENGINE_EXPORT ColorModel

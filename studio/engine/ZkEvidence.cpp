@@ -26,7 +26,7 @@ cv::Mat depth(const cv::Mat &object, const cv::Rect &area, double scale)
     cv::Mat in, out;
     cv::distanceTransform(inside, in, cv::DIST_L2, 3);
     cv::distanceTransform(~inside, out, cv::DIST_L2, 3);
-    const cv::Mat distance = (in(area) - out(area)) / scale;
+    const cv::Mat distance = (in(area)-out(area)) / scale;
     return cv::min(cv::max(distance, -1.0), 1.0);
 }
 
@@ -53,8 +53,8 @@ Evidence gatherEvidence(const FrameData &earlier,
                         const AppearanceModel &appearance,
                         const EvidenceOptions &options)
 {
-    const WarpedMatte warped
-        = warpMatte(matte, motion, earlier.features.lab, later.features.lab, options.warp);
+    const WarpedMatte warped =
+        warpMatte(matte, motion, earlier.features.lab, later.features.lab, options.warp);
     Evidence evidence;
     evidence.area = searchedArea(warped.object, options);
     if (evidence.area.empty())

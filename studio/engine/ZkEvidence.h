@@ -26,9 +26,10 @@ struct EvidenceOptions
     double distanceWeight = 0.9;
     double colorWeight = 0.10;
     double bias = 0.0;
-    double distanceScale = 12.0; // pixels at which the distance to the warped outline says all it can
-    int smallestMargin = 24;     // pixels of the working copy around the warped object
-    double margin = 0.25;        // the same as a share of the object's size
+    double distanceScale =
+        12.0; // pixels at which the distance to the warped outline says all it can
+    int smallestMargin = 24; // pixels of the working copy around the warped object
+    double margin = 0.25; // the same as a share of the object's size
 };
 
 // All CV_32FC1 of the size of the area. Network and colour are logits, the others -1 .. 1; positive =

@@ -13,11 +13,11 @@ namespace zk::engine {
 
 struct FrameData
 {
-    cv::Mat frame;       // as it came: shares the caller's pixels
+    cv::Mat frame; // as it came: shares the caller's pixels
     cv::Mat motionImage; // for the motion to the frame after this one
     FrameFeatures features;
     Descriptors descriptors; // views of the features
-    MotionField motion;      // from the frame before; empty for the first one
+    MotionField motion; // from the frame before; empty for the first one
     std::weak_ptr<const FrameData> previous; // the frame that the motion was measured from
 };
 

@@ -54,12 +54,9 @@ public:
     PlaneWriter(cv::Mat &planes, const cv::Size &size)
         : m_planes(planes)
         , m_size(size)
-    {}
+    { }
 
-    cv::Mat at(int feature) const
-    {
-        return cv::Mat(m_size, CV_8U, m_planes.ptr(feature));
-    }
+    cv::Mat at(int feature) const { return cv::Mat(m_size, CV_8U, m_planes.ptr(feature)); }
     void writeColor(int feature, const cv::Mat &lab) const { writeShifted(feature, lab, {0, 0}); }
     void writeShifted(int feature, const cv::Mat &lab, const cv::Point &shift) const
     {

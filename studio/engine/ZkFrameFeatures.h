@@ -14,19 +14,19 @@ struct FeatureOptions
 
 // The rows of FrameFeatures::planes. Values that can be negative are stored around 128.
 namespace Feature {
-constexpr int color = 0;      // L, a, b
-constexpr int fine = 3;       // L, a, b, slightly blurred
-constexpr int middle = 6;     // L, a, b over about 9 pixels
-constexpr int coarse = 9;     // L, a, b over about 25 pixels
+constexpr int color = 0; // L, a, b
+constexpr int fine = 3; // L, a, b, slightly blurred
+constexpr int middle = 6; // L, a, b over about 9 pixels
+constexpr int coarse = 9; // L, a, b over about 25 pixels
 constexpr int deviation = 12; // of L over 5 and 13 pixels, of a and b over 9
-constexpr int gradient = 16;  // of L: fine and coarse strength, then coarse x and y
-constexpr int around = 20;    // L, a, b at 4 places 4 pixels away, then at 4 places 9 pixels away
+constexpr int gradient = 16; // of L: fine and coarse strength, then coarse x and y
+constexpr int around = 20; // L, a, b at 4 places 4 pixels away, then at 4 places 9 pixels away
 constexpr int count = 44;
 } // namespace Feature
 
 struct FrameFeatures
 {
-    cv::Mat lab;    // CV_8UC3, working size, L a b
+    cv::Mat lab; // CV_8UC3, working size, L a b
     cv::Mat planes; // CV_8UC1: one row per feature, one column per pixel of the working copy
 
     cv::Size size() const { return lab.size(); }

@@ -19,7 +19,7 @@ public:
         , m_distance(distance)
         , m_edgeWeight(edgeWeight)
         , m_step(step)
-    {}
+    { }
 
     void run()
     {
@@ -30,16 +30,16 @@ public:
 private:
     float cost(const cv::Vec3b &a, const cv::Vec3b &b, float length) const
     {
-        const int difference
-            = std::abs(a[0] - b[0]) + std::abs(a[1] - b[1]) + std::abs(a[2] - b[2]);
+        const int difference =
+            std::abs(a[0] - b[0]) + std::abs(a[1] - b[1]) + std::abs(a[2] - b[2]);
         return length + m_edgeWeight * difference;
     }
     void relax(float &value, const cv::Vec3b &color, int y, int x, float length) const
     {
         if (x < 0 || x >= m_lab.cols || y < 0 || y >= m_lab.rows)
             return;
-        const float candidate
-            = m_distance.ptr<float>(y)[x] + cost(color, m_lab.ptr<cv::Vec3b>(y)[x], length);
+        const float candidate =
+            m_distance.ptr<float>(y)[x] + cost(color, m_lab.ptr<cv::Vec3b>(y)[x], length);
         if (candidate < value)
             value = candidate;
     }

@@ -70,8 +70,8 @@ void addPixel(GridMaxFlow &flow, const cv::Mat &lab, const Prices &prices, const
         const cv::Point other = at + links[direction];
         if (!area.contains(other))
             continue;
-        const int price
-            = prices.between(lab.at<cv::Vec3b>(at), lab.at<cv::Vec3b>(other), direction > 1);
+        const int price =
+            prices.between(lab.at<cv::Vec3b>(at), lab.at<cv::Vec3b>(other), direction > 1);
         flow.setLink(at.x, at.y, direction, price);
     }
 }

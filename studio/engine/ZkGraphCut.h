@@ -9,8 +9,9 @@ namespace zk::engine {
 
 struct GraphCutOptions
 {
-    double smoothness = 4.0; // price of an outline between two equal neighbours, in units of a logit
-    double contrast = 1.0;   // how fast the price falls with the difference of the two colours
+    double smoothness =
+        4.0; // price of an outline between two equal neighbours, in units of a logit
+    double contrast = 1.0; // how fast the price falls with the difference of the two colours
 };
 
 // A logit that no neighbourhood can outvote.
@@ -18,8 +19,7 @@ constexpr float certainLogit = 1000.0f;
 
 // logits: CV_32FC1, positive = object. lab: CV_8UC3 of the same size. Returns a CV_8UC1 matte of 0
 // and 255 that minimises the sum of the |logits| it goes against and of the prices of its outline.
-ZKENGINE_EXPORT cv::Mat cutGraph(const cv::Mat &logits,
-                                 const cv::Mat &lab,
-                                 const GraphCutOptions &options = {});
+ZKENGINE_EXPORT cv::Mat
+cutGraph(const cv::Mat &logits, const cv::Mat &lab, const GraphCutOptions &options = {});
 
 } // namespace zk::engine

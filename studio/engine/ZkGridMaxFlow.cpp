@@ -20,10 +20,17 @@ constexpr int unlimited = std::numeric_limits<int>::max();
 GridMaxFlow::GridMaxFlow(const cv::Size &size)
     : m_size(size)
     , m_stride(size.width + 2)
-    , m_offsets {1, -1, m_stride, -m_stride, m_stride + 1, -m_stride - 1, m_stride - 1, 1 - m_stride}
+    , m_offsets {1,
+                 -1,
+                 m_stride,
+                 -m_stride,
+                 m_stride + 1,
+                 -m_stride - 1,
+                 m_stride - 1,
+                 1 - m_stride}
     // A frame of nodes without capacity saves every check for the border.
     , m_nodes(static_cast<std::size_t>(m_stride) * (size.height + 2))
-{}
+{ }
 
 void GridMaxFlow::setLink(int x, int y, int direction, int capacity)
 {
@@ -151,9 +158,8 @@ void GridMaxFlow::pushToTerminal(int node, int amount)
 void GridMaxFlow::augment(const Meeting &meeting)
 {
     int &forward = m_nodes[meeting.source].capacity[meeting.direction];
-    const int amount = std::min({forward,
-                                 bottleneckToTerminal(meeting.source),
-                                 bottleneckToTerminal(meeting.sink)});
+    const int amount = std::min(
+        {forward, bottleneckToTerminal(meeting.source), bottleneckToTerminal(meeting.sink)});
     forward -= amount;
     m_nodes[meeting.sink].capacity[opposite(meeting.direction)] += amount;
     pushToTerminal(meeting.source, amount);
@@ -214,8 +220,8 @@ void GridMaxFlow::adopt(int index)
         const Node &other = m_nodes[otherIndex];
         if (other.tree != node.tree)
             continue;
-        const int capacity
-            = node.tree == Source ? other.capacity[opposite(direction)] : node.capacity[direction];
+        const int capacity =
+            node.tree == Source ? other.capacity[opposite(direction)] : node.capacity[direction];
         if (capacity == 0)
             continue;
         const int distance = distanceToTerminal(otherIndex);

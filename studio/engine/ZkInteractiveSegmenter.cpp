@@ -89,7 +89,7 @@ struct InteractiveSegmenter::Private
 {
     explicit Private(const InteractiveSegmenterOptions &o)
         : options(o)
-    {}
+    { }
 
     const FrameFeatures &featuresOf(const cv::Mat &frame);
     SeedPair seedsFromStrokes(const Task &task) const;
@@ -172,8 +172,8 @@ cv::Mat InteractiveSegmenter::Private::appearance(const SeedPair &seeds) const
 cv::Mat InteractiveSegmenter::Private::nearness(const SeedPair &seeds) const
 {
     const cv::Mat object = geodesicDistance(features.lab, seeds.object.all(), options.geodesic);
-    const cv::Mat background
-        = geodesicDistance(features.lab, seeds.background.all(), options.geodesic);
+    const cv::Mat background =
+        geodesicDistance(features.lab, seeds.background.all(), options.geodesic);
     const cv::Mat sum = object + background + 1e-3;
     return (background - object) / sum;
 }
@@ -188,31 +188,37 @@ cv::Mat InteractiveSegmenter::Private::loyalty(const Task &task) const
     task.previous.convertTo(prior, CV_32F, 2.0 / 255.0, -1.0);
     if (cv::countNonZero(contradicting) == 0)
         return prior;
-    cv::Mat distance = geodesicDistance(features.lab, contradicting, options.geodesic);
-    const cv::Mat reach = cv::min(distance / 60.0, 1.0);
+    const cv::Mat distance = geodesicDistance(features.lab, contradicting, options.geodesic);
+    const cv::Mat reach = cv::min(distance / options.correctionReach, 1.0);
     return prior.mul(reach);
 }
 
 cv::Mat InteractiveSegmenter::Private::solve(const Task &task) const
 {
     const bool correcting = !task.previous.empty();
-    const SeedPair seeds = correcting ? seedsFromPrevious(task) : seedsFromStrokes(task);
-    cv::Mat logits = appearance(seeds) + options.geodesicWeight * nearness(seeds);
+    SeedPair seeds = correcting ? seedsFromPrevious(task) : seedsFromStrokes(task);
+    cv::Mat constant = options.geodesicWeight * nearness(seeds);
     if (correcting)
-        logits += options.previousWeight * loyalty(task);
-    logits.setTo(certainLogit, task.keep);
-    logits.setTo(-certainLogit, task.remove);
-    const cv::Mat matte = cutGraph(logits, features.lab, options.cut);
-    return connectedTo(matte, correcting ? task.keep | hardMatte(task.previous) : task.keep);
+        constant += options.previousWeight * loyalty(task);
+    const cv::Mat anchors = correcting ? task.keep | hardMatte(task.previous) : task.keep;
+    cv::Mat matte;
+    for (int pass = 0; pass < options.passes; ++pass) {
+        cv::Mat logits = appearance(seeds) + constant;
+        logits.setTo(certainLogit, task.keep);
+        logits.setTo(-certainLogit, task.remove);
+        matte = connectedTo(cutGraph(logits, features.lab, options.cut), anchors);
+        seeds.background.guessed = ~grownMask(matte, options.gap) & ~task.keep;
+    }
+    return matte;
 }
 
 InteractiveSegmenter::InteractiveSegmenter()
     : InteractiveSegmenter(InteractiveSegmenterOptions())
-{}
+{ }
 
 InteractiveSegmenter::InteractiveSegmenter(const InteractiveSegmenterOptions &options)
     : d(std::make_unique<Private>(options))
-{}
+{ }
 
 InteractiveSegmenter::~InteractiveSegmenter() = default;
 InteractiveSegmenter::InteractiveSegmenter(InteractiveSegmenter &&) noexcept = default;

@@ -76,7 +76,7 @@ public:
         , m_shift(shift)
         , m_options(options)
         , m_scale(float(1.0 / (options.tolerance * options.tolerance)))
-    {}
+    { }
 
     void runRow(int row, float *out) const
     {

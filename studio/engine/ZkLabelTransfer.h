@@ -10,8 +10,8 @@ namespace zk::engine {
 
 struct LabelTransferOptions
 {
-    int radius = 12;         // of the search, in pixels of the working copy
-    int step = 2;            // between two places that are looked at
+    int radius = 12; // of the search, in pixels of the working copy
+    int step = 2; // between two places that are looked at
     double tolerance = 40.0; // sum of absolute differences at which a place has little to say
 };
 

@@ -28,7 +28,10 @@ struct ColorLine
 };
 
 // Moments of the colours in each window, inverted: what does not depend on the matte.
-cv::Matx33f inverseCovariance(const cv::Vec3f &mean, const cv::Vec3f &squares, const cv::Vec3f &mixed, float epsilon)
+cv::Matx33f inverseCovariance(const cv::Vec3f &mean,
+                              const cv::Vec3f &squares,
+                              const cv::Vec3f &mixed,
+                              float epsilon)
 {
     cv::Matx33f covariance(squares[0] - mean[0] * mean[0] + epsilon,
                            mixed[0] - mean[0] * mean[1],
@@ -70,7 +73,10 @@ cv::Mat nearOutline(const cv::Mat &alpha, int radius)
     return (highest - lowest) > 0.05f;
 }
 
-ColorLine fitLines(const cv::Mat &color, const cv::Mat &alpha, const cv::Mat &band, const MatteRefinerOptions &options)
+ColorLine fitLines(const cv::Mat &color,
+                   const cv::Mat &alpha,
+                   const cv::Mat &band,
+                   const MatteRefinerOptions &options)
 {
     cv::Mat alpha3;
     cv::merge(std::vector<cv::Mat> {alpha, alpha, alpha}, alpha3);
@@ -107,9 +113,8 @@ struct Sampling
         , share(fullLength)
     {
         for (int i = 0; i < fullLength; ++i) {
-            const float at = std::clamp((i + 0.5f) * coarseLength / fullLength - 0.5f,
-                                        0.0f,
-                                        float(coarseLength - 1));
+            const float at = std::clamp(
+                (i + 0.5f) * coarseLength / fullLength - 0.5f, 0.0f, float(coarseLength - 1));
             index[i] = std::min(int(at), std::max(0, coarseLength - 2));
             share[i] = at - index[i];
         }
@@ -163,8 +168,8 @@ private:
     {
         const cv::Vec4f at = left + m_columns.share[x] * (right - left);
         const uchar *color = m_frame.ptr(y) + x * m_frame.channels();
-        const float alpha = at[3]
-            + (at[0] * color[0] + at[1] * color[1] + at[2] * color[2]) * (1.0f / 255.0f);
+        const float alpha =
+            at[3] + (at[0] * color[0] + at[1] * color[1] + at[2] * color[2]) * (1.0f / 255.0f);
         return cv::saturate_cast<uchar>(255.0f * ((alpha - 0.5f) * m_contrast + 0.5f));
     }
 

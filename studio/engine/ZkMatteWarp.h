@@ -10,15 +10,15 @@ namespace zk::engine {
 
 struct MatteWarpOptions
 {
-    int rounds = 3;             // of the search for where a pixel came from
-    double consistency = 1.5;   // pixels: vectors that do not lead back this closely are not trusted
-    double photometric = 0.04;  // change of the probability per unit of Lab difference
+    int rounds = 3; // of the search for where a pixel came from
+    double consistency = 1.5; // pixels: vectors that do not lead back this closely are not trusted
+    double photometric = 0.04; // change of the probability per unit of Lab difference
 };
 
 // All CV_32F of the working size.
 struct WarpedMatte
 {
-    cv::Mat object;     // probability of the object, 0 .. 1
+    cv::Mat object; // probability of the object, 0 .. 1
     cv::Mat objectFlow; // CV_32FC2, on the later frame: from where a pixel came if it is object
 };
 

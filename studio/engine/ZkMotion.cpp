@@ -31,9 +31,8 @@ cv::Mat flowBetween(const cv::Mat &from, const cv::Mat &to, const cv::Size &size
 cv::Mat motionImage(const cv::Mat &frame, const MotionOptions &options)
 {
     cv::Mat gray;
-    cv::cvtColor(shrunkFrame(frame, workingSize(frame.size(), options.pixels)),
-                 gray,
-                 cv::COLOR_RGB2GRAY);
+    cv::cvtColor(
+        shrunkFrame(frame, workingSize(frame.size(), options.pixels)), gray, cv::COLOR_RGB2GRAY);
     return gray;
 }
 

@@ -9,14 +9,15 @@ namespace zk::engine {
 
 struct MotionOptions
 {
-    int pixels = 854 * 480; // area at which the flow is measured; smaller frames are taken as they are
+    int pixels =
+        854 * 480; // area at which the flow is measured; smaller frames are taken as they are
     bool spatialPropagation = true;
 };
 
 // Both fields are CV_32FC2 (x, y) of the working size, in pixels of the working copy.
 struct MotionField
 {
-    cv::Mat forward;  // on the earlier frame's grid: where its pixels go
+    cv::Mat forward; // on the earlier frame's grid: where its pixels go
     cv::Mat backward; // on the later frame's grid: where its pixels come from
 
     bool isEmpty() const { return forward.empty(); }

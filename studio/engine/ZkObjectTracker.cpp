@@ -45,7 +45,7 @@ cv::Mat asShare(const cv::Mat &matte)
 // What the tracker thinks of one frame, at working size.
 struct Estimate
 {
-    cv::Mat matte;    // CV_8UC1, 0 or 255
+    cv::Mat matte; // CV_8UC1, 0 or 255
     cv::Mat doubtful; // CV_8UC1, non-zero where the matte may be wrong
     double confidence = 0.0;
 };
@@ -57,7 +57,7 @@ struct ObjectTracker::Private
     explicit Private(const TrackerOptions &o)
         : options(o)
         , appearance(o.appearance)
-    {}
+    { }
 
     void forget();
     void stand(const FramePointer &at, const cv::Mat &matte);
@@ -73,10 +73,10 @@ struct ObjectTracker::Private
     const TrackerOptions options; // read by prepare() on other threads; everything below is not
     AppearanceModel appearance;
     FramePointer current;
-    cv::Mat matte;          // CV_8UC1, 0 or 255, working size
-    int area = 0;           // of the matte
+    cv::Mat matte; // CV_8UC1, 0 or 255, working size
+    int area = 0; // of the matte
     double usualArea = 0.0; // of the object when it is seen whole
-    cv::Rect lastSeen;      // box in which it was seen last
+    cv::Rect lastSeen; // box in which it was seen last
     int lostFrames = 0;
     int sinceAdapted = 0;
 };
@@ -120,10 +120,8 @@ MotionField ObjectTracker::Private::motionTo(const FrameData &next) const
 {
     if (!next.motion.isEmpty() && next.previous.lock() == current)
         return next.motion;
-    return measureMotion(current->motionImage,
-                         next.motionImage,
-                         next.features.size(),
-                         options.motion);
+    return measureMotion(
+        current->motionImage, next.motionImage, next.features.size(), options.motion);
 }
 
 double ObjectTracker::Private::confidenceOf(const cv::Mat &object, const cv::Mat &logits) const
@@ -149,8 +147,8 @@ Estimate ObjectTracker::Private::decided(const FrameData &next,
 
 Estimate ObjectTracker::Private::follow(const FrameData &next) const
 {
-    const Evidence evidence
-        = gatherEvidence(*current, asShare(matte), next, motionTo(next), appearance, options.evidence);
+    const Evidence evidence = gatherEvidence(
+        *current, asShare(matte), next, motionTo(next), appearance, options.evidence);
     if (evidence.area.empty())
         return {cv::Mat::zeros(matte.size(), CV_8U), cv::Mat::zeros(matte.size(), CV_8U), 0.0};
     const cv::Mat logits = weighedUp(evidence, options.evidence);
@@ -165,7 +163,8 @@ Estimate ObjectTracker::Private::follow(const FrameData &next) const
 Estimate ObjectTracker::Private::search(const FrameData &next) const
 {
     const double growth = options.searchGrowth * (lostFrames + 2);
-    const cv::Size margin(cvRound(lastSeen.width * growth) + 4, cvRound(lastSeen.height * growth) + 4);
+    const cv::Size margin(cvRound(lastSeen.width * growth) + 4,
+                          cvRound(lastSeen.height * growth) + 4);
     const cv::Rect box = grownBox(lastSeen, margin, next.features.size());
     cv::Mat logits = appearance.networkLogits(next.features, box);
     cv::boxFilter(logits, logits, -1, {5, 5});
@@ -175,12 +174,14 @@ Estimate ObjectTracker::Private::search(const FrameData &next) const
     const int count = cv::connectedComponentsWithStats(object, labels, stats, centres);
     int largest = 0;
     for (int i = 1; i < count; ++i) {
-        if (largest == 0 || stats.at<int>(i, cv::CC_STAT_AREA) > stats.at<int>(largest, cv::CC_STAT_AREA))
+        if (largest == 0
+            || stats.at<int>(i, cv::CC_STAT_AREA) > stats.at<int>(largest, cv::CC_STAT_AREA))
             largest = i;
     }
-    const bool believed = largest > 0
-        && stats.at<int>(largest, cv::CC_STAT_AREA) >= options.foundShare * usualArea;
-    object.setTo(0, believed ? cv::Mat(labels != largest) : cv::Mat(object.size(), CV_8U, cv::Scalar(255)));
+    const bool believed =
+        largest > 0 && stats.at<int>(largest, cv::CC_STAT_AREA) >= options.foundShare * usualArea;
+    object.setTo(
+        0, believed ? cv::Mat(labels != largest) : cv::Mat(object.size(), CV_8U, cv::Scalar(255)));
     estimate.confidence = confidenceOf(object, logits);
     return estimate;
 }
@@ -195,11 +196,11 @@ void ObjectTracker::Private::adapt(const FrameData &next, const Estimate &estima
 
 ObjectTracker::ObjectTracker()
     : ObjectTracker(TrackerOptions())
-{}
+{ }
 
 ObjectTracker::ObjectTracker(const TrackerOptions &options)
     : d(std::make_unique<Private>(options))
-{}
+{ }
 
 ObjectTracker::~ObjectTracker() = default;
 ObjectTracker::ObjectTracker(ObjectTracker &&) noexcept = default;
@@ -227,10 +228,8 @@ PreparedFrame ObjectTracker::prepare(const PreparedFrame &previous, const cv::Ma
     if (previous.isEmpty() || !isFrame(frame) || frame.size() != previous.size())
         return {};
     const auto data = frameData(frame, d->options);
-    data->motion = measureMotion(previous.data()->motionImage,
-                                 data->motionImage,
-                                 data->features.size(),
-                                 d->options.motion);
+    data->motion = measureMotion(
+        previous.data()->motionImage, data->motionImage, data->features.size(), d->options.motion);
     data->previous = previous.data();
     return PreparedFrame(data);
 }
@@ -260,7 +259,8 @@ TrackedFrame ObjectTracker::advance(const PreparedFrame &next)
     const bool faint = cv::countNonZero(estimate.matte) < d->options.lostShare * d->usualArea;
     if (estimate.matte.empty() || faint) {
         Estimate found = d->search(*data);
-        if (estimate.matte.empty() || cv::countNonZero(found.matte) > cv::countNonZero(estimate.matte))
+        if (estimate.matte.empty()
+            || cv::countNonZero(found.matte) > cv::countNonZero(estimate.matte))
             estimate = found;
     }
     d->stand(data, estimate.matte);

@@ -74,8 +74,8 @@ void adamStep(float *value, const float *gradient, float *mean, float *square, i
     for (int i = 0; i < count; ++i) {
         mean[i] += 0.1f * (gradient[i] - mean[i]);
         square[i] += 0.01f * (gradient[i] * gradient[i] - square[i]);
-        const float direction = mean[i] * adam.meanCorrection
-            / (std::sqrt(square[i] * adam.squareCorrection) + 1e-6f);
+        const float direction =
+            mean[i] * adam.meanCorrection / (std::sqrt(square[i] * adam.squareCorrection) + 1e-6f);
         value[i] -= adam.rate * (direction + adam.decay * value[i]);
     }
 }
@@ -133,7 +133,7 @@ void PixelNetwork::Layer::step(float rate, float decay, int steps)
 {
     const float meanCorrection = float(1.0 / (1.0 - std::pow(0.9, steps)));
     const float squareCorrection = float(1.0 / (1.0 - std::pow(0.99, steps)));
-    Adam adam{rate, decay, meanCorrection, squareCorrection};
+    Adam adam {rate, decay, meanCorrection, squareCorrection};
     adamStep(weights.data(),
              weightGradient.data(),
              weightMean.data(),
@@ -150,7 +150,7 @@ struct PixelNetwork::Activations
         : input(layers[0].inputs)
         , hidden1(layers[0].outputs)
         , hidden2(layers[1].outputs)
-    {}
+    { }
 
     std::vector<float> input, hidden1, hidden2;
 };
@@ -197,12 +197,14 @@ void PixelNetwork::backward(float error, const Activations &at, Activations &gra
 {
     std::fill(gradient.hidden2.begin(), gradient.hidden2.end(), 0.0f);
     std::fill(gradient.hidden1.begin(), gradient.hidden1.end(), 0.0f);
-    const auto run = [](Layer &layer, int o, float delta, const std::vector<float> &in, float *down) {
-        layer.biasGradient[o] += delta;
-        addScaled(layer.weightGradient.data() + o * layer.inputs, in.data(), delta, layer.inputs);
-        if (down)
-            addScaled(down, layer.weights.data() + o * layer.inputs, delta, layer.inputs);
-    };
+    const auto run =
+        [](Layer &layer, int o, float delta, const std::vector<float> &in, float *down) {
+            layer.biasGradient[o] += delta;
+            addScaled(
+                layer.weightGradient.data() + o * layer.inputs, in.data(), delta, layer.inputs);
+            if (down)
+                addScaled(down, layer.weights.data() + o * layer.inputs, delta, layer.inputs);
+        };
     run(m_layers[2], 0, error, at.hidden2, gradient.hidden2.data());
     for (int o = 0; o < m_layers[1].outputs; ++o) {
         if (at.hidden2[o] > 0.0f)

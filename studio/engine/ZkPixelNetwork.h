@@ -25,17 +25,15 @@ struct PixelNetworkOptions
 // Pixels to learn from; the three parts run in step.
 struct TrainingSet
 {
-    cv::Mat features;           // CV_32FC1, one row of Feature::count values per sample
+    cv::Mat features; // CV_32FC1, one row of Feature::count values per sample
     std::vector<float> targets; // 1 = object, 0 = background
     std::vector<float> weights; // importance of the sample
 
     int size() const { return features.rows; }
     void append(const TrainingSet &other);
     // Adds the pixels (indices into the working copy, row by row).
-    void append(const FrameFeatures &from,
-                const std::vector<int> &pixels,
-                float target,
-                float weight);
+    void
+    append(const FrameFeatures &from, const std::vector<int> &pixels, float target, float weight);
 };
 
 // Feature::count inputs, two hidden layers, one output, trained with Adam on the logistic loss.

@@ -8,7 +8,7 @@ namespace zk::engine {
 
 PreparedFrame::PreparedFrame(std::shared_ptr<const FrameData> data)
     : m_data(std::move(data))
-{}
+{ }
 
 cv::Size PreparedFrame::size() const
 {

@@ -19,11 +19,11 @@ struct TrackerOptions
     GraphCutOptions cut {1.5, 1.0};
     MatteRefinerOptions refiner;
 
-    int adaptEvery = 2;             // frames between two updates of the appearance
-    double lostShare = 0.25;        // of the usual area: below it the object is searched for
-    double searchGrowth = 0.15;     // growth of the searched box per frame, share of its size
-    double foundShare = 0.15;       // of the usual area: smaller finds are not believed
-    double foundLogit = 2.0;        // mean logit of the network over a find that is believed
+    int adaptEvery = 2; // frames between two updates of the appearance
+    double lostShare = 0.25; // of the usual area: below it the object is searched for
+    double searchGrowth = 0.15; // growth of the searched box per frame, share of its size
+    double foundShare = 0.15; // of the usual area: smaller finds are not believed
+    double foundLogit = 2.0; // mean logit of the network over a find that is believed
 };
 
 } // namespace zk::engine

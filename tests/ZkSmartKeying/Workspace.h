@@ -1,0 +1,146 @@
+// A presenter on a fake host, with every log line and signal in the journal when a test asks for it.
+#pragma once
+
+#include "FakeEditController.h"
+#include "FakeMediaLibrary.h"
+#include "FakeMediaPlayer.h"
+#include "ZkTestMain.h"
+
+#include "presenters/ZkSmartKeyingPresenter.h"
+#include "presets/ZCutoutPresetItemManager.h"
+#include "presets/ZCutoutPresetItemModel.h"
+
+#include <QMetaMethod>
+
+using namespace zk::fake;
+
+// Notes every signal of an object with its arguments.
+class SignalJournal : public QObject
+{
+public:
+    explicit SignalJournal(QObject *sender)
+        : m_sender(sender)
+    {
+        const QMetaObject *const meta = sender->metaObject();
+        const int offset = QObject::staticMetaObject.methodCount();
+        for (int i = offset; i < meta->methodCount(); ++i) {
+            // A signal with a default argument counts once.
+            const QMetaMethod method = meta->method(i);
+            if (method.methodType() == QMetaMethod::Signal
+                && !(method.attributes() & QMetaMethod::Cloned))
+                QMetaObject::connect(sender, i, this, offset + i, Qt::DirectConnection);
+        }
+    }
+
+    int qt_metacall(QMetaObject::Call call, int id, void **arguments) override
+    {
+        id = QObject::qt_metacall(call, id, arguments);
+        if (id < 0 || call != QMetaObject::InvokeMetaMethod)
+            return id;
+        const QMetaMethod method = m_sender->metaObject()->method(id);
+        QStringList values;
+        for (int i = 0; i < method.parameterCount(); ++i)
+            values += QVariant(method.parameterType(i), arguments[i + 1]).toString();
+        QString text = QString::fromLatin1(method.name());
+        if (!values.isEmpty())
+            text += QLatin1Char('(') + values.join(QLatin1Char(',')) + QLatin1Char(')');
+        journal() += text;
+        return -1;
+    }
+
+private:
+    QObject *m_sender;
+};
+
+// Notes "log LEVEL SOURCE FUNCTION: MESSAGE", headed by the logger's name unless it is the default one.
+class LogJournal
+{
+public:
+    LogJournal()
+        : m_sink(ZkBaseLog::addSink([](const ZkLogRecord &record) {
+            const bool isDefault = record.logger == ZkBaseLog::defaultLogger()->name();
+            journal() += QStringLiteral("%1log %2 %3 %4: %5")
+                             .arg(isDefault ? QString() : record.logger + QLatin1Char(' '))
+                             .arg(record.level)
+                             .arg(record.file, record.function, record.message);
+        }))
+    { }
+    ~LogJournal() { ZkBaseLog::removeSink(m_sink); }
+
+private:
+    Q_DISABLE_COPY(LogJournal)
+    int m_sink;
+};
+
+class Workspace
+{
+public:
+    explicit Workspace(ZKSMARTKEYING::ZkSmartKeyingBusinessType type = ZKSMARTKEYING::SmartCutout,
+                       bool readable = true)
+    {
+        glow.described.reset(new Effect(ZKTIMELINE::SmartKeyingEffect, "glow"));
+        neon.described.reset(new Effect(ZKTIMELINE::SmartKeyingEffect, "neon"));
+        neon.missing = true;
+        folder.own = {&glowMedia, &neonMedia};
+        project.library.tree = {&folder};
+        clip.hasSource = readable;
+        clip.line.head.setPosition(130);
+        takeJournal();
+        presenter = std::make_unique<ZkSmartKeyingPresenter>(type, &clip);
+        controller = EditController::instance();
+        player = MediaPlayer::of(presenter->playerPresenter());
+    }
+
+    // Puts an effect on the edit clip as if it had been there before.
+    Effect *carry(int type, const char *slug, bool enabled = true)
+    {
+        const auto effect = QSharedPointer<Effect>::create(type, slug);
+        effect->timeline = &controller->clip.line;
+        effect->enabled = enabled;
+        controller->clip.list.effects.append(effect);
+        return effect.data();
+    }
+    // The preset model's rows are then: None, glow (on disk), neon (to be downloaded).
+    ZCutoutPresetItemModel *model()
+    {
+        ZCutoutPresetItemModel *const items = presenter->presetManager()->itemModel();
+        items->addVirtualNoneItem();
+        return items;
+    }
+    void report(int kind, int subKind) { controller->clip.line.report({kind, subKind}); }
+
+    ProjectManager project;
+    Folder folder {QStringLiteral("1_subject_smart_cutout_preset")};
+    MediaItem glow {11, QStringLiteral("glow")};
+    MediaItem neon {12, QStringLiteral("neon")};
+    Media glowMedia {QStringLiteral("Glow"), &glow};
+    Media neonMedia {QStringLiteral("Neon"), &neon};
+    Clip clip {"project"};
+    std::unique_ptr<ZkSmartKeyingPresenter> presenter;
+    EditController *controller;
+    MediaPlayer *player;
+};
+
+inline QImage strokes()
+{
+    return QImage(4, 4, QImage::Format_ARGB32_Premultiplied);
+}
+
+// Calls in the journal that start with one of these words.
+inline QStringList noted(std::initializer_list<const char *> starts)
+{
+    QStringList found;
+    for (const QString &call : takeJournal()) {
+        for (const char *start : starts) {
+            if (call.startsWith(QLatin1String(start)))
+                found += call;
+        }
+    }
+    return found;
+}
+
+// A list of calls written as one text with a line each.
+inline QStringList lines(const char *text)
+{
+    return QString::fromLatin1(text).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+}

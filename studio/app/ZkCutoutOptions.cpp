@@ -27,6 +27,8 @@ void addOptions(QCommandLineParser *parser)
     add("truth", "Compare with true mattes, one %05d.png per frame.", "DIR");
     add("library", "Folder of the preset library.", "DIR");
     add("preset-server", "Address that the preset catalogue is fetched from.", "URL");
+    parser->addOption({QStringLiteral("centre"),
+                       QStringLiteral("Keep what is in the middle of the first frame.")});
     parser->addOption(
         {QStringLiteral("matte"), QStringLiteral("Write the matte instead of the cutout.")});
     parser->addOption({QStringLiteral("json"), QStringLiteral("Print one JSON object per line.")});

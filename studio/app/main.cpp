@@ -6,7 +6,9 @@
 #include "ZkSampleCommand.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QLoggingCategory>
+#include <QTemporaryDir>
 
 #include <cstdio>
 
@@ -65,6 +67,10 @@ int main(int argc, char **argv)
     // No command opens a window: pictures, cursors and fonts need no display.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Outside a login session there is no runtime directory, which Qt would warn about.
+    const QTemporaryDir runtimeDir;
+    if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
+        qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtimeDir.path()));
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false\n*.info=false"));
     QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("ZkStudio"));

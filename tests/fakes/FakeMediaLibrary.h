@@ -133,11 +133,11 @@ public:
 };
 
 // IZkProjectManager::getInstance() returns it while it lives.
-class ProjectManager : public IZkProjectManager
+class ZKFAKES_EXPORT ProjectManager : public IZkProjectManager
 {
 public:
-    ZKFAKES_EXPORT ProjectManager();
-    ZKFAKES_EXPORT ~ProjectManager() override;
+    ProjectManager();
+    ~ProjectManager() override;
 
     IZkMediaLibrary *mediaLibrary() const override { return &library; }
     QString projectId() const override { return QStringLiteral("project-9"); }

@@ -238,9 +238,9 @@ void ZkSmartKeyingSegmentTest::recordsEachSegmentationOnce()
 
 void ZkSmartKeyingSegmentTest::showsTheEffectOfAStillAgain()
 {
-    const char *const call = "controller.addMask(0)";
-    const char *const off = "effect.setEnabled(glow,false)";
-    const char *const on = "effect.setEnabled(glow,true)";
+    const QString call = "controller.addMask(0)";
+    const QString off = "effect.setEnabled(glow,false)";
+    const QString on = "effect.setEnabled(glow,true)";
     const struct
     {
         int type;

@@ -4,10 +4,10 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QImageWriter>
 #include <QRegularExpression>
-#include <QStorageInfo>
 
 #include <cerrno>
 
@@ -18,17 +18,15 @@ namespace {
 // zlib levels: this one is three times as fast as the default and a tenth larger.
 constexpr int PngCompression = 80; // of Qt's 0-100, most to least compressed
 
-QString pictureFailure(const QString &path, const QString &reason)
+QString pictureFailure(const QFile &file)
 {
-    // Qt does not pass on why the system refused to write.
-    constexpr qint64 Nothing = 64 * 1024; // bytes
-    if (QStorageInfo(QFileInfo(path).absolutePath()).bytesAvailable() < Nothing)
+    if (file.error() == QFileDevice::ResourceError)
         return writeFailure(AVERROR(ENOSPC));
     return QCoreApplication::translate(
                "zk::media",
                "A picture of the sequence could not be written (%1); choose "
                "another folder.")
-        .arg(reason);
+        .arg(file.errorString());
 }
 
 } // namespace
@@ -75,12 +73,15 @@ SequenceWriter::create(const QString &path, const OutputSettings &settings, QStr
 
 bool SequenceWriter::encode(const QImage &image, QString *error)
 {
-    const QString path = QDir(m_part->path()).filePath(m_pattern.fileName(framesWritten() - 1));
-    QImageWriter writer(path, "png");
-    writer.setQuality(PngCompression);
-    if (writer.write(image))
-        return true;
-    *error = pictureFailure(path, writer.errorString());
+    QFile file(QDir(m_part->path()).filePath(m_pattern.fileName(framesWritten() - 1)));
+    if (file.open(QIODevice::WriteOnly)) {
+        QImageWriter writer(&file, "png");
+        writer.setQuality(PngCompression);
+        // The last piece reaches the disk only now, and may be the one that does not fit.
+        if (writer.write(image) && file.flush())
+            return true;
+    }
+    *error = pictureFailure(file);
     return false;
 }
 

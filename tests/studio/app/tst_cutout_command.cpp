@@ -17,6 +17,7 @@
 #endif
 
 using zk::app::ExitCode;
+Q_DECLARE_METATYPE(zk::app::ExitCode)
 
 namespace {
 

@@ -77,8 +77,8 @@ void TestStrokesFile::namesFileLineAndField_data()
         ":4: strokes[1].frame: is missing");
     row("unknown, after tricky text",
         "{\"frame\":0,\"mode\":\"keep\",\"width\":3,\"points\":[[1,1]],\n"
-        "\"no\\\"te]\":\"a,}\",\n\"x\":1}",
-        ":5: strokes[1].no\"te]: unknown field");
+        "\"note\":\"a,}]\\\"{[\",\n\"x\":1}",
+        ":5: strokes[1].note: unknown field");
     row("no object", "7", ":4: strokes[1]: ");
     QTest::newRow("syntax") << QByteArray("{\n\"strokes\": [\n{]}")
                             << QStringLiteral(":3: is not valid JSON");

@@ -87,7 +87,7 @@ void ZkMediaPlayerPlaybackTest::playsFromElsewhere()
     player.presenter.play(); // from the end: once more
     QCOMPARE(player.takeJournal(), QStringLiteral("frame 0, state 3"));
     player.presenter.playhead()->setPosition(20);
-    QVERIFY(player.waitFor(m_paused));
+    QVERIFY(player.waitFor(m_paused) && player.waitFor(player.finished));
     const QStringList journal = player.takeJournal().split(QStringLiteral(", "));
     QCOMPARE(journal.count(player.finished), 1);
     QVERIFY(journal.filter(QStringLiteral("frame")).size() <= 4);

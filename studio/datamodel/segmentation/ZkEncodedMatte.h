@@ -11,7 +11,7 @@ class QDataStream;
 
 namespace zk::datamodel {
 
-// An 8-bit mask of a frame, compressed without loss: the box around what is not 0, as a PNG. A value
+// An 8-bit mask of a frame, compressed without loss: the box around what is not 0. A value
 // that shares its bytes with its copies; a default-constructed one is "no mask". Immutable otherwise,
 // so any thread may hold and decode one.
 class ZKDATAMODEL_EXPORT EncodedMatte
@@ -28,17 +28,17 @@ public:
     // Pixels of at least 128: what the engine takes for the object.
     int objectPixels() const { return m_objectPixels; }
     bool hasObject() const { return m_objectPixels > 0; }
-    int byteCount() const { return m_png.size(); }
+    int byteCount() const { return m_data.size(); }
 
     // Format_Grayscale8 of the frame's size; null for "no mask" and for damaged data.
     QImage decoded() const;
 
     // The same bytes, not merely the same pixels.
-    bool isSharedWith(const EncodedMatte &other) const { return m_png.isSharedWith(other.m_png); }
+    bool isSharedWith(const EncodedMatte &other) const { return m_data.isSharedWith(other.m_data); }
     // The same pixels.
     friend bool operator==(const EncodedMatte &a, const EncodedMatte &b)
     {
-        return a.m_size == b.m_size && a.m_box == b.m_box && a.m_png == b.m_png;
+        return a.m_size == b.m_size && a.m_box == b.m_box && a.m_data == b.m_data;
     }
     friend bool operator!=(const EncodedMatte &a, const EncodedMatte &b) { return !(a == b); }
 
@@ -51,7 +51,7 @@ private:
     QSize m_size;
     QRect m_box; // of the pixels that are not 0
     int m_objectPixels = 0;
-    QByteArray m_png; // of the box; empty when the box is
+    QByteArray m_data; // the box's pixels, compressed; empty when the box is
 };
 
 } // namespace zk::datamodel

@@ -14,7 +14,6 @@ namespace zk::effects {
 struct ContourPoint
 {
     cv::Point2f at; // px of the region; pixel centres have whole numbers
-    cv::Point pixel; // of the object, next to the point
     int previous = 0; // the contours are closed: neighbours as indices into the points
     int next = 0;
     float arc = 0; // px from the start of this contour
@@ -32,13 +31,14 @@ class ContourField
 {
 public:
     // alpha: CV_8UC1, the region's part of the object. Distances are exact up to `reach` px, on both
-    // sides; beyond it they only say "further than that". Where the object touches a side of the
-    // region that is listed as cut, it counts as going on there, and no line runs along that side.
-    struct CutSides
-    {
-        bool left = false, top = false, right = false, bottom = false;
-    };
-    ContourField(const cv::Mat &alpha, double reach, double smoothing, const CutSides &cut);
+    // sides; beyond it they are at least the reach. Where the object touches a side of the
+    // region it counts as going on beyond it, and no line runs along that side. smoothing: along
+    // the contour, in points.
+    ContourField(const cv::Mat &alpha, double reach, double smoothing);
+
+    // The field of the line that keeps this distance from the contour. Lengths along it are even
+    // where those along the contour are squeezed into corners. roundness: see roundedDistance().
+    ContourField offsetBy(double distance, double roundness, double reach) const;
 
     // CV_32FC1 of the region's size: px from the contour, negative inside the object.
     const cv::Mat &distance() const { return m_distance; }
@@ -47,19 +47,17 @@ public:
 
     // Both only mean something within the reach.
     ContourPlace placeOf(int x, int y) const;
+    // Index into points(), -1 where there is none.
+    int nearestPoint(int x, int y) const { return m_nearest.at<int>(y, x); }
     // Unit vector away from the object, across the contour; 0,0 where there is none.
     cv::Point2f normalAt(int x, int y) const;
 
-    bool isEmpty() const { return m_points.empty(); }
+    const std::vector<ContourPoint> &points() const { return m_points; }
 
 private:
-    void measure(const cv::Mat &alpha, const cv::Rect &visible);
-    void measureRow(const cv::Mat &alpha,
-                    const cv::Rect &visible,
-                    const cv::Mat &rough,
-                    const cv::Mat &labels,
-                    const std::vector<int> &pointOfLabel,
-                    int y);
+    void measure(const cv::Mat &alpha, const cv::Point &origin);
+    void spreadPoints(const cv::Range &rows, double radius, int step);
+    void finishRow(const uchar *alpha, int y);
     int nearestFrom(int index, const cv::Point2f &at) const;
     cv::Point2f footOf(int index, const cv::Point2f &at) const;
     cv::Point2f tangentAt(int index) const;

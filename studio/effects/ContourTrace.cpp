@@ -84,9 +84,7 @@ int startOf(const std::vector<cv::Point2f> &points)
     return start;
 }
 
-void append(const std::vector<cv::Point> &pixels,
-            const std::vector<cv::Point2f> &line,
-            std::vector<ContourPoint> *points)
+void append(const std::vector<cv::Point2f> &line, std::vector<ContourPoint> *points)
 {
     const int first = static_cast<int>(points->size());
     const int count = static_cast<int>(line.size());
@@ -97,7 +95,6 @@ void append(const std::vector<cv::Point> &pixels,
         const auto next = static_cast<std::size_t>((start + i + 1) % count);
         ContourPoint point;
         point.at = line[index];
-        point.pixel = pixels[index];
         point.previous = first + (i + count - 1) % count;
         point.next = first + (i + 1) % count;
         point.arc = arc;
@@ -121,7 +118,7 @@ std::vector<ContourPoint> traceContours(const cv::Mat &alpha, double smoothing)
         for (const cv::Point &pixel : outline)
             line.push_back(onEdge(alpha, pixel));
         smooth(line, smoothing);
-        append(outline, line, &points);
+        append(line, &points);
     }
     return points;
 }

@@ -21,30 +21,8 @@ inline constexpr Stage stageOf<ComicLayer> = Stage::Object;
 template<>
 inline constexpr Stage stageOf<GlitchLayer> = Stage::Object;
 
-inline bool needsContour(const OutlineLayer &)
-{
-    return true;
-}
-inline bool needsContour(const SketchLayer &)
-{
-    return true;
-}
-inline bool needsContour(const NeonLayer &)
-{
-    return true;
-}
-inline bool needsContour(const StickerLayer &)
-{
-    return true;
-}
-template<class OtherLayer>
-bool needsContour(const OtherLayer &)
-{
-    return false;
-}
-
-// How far beyond the object's box the layer may paint, and how far the contour's distances must
-// hold for it. scale as in Scene; the result is in pixels. boxSize: the longer side of that box.
+// How far beyond the object's box the layer may paint, in pixels. scale: as in Scene. boxSize: the
+// longer side of that box.
 double reachOf(const OutlineLayer &layer, double scale, double boxSize);
 double reachOf(const SketchLayer &layer, double scale, double boxSize);
 double reachOf(const GlowLayer &layer, double scale, double boxSize);
@@ -55,6 +33,17 @@ double reachOf(const EchoLayer &layer, double scale, double boxSize);
 double reachOf(const GlitchLayer &layer, double scale, double boxSize);
 template<class OtherLayer>
 double reachOf(const OtherLayer &, double, double)
+{
+    return 0;
+}
+
+// How far from the contour the layer asks for distances, in pixels; 0: it needs no contour at all.
+double contourReachOf(const OutlineLayer &layer, double scale);
+double contourReachOf(const SketchLayer &layer, double scale);
+double contourReachOf(const NeonLayer &layer, double scale);
+double contourReachOf(const StickerLayer &layer, double scale);
+template<class OtherLayer>
+double contourReachOf(const OtherLayer &, double)
 {
     return 0;
 }

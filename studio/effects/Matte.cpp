@@ -36,10 +36,10 @@ float sampled(const cv::Mat &matte, const cv::Point2f &at)
 
 // Every pixel takes the value from `shift` px further in, straight across the contour: the edge
 // moves and keeps its profile, where a dilation would harden it.
-cv::Mat shifted(const cv::Mat &matte, double shift, double scale, const ContourField::CutSides &cut)
+cv::Mat shifted(const cv::Mat &matte, double shift, double scale)
 {
     const double reach = std::abs(shift) + shiftedSoftness * scale;
-    const ContourField contour(matte, reach, contourSmoothing(scale), cut);
+    const ContourField contour(matte, reach, contourSmoothing(scale));
     cv::Mat result(matte.size(), CV_8U);
     forEachRow(matte.rows, [&](int y) {
         for (int x = 0; x < matte.cols; ++x) {
@@ -50,6 +50,61 @@ cv::Mat shifted(const cv::Mat &matte, double shift, double scale, const ContourF
     });
     return result;
 }
+
+// Sums of the colours of solid pixels, over blocks and then over the blocks around: what an object
+// looks like near its edge changes slowly, so full resolution would be wasted.
+class SolidColours
+{
+public:
+    SolidColours(const cv::Mat &object, double scale)
+        : m_sums((object.rows + regionGrid - 1) / regionGrid,
+                 (object.cols + regionGrid - 1) / regionGrid,
+                 CV_32FC4)
+    {
+        forEachRow(m_sums.rows, [&](int blockY) {
+            for (int blockX = 0; blockX < m_sums.cols; ++blockX)
+                m_sums.at<cv::Vec4f>(blockY, blockX) = sumOfBlock(object, blockX, blockY);
+        });
+        const int width = 2 * static_cast<int>(std::ceil(colourReach * scale / regionGrid)) + 1;
+        cv::boxFilter(m_sums, m_sums, -1, {width, width}, {-1, -1}, false, cv::BORDER_CONSTANT);
+    }
+
+    // R, G and B summed, and the number of pixels.
+    cv::Vec4f around(int x, int y) const
+    {
+        const float column = (static_cast<float>(x) + 0.5F) / regionGrid - 0.5F;
+        const float row = (static_cast<float>(y) + 0.5F) / regionGrid - 0.5F;
+        const int left = static_cast<int>(std::floor(column));
+        const int top = static_cast<int>(std::floor(row));
+        const float u = column - static_cast<float>(left);
+        const float v = row - static_cast<float>(top);
+        return (at(left, top) * (1 - u) + at(left + 1, top) * u) * (1 - v)
+            + (at(left, top + 1) * (1 - u) + at(left + 1, top + 1) * u) * v;
+    }
+
+private:
+    static cv::Vec4f sumOfBlock(const cv::Mat &object, int blockX, int blockY)
+    {
+        cv::Vec4i sum;
+        const int bottom = std::min(object.rows, (blockY + 1) * regionGrid);
+        const int right = std::min(object.cols, (blockX + 1) * regionGrid);
+        for (int y = blockY * regionGrid; y < bottom; ++y) {
+            const Rgba *row = object.ptr<Rgba>(y);
+            for (int x = blockX * regionGrid; x < right; ++x) {
+                if (row[x][3] >= solidAlpha)
+                    sum += cv::Vec4i(row[x][0], row[x][1], row[x][2], 1);
+            }
+        }
+        return sum;
+    }
+    cv::Vec4f at(int x, int y) const
+    {
+        return m_sums.at<cv::Vec4f>(std::min(std::max(y, 0), m_sums.rows - 1),
+                                    std::min(std::max(x, 0), m_sums.cols - 1));
+    }
+
+    cv::Mat m_sums;
+};
 
 cv::Mat feathered(const cv::Mat &matte, double sigma)
 {
@@ -78,16 +133,6 @@ cv::Rect regionAround(const cv::Rect &box, double reach, const cv::Size &frame)
     return {first, end};
 }
 
-ContourField::CutSides cutSides(const cv::Rect &box, const cv::Size &frame)
-{
-    ContourField::CutSides cut;
-    cut.left = box.x <= 0;
-    cut.top = box.y <= 0;
-    cut.right = box.x + box.width >= frame.width;
-    cut.bottom = box.y + box.height >= frame.height;
-    return cut;
-}
-
 double contourSmoothing(double scale)
 {
     return std::min(4.0, std::max(1.2, 2 * scale));
@@ -104,7 +149,7 @@ cv::Mat withSettings(const cv::Mat &matte, const MatteSettings &settings, double
     const cv::Rect region = regionAround(box, reach, matte.size());
     cv::Mat part = matte(region);
     if (shift != 0)
-        part = shifted(part, shift, scale, cutSides(box, matte.size()));
+        part = shifted(part, shift, scale);
     if (sigma > 0)
         part = feathered(part, sigma);
     cv::Mat result = cv::Mat::zeros(matte.size(), CV_8U);
@@ -114,29 +159,21 @@ cv::Mat withSettings(const cv::Mat &matte, const MatteSettings &settings, double
 
 void decontaminate(cv::Mat &object, double strength, double scale)
 {
-    cv::Mat solid(object.size(), CV_8UC4);
-    forEachRow(object.rows, [&](int y) {
-        const Rgba *from = object.ptr<Rgba>(y);
-        Rgba *to = solid.ptr<Rgba>(y);
-        for (int x = 0; x < object.cols; ++x)
-            to[x] = from[x][3] >= solidAlpha ? from[x] : Rgba();
-    });
-    const int width = 2 * static_cast<int>(std::ceil(colourReach * scale)) + 3;
-    cv::Mat sums;
-    cv::boxFilter(solid, sums, CV_32F, {width, width}, {-1, -1}, false, cv::BORDER_REPLICATE);
+    const SolidColours solid(object, scale);
     forEachRow(object.rows, [&](int y) {
         Rgba *row = object.ptr<Rgba>(y);
-        const cv::Vec4f *sum = sums.ptr<cv::Vec4f>(y);
         for (int x = 0; x < object.cols; ++x) {
             const int alpha = row[x][3];
-            if (alpha == 0 || alpha >= solidAlpha || sum[x][3] < 1)
+            if (alpha == 0 || alpha >= solidAlpha)
+                continue;
+            const cv::Vec4f around = solid.around(x, y);
+            if (around[3] < 1)
                 continue;
             const float background = clamped(2 - static_cast<float>(alpha) / 127.5F);
             const float change = static_cast<float>(strength) * background;
             for (int c = 0; c < 3; ++c) {
-                const float wanted = sum[x][c] / sum[x][3] * 255;
                 const float own = row[x][c];
-                row[x][c] = toByte(own + (wanted - own) * change);
+                row[x][c] = toByte(own + (around[c] / around[3] - own) * change);
             }
         }
     });

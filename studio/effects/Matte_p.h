@@ -16,9 +16,6 @@ cv::Rect boxOf(const cv::Mat &alpha);
 // wherever the object is.
 cv::Rect regionAround(const cv::Rect &box, double reach, const cv::Size &frame);
 
-// The sides on which the frame cuts the object off.
-ContourField::CutSides cutSides(const cv::Rect &box, const cv::Size &frame);
-
 // How smooth a contour is wanted, in contour points.
 double contourSmoothing(double scale);
 

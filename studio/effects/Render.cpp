@@ -32,8 +32,7 @@ void renderPlain(const RenderJob &job, cv::Mat &result)
 struct Needs
 {
     double reach = 0; // px that the layers paint beyond the object
-    double contour = 0; // px that the contour's distances must hold for
-    bool hasContour = false;
+    double contour = 0; // px that the contour's distances must hold for; 0: not needed
 };
 
 Needs needsOf(const Look &look, double scale, const cv::Rect &box)
@@ -49,10 +48,7 @@ Needs needsOf(const Look &look, double scale, const cv::Rect &box)
                     treated += reach;
                 else
                     needs.reach = std::max(needs.reach, reach);
-                if (needsContour(kind)) {
-                    needs.hasContour = true;
-                    needs.contour = std::max(needs.contour, reach);
-                }
+                needs.contour = std::max(needs.contour, contourReachOf(kind, scale));
             },
             layer.kind);
     }
@@ -136,10 +132,9 @@ void renderObject(const RenderJob &job, const Look &look, const cv::Mat &matte, 
     if (scene.box.empty())
         return;
     std::unique_ptr<ContourField> contour;
-    if (needs.hasContour) {
-        const cv::Rect box = scene.box + scene.region.tl();
-        contour = std::make_unique<ContourField>(
-            scene.alpha, needs.contour, contourSmoothing(job.scale), cutSides(box, matte.size()));
+    if (needs.contour > 0) {
+        contour =
+            std::make_unique<ContourField>(scene.alpha, needs.contour, contourSmoothing(job.scale));
         scene.contour = contour.get();
     }
     scene.object = objectOf(job.frame(scene.region), scene.alpha);

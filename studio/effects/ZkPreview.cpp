@@ -2,6 +2,8 @@
 
 #include "Pixels_p.h"
 
+#include <vector>
+
 namespace zk::effects {
 
 namespace {
@@ -16,11 +18,15 @@ QRgb opaque(const Rgba &colour)
     return qRgb(colour[0], colour[1], colour[2]);
 }
 
-Rgba flattenedOn(Rgba background, const Rgba &pixel)
+// On an opaque background.
+Rgba flattenedOn(const Rgba &background, const Rgba &pixel)
 {
-    if (pixel[3])
-        blendOver(background, pixel);
-    return background;
+    const int over = pixel[3];
+    const int under = 255 - over;
+    Rgba result;
+    for (int c = 0; c < 3; ++c)
+        result[c] = static_cast<uchar>((pixel[c] * over + background[c] * under + 127) / 255);
+    return result;
 }
 
 // Calls pixel(x, y) for the colour of every pixel, which counts as opaque.
@@ -83,8 +89,12 @@ QImage asAlpha(const cv::Mat &cutout, const QSize &size)
 QImage onGrid(const cv::Mat &cutout, const QSize &size)
 {
     const int square = qMax(4, qRound(gridSquare * size.height() / 1080.0));
+    std::vector<uchar> odd(static_cast<std::size_t>(qMax(size.width(), size.height())));
+    for (std::size_t i = 0; i < odd.size(); ++i)
+        odd[i] = (i / static_cast<std::size_t>(square)) % 2;
     return painted(size, [&](int x, int y) {
-        const uchar grey = (x / square + y / square) % 2 == 0 ? gridLight : gridDark;
+        const bool isLight = odd[static_cast<std::size_t>(x)] == odd[static_cast<std::size_t>(y)];
+        const uchar grey = isLight ? gridLight : gridDark;
         return flattenedOn({grey, grey, grey, 255}, cutout.at<Rgba>(y, x));
     });
 }

@@ -39,6 +39,13 @@ QPainterPath shoulders()
     return path;
 }
 
+QPainterPath neck()
+{
+    QPainterPath path;
+    path.addRoundedRect(43, 50, 14, 21, 6, 6);
+    return path;
+}
+
 QPainterPath hair()
 {
     QPainterPath path = ellipse(50, 38, 18.5, 19.5);
@@ -75,9 +82,7 @@ void drawSubject(QPainter &painter)
 {
     painter.fillPath(hair(), shaded(QColor(0x6a, 0x3f, 0x35), QColor(0x35, 0x1f, 0x26)));
     painter.fillPath(shoulders(), shaded(QColor(0x3f, 0xb8, 0xaf), QColor(0x1c, 0x6e, 0x7d)));
-    QPainterPath neck;
-    neck.addRoundedRect(44, 52, 12, 19, 6, 6);
-    painter.fillPath(neck, QColor(0xd9, 0x98, 0x7a));
+    painter.fillPath(neck(), QColor(0xd9, 0x98, 0x7a));
     painter.fillPath(ellipse(50, 42, 13.5, 16),
                      shaded(QColor(0xff, 0xd3, 0xb2), QColor(0xe8, 0xa5, 0x84)));
     painter.fillPath(fringe(), QColor(0x55, 0x31, 0x2e));
@@ -116,7 +121,7 @@ QImage drawnMatte(const QSize &size)
     matte.fill(Qt::black);
     QPainter painter(&matte);
     prepare(painter, size);
-    painter.fillPath(hair().united(shoulders()), Qt::white);
+    painter.fillPath(hair().united(neck()).united(shoulders()), Qt::white);
     painter.end();
     return matte.convertToFormat(QImage::Format_Grayscale8);
 }

@@ -16,13 +16,15 @@ namespace {
 // where the same filter reaches twice as far.
 cv::Mat flattened(const cv::Mat &object, double scale)
 {
-    const bool halve = scale > 0.6 && object.cols > 3 && object.rows > 3;
-    cv::Mat flat = object;
-    if (halve)
-        cv::resize(object, flat, {}, 0.5, 0.5, cv::INTER_AREA);
-    cv::medianBlur(flat, flat, 5);
-    if (halve)
-        cv::resize(flat, flat, object.size(), 0, 0, cv::INTER_LINEAR);
+    cv::Mat flat;
+    if (scale > 0.6 && object.cols > 3 && object.rows > 3) {
+        cv::Mat half;
+        cv::resize(object, half, {}, 0.5, 0.5, cv::INTER_AREA);
+        cv::medianBlur(half, half, 5);
+        cv::resize(half, flat, object.size(), 0, 0, cv::INTER_LINEAR);
+    } else {
+        cv::medianBlur(object, flat, 5); // never in place: object is the caller's
+    }
     return flat;
 }
 
@@ -72,7 +74,7 @@ public:
     // What is left of the brightness.
     float factor(int x, int y, uchar brightness) const
     {
-        const float dark = clamped((150 - static_cast<float>(brightness)) / 150);
+        const float dark = clamped((120 - static_cast<float>(brightness)) / 120);
         if (m_strength <= 0 || dark <= 0)
             return 1;
         const float turn = 0.70710678F / std::max(m_size, 2.0F);

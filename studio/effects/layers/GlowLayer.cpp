@@ -2,6 +2,7 @@
 #include "../Pixels_p.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace zk::effects {
@@ -11,6 +12,18 @@ namespace {
 // Light falls off steeply first and then slowly: a narrow and a wide blur together.
 constexpr double wide = 0.36; // of the radius, as standard deviation
 constexpr double narrow = 0.11;
+
+// What light of 0..1, in 1024 steps, covers. Above a strength of 1 it stays full for longer.
+std::array<float, 1025> coverageSteps(double strength)
+{
+    std::array<float, 1025> steps {};
+    for (int i = 0; i <= 1024; ++i) {
+        const double light = i / 1024.0;
+        steps[static_cast<std::size_t>(i)] = static_cast<float>(
+            strength >= 1 ? 1 - std::pow(1 - light, strength) : strength * light);
+    }
+    return steps;
+}
 
 } // namespace
 
@@ -24,18 +37,17 @@ void paint(const GlowLayer &layer, const Scene &scene, cv::Mat &canvas)
     const cv::Mat far = blurred(scene.alpha, scene.px(wide * layer.radius));
     const cv::Mat near = blurred(scene.alpha, scene.px(narrow * layer.radius));
     const Rgba colour = toRgba(layer.colour);
-    const float strength = static_cast<float>(layer.strength);
+    const std::array<float, 1025> steps = coverageSteps(layer.strength);
     shade(canvas, [&](int x, int y) {
-        // 1 at the contour, where each blur has a half.
-        float light = static_cast<float>(far.at<ushort>(y, x) + near.at<ushort>(y, x)) / 65535;
+        // 65535 at the contour, where each blur has a half.
+        int light = far.at<ushort>(y, x) + near.at<ushort>(y, x);
         float limit = 1;
         if (layer.inner) {
-            light = 2 - light;
+            light = 2 * 65535 - light;
             limit = static_cast<float>(scene.alpha.at<uchar>(y, x)) / 255;
         }
-        const float dark = 1 - clamped(light);
-        const float coverage = strength >= 1 ? 1 - std::pow(dark, strength) : strength * (1 - dark);
-        return covered(colour, coverage * limit);
+        const auto step = static_cast<std::size_t>(std::min(light, 65535) * 1024 / 65535);
+        return covered(colour, steps[step] * limit);
     });
 }
 

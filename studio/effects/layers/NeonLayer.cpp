@@ -3,6 +3,7 @@
 #include "Line_p.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace zk::effects {
@@ -12,13 +13,12 @@ namespace {
 constexpr double wide = 0.4; // of the radius, as standard deviation
 constexpr double narrow = 0.12;
 
-// The light of a thin line, blurred: 1 on a straight line's middle whatever its width.
-cv::Mat lightOf(const cv::Mat &line, double sigma, double width)
+// What a blurred thin line is multiplied with to be 1 on the middle of a straight one, whatever its
+// width.
+float gainOf(double sigma, double width)
 {
-    cv::Mat light = blurred(line, sigma);
     const double peak = std::min(1.0, width / (sigma * std::sqrt(CV_2PI)));
-    light.convertTo(light, CV_32F, 1 / (65535 * std::max(peak, 1e-3)));
-    return light;
+    return static_cast<float>(1 / (65535 * std::max(peak, 1e-3)));
 }
 
 float brightness(const NeonLayer &layer, double time)
@@ -27,12 +27,38 @@ float brightness(const NeonLayer &layer, double time)
     return static_cast<float>(1 - layer.pulseDepth * beat);
 }
 
+// 1 - exp(-light) for light of 0..8, which is as good as full.
+class Saturation
+{
+public:
+    Saturation()
+    {
+        for (std::size_t i = 0; i < m_steps.size(); ++i)
+            m_steps[i] = 1 - std::exp(-static_cast<float>(i) / stepsPerUnit);
+    }
+    float of(float light) const
+    {
+        const int step = static_cast<int>(light * stepsPerUnit);
+        return m_steps[static_cast<std::size_t>(std::min(std::max(step, 0), stepCount - 1))];
+    }
+
+private:
+    static constexpr int stepCount = 4096;
+    static constexpr float stepsPerUnit = stepCount / 8.0F;
+    std::array<float, stepCount> m_steps {};
+};
+
 } // namespace
+
+double contourReachOf(const NeonLayer &layer, double scale)
+{
+    return (std::abs(layer.offset) + layer.width * 1.5) * scale + blurReach(layer.roundness * scale)
+        + 2;
+}
 
 double reachOf(const NeonLayer &layer, double scale, double)
 {
-    return (std::abs(layer.offset) + layer.width) * scale + 2
-        + std::max(blurReach(layer.roundness * scale), 0) + blurReach(wide * layer.radius * scale);
+    return contourReachOf(layer, scale) + blurReach(wide * layer.radius * scale);
 }
 
 void paint(const NeonLayer &layer, const Scene &scene, cv::Mat &canvas)
@@ -49,15 +75,22 @@ void paint(const NeonLayer &layer, const Scene &scene, cv::Mat &canvas)
     });
 
     const double width = std::max(1.0, scene.px(layer.width));
-    const cv::Mat far = lightOf(line, std::max(1.0, scene.px(wide * layer.radius)), width);
-    const cv::Mat near = lightOf(line, std::max(0.7, scene.px(narrow * layer.radius)), width);
+    const double farSigma = std::max(1.0, scene.px(wide * layer.radius));
+    const double nearSigma = std::max(0.7, scene.px(narrow * layer.radius));
+    const cv::Mat far = blurred(line, farSigma);
+    const cv::Mat near = blurred(line, nearSigma);
     const Rgba halo = toRgba(layer.halo);
     const Rgba core = toRgba(layer.core);
     const float beat = brightness(layer, scene.time);
     const float strength = static_cast<float>(layer.strength) * beat;
+    const float farGain = 0.55F * strength * gainOf(farSigma, width);
+    const float nearGain = 0.9F * strength * gainOf(nearSigma, width);
+    const Saturation saturation;
     shade(canvas, [&](int x, int y) {
-        const float light = 0.55F * far.at<float>(y, x) + 0.9F * near.at<float>(y, x);
-        Rgba pixel = covered(halo, light > 0 ? 1 - std::exp(-strength * light) : 0);
+        const float light = farGain * far.at<ushort>(y, x) + nearGain * near.at<ushort>(y, x);
+        if (light <= 0)
+            return Rgba();
+        Rgba pixel = covered(halo, saturation.of(light));
         const uchar tube = line.at<uchar>(y, x);
         if (tube)
             blendOver(pixel, covered(core, static_cast<float>(tube) / 255 * (0.4F + 0.6F * beat)));

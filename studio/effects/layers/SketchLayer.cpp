@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace zk::effects {
 
@@ -11,71 +12,90 @@ namespace {
 // How much thinner than its full width a stroke gets where the hand presses less.
 constexpr float pressure = 0.45F;
 
+// No hand follows every notch; px at 1080.
+constexpr double roundness = 5;
+
+// Where a stroke is at one point of the line that it follows.
+struct StrokePoint
+{
+    float stray = 0; // px outwards
+    float half = 0; // half its width, px
+};
+
 class Strokes
 {
 public:
     Strokes(const SketchLayer &layer, const Scene &scene)
-        : m_count(layer.strokes)
-        , m_seed(scene.tick(layer.rate))
-        , m_offset(static_cast<float>(scene.px(layer.offset + layer.width / 2)))
-        , m_half(static_cast<float>(scene.px(layer.width) / 2))
-        , m_wobble(static_cast<float>(scene.px(layer.wobble)))
-        , m_waveLength(static_cast<float>(scene.px(layer.waveLength)))
-    { }
-
-    bool isNear(float distance) const
+        : m_line(scene.contour->offsetBy(scene.px(layer.offset + layer.width / 2),
+                                         scene.px(roundness),
+                                         scene.px(layer.wobble + layer.width / 2) + 2))
+        , m_widest(static_cast<float>(scene.px(layer.wobble + layer.width / 2) + 1))
     {
-        return std::abs(distance - m_offset) < m_wobble + m_half + 1;
+        const quint32 seed = scene.tick(layer.rate);
+        for (int i = 0; i < layer.strokes; ++i)
+            m_strokes.push_back(strokeOf(layer, scene, hashed(seed, static_cast<quint32>(i))));
     }
 
-    float coverage(const ContourPlace &place, float distance) const
+    float coverage(int x, int y) const
     {
-        if (place.length <= 0)
+        const float distance = m_line.distance().at<float>(y, x);
+        const int point = m_line.nearestPoint(x, y);
+        if (point < 0 || std::abs(distance) > m_widest)
             return 0;
-        const int waves = std::max(3, static_cast<int>(std::round(place.length / m_waveLength)));
-        const float along = place.arc / place.length * static_cast<float>(waves);
         float most = 0;
-        for (int stroke = 0; stroke < m_count; ++stroke)
-            most = std::max(most, strokeCoverage(stroke, along, waves, distance));
+        for (const std::vector<StrokePoint> &stroke : m_strokes) {
+            const StrokePoint &at = stroke[static_cast<std::size_t>(point)];
+            most = std::max(most, clamped(at.half - std::abs(distance - at.stray) + 0.5F));
+        }
         return most;
     }
 
 private:
-    float strokeCoverage(int stroke, float along, int waves, float distance) const
+    std::vector<StrokePoint>
+    strokeOf(const SketchLayer &layer, const Scene &scene, quint32 seed) const
     {
-        const quint32 seed = hashed(m_seed, static_cast<quint32>(stroke));
-        const float stray =
-            0.75F * wave(along, waves, seed) + 0.25F * wave(along * 3, waves * 3, seed + 1);
-        const float press = 1 - pressure * (0.5F + 0.5F * wave(along * 2, waves * 2, seed + 2));
-        const float across = std::abs(distance - m_offset - m_wobble * stray);
-        return clamped(m_half * press - across + 0.5F);
+        const float wobble = static_cast<float>(scene.px(layer.wobble));
+        const float half = static_cast<float>(scene.px(layer.width / 2));
+        const float waveLength = static_cast<float>(scene.px(layer.waveLength));
+        std::vector<StrokePoint> stroke;
+        stroke.reserve(m_line.points().size());
+        for (const ContourPoint &point : m_line.points()) {
+            const float length = std::max(point.length, 1.0F);
+            const int waves = std::max(3, static_cast<int>(std::round(length / waveLength)));
+            const float along = point.arc / length * static_cast<float>(waves);
+            const float stray =
+                0.75F * wave(along, waves, seed) + 0.25F * wave(along * 3, waves * 3, seed + 1);
+            const float press = 0.5F + 0.5F * wave(along * 2, waves * 2, seed + 2);
+            stroke.push_back({wobble * stray, half * (1 - pressure * press)});
+        }
+        return stroke;
     }
 
-    int m_count;
-    quint32 m_seed;
-    float m_offset;
-    float m_half;
-    float m_wobble;
-    float m_waveLength;
+    ContourField m_line;
+    std::vector<std::vector<StrokePoint>> m_strokes;
+    float m_widest;
 };
 
 } // namespace
 
+double contourReachOf(const SketchLayer &layer, double scale)
+{
+    return (std::abs(layer.offset) + layer.width + layer.wobble) * scale
+        + blurReach(roundness * scale) + 2;
+}
+
 double reachOf(const SketchLayer &layer, double scale, double)
 {
-    return (std::abs(layer.offset) + layer.width + layer.wobble) * scale + 2;
+    return contourReachOf(layer, scale);
 }
 
 void paint(const SketchLayer &layer, const Scene &scene, cv::Mat &canvas)
 {
-    const cv::Mat &distance = scene.contour->distance();
     const Strokes strokes(layer, scene);
     const Rgba colour = toRgba(layer.colour, layer.opacity);
     shade(canvas, [&](int x, int y) {
-        const float away = distance.at<float>(y, x);
-        if (!strokes.isNear(away))
-            return Rgba();
-        return covered(colour, strokes.coverage(scene.contour->placeOf(x, y), away));
+        const float coverage = strokes.coverage(x, y);
+        return coverage > 0 ? covered(colour, coverage) : Rgba();
     });
 }
 

@@ -15,10 +15,14 @@ ShadowCast castOf(const StickerLayer &layer, double scale)
 
 } // namespace
 
+double contourReachOf(const StickerLayer &layer, double scale)
+{
+    return layer.width * scale + blurReach(layer.roundness * scale) + 2;
+}
+
 double reachOf(const StickerLayer &layer, double scale, double)
 {
-    return layer.width * scale + blurReach(layer.roundness * scale) + 2
-        + castOf(layer, scale).reach();
+    return contourReachOf(layer, scale) + castOf(layer, scale).reach();
 }
 
 void paint(const StickerLayer &layer, const Scene &scene, cv::Mat &canvas)

@@ -118,10 +118,8 @@ void FileDownload::readReply()
     m_stallTimer.start();
     if (m_body == Unknown)
         m_body = takesBody() ? Taken : Ignored;
-    if (!m_reply)
-        return;
     const QByteArray bytes = m_reply->readAll();
-    if (m_body == Taken)
+    if (m_body == Taken && m_error == DownloadError::None)
         store(bytes);
 }
 
@@ -180,12 +178,9 @@ void FileDownload::store(const QByteArray &bytes)
 
 void FileDownload::endReply()
 {
-    m_stallTimer.stop();
     if (m_error == DownloadError::None)
         readReply();
     m_stallTimer.stop();
-    if (!m_reply) // it has failed and ended from inside
-        return;
     QNetworkReply *reply = m_reply;
     m_reply = nullptr;
     reply->deleteLater();
@@ -199,8 +194,8 @@ void FileDownload::judgeReply(const QNetworkReply &reply)
         return breakOff(m_errorText);
     if (m_error != DownloadError::None)
         return finish(m_error, m_errorText);
-    if (reply.error() == Reply::TooManyRedirectsError
-        || reply.error() == Reply::InsecureRedirectError)
+    // Without a usable status in the first case; in the second, one that Qt does not follow.
+    if (reply.error() == Reply::TooManyRedirectsError || statusOf(reply) / 100 == 3)
         return finish(DownloadError::Refused, reply.errorString());
     if (statusOf(reply) != 0 && m_body != Taken)
         return finish(DownloadError::HttpStatus,
@@ -259,10 +254,17 @@ void FileDownload::fail(DownloadError error, const QString &text)
         return;
     m_error = error;
     m_errorText = text;
-    if (m_reply)
-        m_reply->abort(); // comes back through endReply()
-    else
-        finish(error, text);
+    if (!m_reply)
+        return finish(error, text);
+    // Later, because this may be a callback of the reply. Its end comes back through endReply().
+    const QPointer<QNetworkReply> reply = m_reply;
+    QMetaObject::invokeMethod(
+        this,
+        [this, reply] {
+            if (reply && reply == m_reply)
+                reply->abort();
+        },
+        Qt::QueuedConnection);
 }
 
 void FileDownload::finish(DownloadError error, const QString &text)

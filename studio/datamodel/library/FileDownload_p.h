@@ -63,7 +63,7 @@ private:
     void verify();
     void moveIntoPlace();
     void endMove();
-    // Records the first failure, and ends the reply that is under way.
+    // Records the first failure; the reply under way is ended soon.
     void fail(DownloadError error, const QString &text);
     void finish(DownloadError error, const QString &text);
 

@@ -45,3 +45,5 @@ enum class DownloadError {
 };
 
 } // namespace zk::datamodel
+
+Q_DECLARE_METATYPE(zk::datamodel::DownloadError)

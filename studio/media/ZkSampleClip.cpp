@@ -47,13 +47,11 @@ bool saveMatte(const QImage &matte, const QString &folder, int index, QString *e
     return false;
 }
 
-QJsonObject stroke(const char *mode, const QLineF &line, double width)
+QJsonObject stroke(const char *mode, const QPolygonF &path, double width)
 {
     QJsonArray points;
-    for (int i = 0; i <= 4; ++i) {
-        const QPointF point = line.pointAt(i / 4.0);
+    for (const QPointF &point : path)
         points.append(QJsonArray {std::round(point.x()), std::round(point.y())});
-    }
     return {{QStringLiteral("frame"), 0},
             {QStringLiteral("mode"), QLatin1String(mode)},
             {QStringLiteral("width"), std::round(width)},
@@ -169,10 +167,11 @@ QImage SampleClip::matteOf(const Layers &layers)
 
 QJsonObject SampleClip::strokes() const
 {
-    const double width = 30.0 * options().size.height() / 360;
+    const double width = 14.0 * options().size.height() / 360;
     const SampleScene &scene = m_scene->scene;
-    const QJsonArray strokes {stroke("keep", scene.insideLine(0), width),
-                              stroke("remove", scene.outsideLine(0), width)};
+    const QJsonArray strokes {stroke("keep", scene.envelopeStroke(0), width),
+                              stroke("keep", scene.basketStroke(0), width / 2),
+                              stroke("remove", scene.backgroundStroke(0), width)};
     return {{QStringLiteral("strokes"), strokes}};
 }
 

@@ -35,8 +35,8 @@ public:
     // Format_Grayscale8: 255 where the object alone is seen, 0 where none of it is, in between at its
     // soft edge. What the post hides is 0.
     QImage matte(int index) const;
-    // What a user would paint on frame 0: {"strokes":[{"frame","mode","width","points"}]}, one keep
-    // stroke and one remove stroke, in pixels.
+    // What a user would paint on frame 0: {"strokes":[{"frame","mode","width","points"}]}, in
+    // pixels: keep strokes over the envelope and the basket, a remove stroke around them.
     QJsonObject strokes() const;
 
     // The clip in the format of clipPath's suffix and, unless matteDir is empty, one %05d.png per frame

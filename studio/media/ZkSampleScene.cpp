@@ -120,7 +120,7 @@ QPainterPath gore(double from, double to)
 QColor goreColour(int index)
 {
     static const QRgb colours[] = {
-        qRgb(206, 44, 40), qRgb(246, 190, 48), qRgb(34, 82, 160), qRgb(242, 236, 222)};
+        qRgb(206, 44, 40), qRgb(246, 190, 48), qRgb(34, 82, 160), qRgb(226, 120, 44)};
     return QColor(colours[index % 4]);
 }
 
@@ -323,7 +323,7 @@ void SampleScene::drawPost(QPainter &painter, double time) const
 {
     const double unit = m_size.height();
     const double x = m_size.width() * (1.12 - 1.25 * progress(time));
-    const QRectF trunk(x, -0.1 * unit, 0.085 * unit, 1.2 * unit);
+    const QRectF trunk(x, -0.1 * unit, 0.055 * unit, 1.2 * unit);
     QLinearGradient round(trunk.topLeft(), trunk.topRight());
     round.setColorAt(0, QColor(64, 56, 52));
     round.setColorAt(0.4, QColor(136, 122, 108));
@@ -337,14 +337,38 @@ void SampleScene::drawPost(QPainter &painter, double time) const
     }
 }
 
-QLineF SampleScene::insideLine(double time) const
+QPolygonF SampleScene::envelopeStroke(double time) const
 {
-    return pose(time).map(QLineF(-0.12, -0.62, 0.12, 0.55));
+    // Across every gore that faces us, as a hand would do it.
+    const QVector<QPointF> zigzag {QPointF(-0.76, -0.35),
+                                   QPointF(-0.35, -0.80),
+                                   QPointF(0.35, -0.80),
+                                   QPointF(0.76, -0.35),
+                                   QPointF(0.80, 0.15),
+                                   QPointF(0.0, -0.2),
+                                   QPointF(-0.80, 0.15),
+                                   QPointF(-0.40, 0.55),
+                                   QPointF(0.40, 0.55),
+                                   QPointF(0.05, 0.90)};
+    return pose(time).map(QPolygonF(zigzag));
 }
 
-QLineF SampleScene::outsideLine(double time) const
+QPolygonF SampleScene::basketStroke(double time) const
 {
-    return pose(time).map(QLineF(1.35, -0.3, 1.45, 1.1));
+    return pose(time).map(QPolygonF(QVector<QPointF> {QPointF(-0.06, 1.58), QPointF(0.06, 1.58)}));
+}
+
+QPolygonF SampleScene::backgroundStroke(double time) const
+{
+    const QVector<QPointF> around {QPointF(-1.30, -0.90),
+                                   QPointF(-1.40, 0.40),
+                                   QPointF(-0.80, 1.25),
+                                   QPointF(-0.60, 1.85),
+                                   QPointF(0.60, 1.85),
+                                   QPointF(0.80, 1.25),
+                                   QPointF(1.40, 0.40),
+                                   QPointF(1.30, -0.90)};
+    return pose(time).map(QPolygonF(around));
 }
 
 } // namespace zk::media

@@ -2,8 +2,8 @@
 #pragma once
 
 #include <QImage>
-#include <QLineF>
 #include <QPainterPath>
+#include <QPolygonF>
 #include <QTransform>
 #include <QVector>
 
@@ -25,9 +25,10 @@ public:
     // The grain of the sensor, -1 to 1, the same for the same frame and pixel.
     static double grain(int frame, int x, int y, int channel);
 
-    // Lines in pixels that lie well inside the balloon, and well outside of it.
-    QLineF insideLine(double time) const;
-    QLineF outsideLine(double time) const;
+    // Pen paths in pixels: over the envelope, over the basket, and around both.
+    QPolygonF envelopeStroke(double time) const;
+    QPolygonF basketStroke(double time) const;
+    QPolygonF backgroundStroke(double time) const;
 
 private:
     QImage blank() const;

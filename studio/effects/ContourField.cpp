@@ -93,13 +93,13 @@ void ContourField::measure(const cv::Mat &alpha, const cv::Point &origin)
 // nearly as near, so that fewer of them have to.
 void ContourField::spreadPoints(const cv::Range &rows, double radius, int step)
 {
-    const float far = static_cast<float>(std::ceil(radius) + 1);
+    const float window = static_cast<float>(std::ceil(radius) + 1);
     for (int i = 0; i < static_cast<int>(m_points.size()); i += step) {
         const cv::Point2f &at = m_points[static_cast<std::size_t>(i)].at;
-        const int top = std::max(rows.start, static_cast<int>(std::ceil(at.y - far)));
-        const int bottom = std::min(rows.end - 1, static_cast<int>(std::floor(at.y + far)));
-        const int left = std::max(0, static_cast<int>(std::ceil(at.x - far)));
-        const int right = std::min(m_nearest.cols - 1, static_cast<int>(std::floor(at.x + far)));
+        const int top = std::max(rows.start, static_cast<int>(std::ceil(at.y - window)));
+        const int bottom = std::min(rows.end - 1, static_cast<int>(std::floor(at.y + window)));
+        const int left = std::max(0, static_cast<int>(std::ceil(at.x - window)));
+        const int right = std::min(m_nearest.cols - 1, static_cast<int>(std::floor(at.x + window)));
         for (int y = top; y <= bottom; ++y) {
             float *best = m_distance.ptr<float>(y);
             int *nearest = m_nearest.ptr<int>(y);

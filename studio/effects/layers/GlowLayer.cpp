@@ -34,13 +34,13 @@ double reachOf(const GlowLayer &layer, double scale, double)
 
 void paint(const GlowLayer &layer, const Scene &scene, cv::Mat &canvas)
 {
-    const cv::Mat far = blurred(scene.alpha, scene.px(wide * layer.radius));
-    const cv::Mat near = blurred(scene.alpha, scene.px(narrow * layer.radius));
+    const cv::Mat wideBlur = blurred(scene.alpha, scene.px(wide * layer.radius));
+    const cv::Mat narrowBlur = blurred(scene.alpha, scene.px(narrow * layer.radius));
     const Rgba colour = toRgba(layer.colour);
     const std::array<float, 1025> steps = coverageSteps(layer.strength);
     shade(canvas, [&](int x, int y) {
         // 65535 at the contour, where each blur has a half.
-        int light = far.at<ushort>(y, x) + near.at<ushort>(y, x);
+        int light = wideBlur.at<ushort>(y, x) + narrowBlur.at<ushort>(y, x);
         float limit = 1;
         if (layer.inner) {
             light = 2 * 65535 - light;

@@ -77,8 +77,8 @@ void paint(const NeonLayer &layer, const Scene &scene, cv::Mat &canvas)
     const double width = std::max(1.0, scene.px(layer.width));
     const double farSigma = std::max(1.0, scene.px(wide * layer.radius));
     const double nearSigma = std::max(0.7, scene.px(narrow * layer.radius));
-    const cv::Mat far = blurred(line, farSigma);
-    const cv::Mat near = blurred(line, nearSigma);
+    const cv::Mat wideBlur = blurred(line, farSigma);
+    const cv::Mat narrowBlur = blurred(line, nearSigma);
     const Rgba halo = toRgba(layer.halo);
     const Rgba core = toRgba(layer.core);
     const float beat = brightness(layer, scene.time);
@@ -87,7 +87,8 @@ void paint(const NeonLayer &layer, const Scene &scene, cv::Mat &canvas)
     const float nearGain = 0.9F * strength * gainOf(nearSigma, width);
     const Saturation saturation;
     shade(canvas, [&](int x, int y) {
-        const float light = farGain * far.at<ushort>(y, x) + nearGain * near.at<ushort>(y, x);
+        const float light =
+            farGain * wideBlur.at<ushort>(y, x) + nearGain * narrowBlur.at<ushort>(y, x);
         if (light <= 0)
             return Rgba();
         Rgba pixel = covered(halo, saturation.of(light));

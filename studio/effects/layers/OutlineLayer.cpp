@@ -76,9 +76,9 @@ LineBand bandOf(const OutlineLayer &layer, const Scene &scene)
 
 double contourReachOf(const OutlineLayer &layer, double scale)
 {
-    const double far =
+    const double farthest =
         std::max(std::abs(layer.offset) + underlap, std::abs(layer.offset + layer.width));
-    return (far + layer.softness) * scale + blurReach(layer.roundness * scale) + 2;
+    return (farthest + layer.softness) * scale + blurReach(layer.roundness * scale) + 2;
 }
 
 double reachOf(const OutlineLayer &layer, double scale, double)

@@ -109,7 +109,7 @@ ExitCode CutoutExport::writeFrame(const datamodel::RenderSnapshot &snapshot, qin
     for (const Output &output : m_outputs) {
         QString error;
         if (!output.writer->write(pictureFor(output, cutout, matte), &error))
-            return fail(ExitCode::BadOutput, error);
+            return fail(ExitCode::BadOutput, QStringLiteral("%1: %2").arg(output.path, error));
     }
     if (m_sheetFrames.contains(frame))
         addToSheet(snapshot, frame, matte, cutout);
@@ -170,7 +170,7 @@ ExitCode CutoutExport::finish()
     QString error;
     for (Output &output : m_outputs) {
         if (!output.writer->finish(&error))
-            return fail(ExitCode::BadOutput, error);
+            return fail(ExitCode::BadOutput, QStringLiteral("%1: %2").arg(output.path, error));
         m_report->output(output.path);
     }
     if (!m_options.contactSheet.isEmpty()) {

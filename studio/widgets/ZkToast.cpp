@@ -91,7 +91,7 @@ ZkToast::ZkToast(const QString &text, QWidget *parent, const QPixmap &icon, int 
     setAttribute(Qt::WA_StyledBackground);
     if (!parent)
         setAttribute(Qt::WA_TranslucentBackground); // nothing outside the rounded corners
-    hide(); // a child of a visible parent, too, waits for showToast()
+    hide(); // or a parent that is shown later would show it, too
 
     ZkSkinManager::instance()->applyStyleSheet(this, QStringLiteral("Widgets/Toast"));
     auto *row = new QHBoxLayout(this);

@@ -65,7 +65,10 @@ void ZkCustomEventTest::handlerMayPostRegisterAndDestroy()
             return false;
         };
     };
-    own = std::make_unique<ZkCustomEventListener>(type, [&](const ZkCustomEvent &event) {
+    auto captured = std::make_shared<int>();
+    const std::weak_ptr<int> watched = captured;
+    bool livedOn = false;
+    own = std::make_unique<ZkCustomEventListener>(type, [&, captured](const ZkCustomEvent &event) {
         const int depth = event.data.toInt();
         calls.append(QStringLiteral("own%1").arg(depth));
         if (depth == 0) {
@@ -74,13 +77,18 @@ void ZkCustomEventTest::handlerMayPostRegisterAndDestroy()
         }
         later.reset();
         own.reset();
+        livedOn = !watched.expired();
         added = std::make_unique<ZkCustomEventListener>(type, name("added"));
         return false;
     });
     const ZkCustomEventListener kept(type, name("kept"));
     later = std::make_unique<ZkCustomEventListener>(type, name("later"));
 
+    captured.reset();
+
     post(0);
+    QVERIFY(livedOn); // a handler is not destroyed while it runs ...
+    QVERIFY(watched.expired()); // ... and not kept when it has returned
     QCOMPARE(calls.join(QLatin1Char(' ')), QStringLiteral("own0 own1 kept kept"));
     calls.clear();
     post(0);

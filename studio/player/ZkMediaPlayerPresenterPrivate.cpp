@@ -15,7 +15,7 @@ using zk::player::PictureQueue;
 namespace {
 
 // Decoded frames around the playhead: about 150 of 480p, 30 of 1080p, 8 of 2160p.
-constexpr qint64 cacheBytes = 256 * 1024 * 1024;
+constexpr qint64 cacheBytes = qint64(256) << 20;
 
 // While nothing is open the playhead follows the ones that it is coupled with wherever they go. Frames
 // are reported as int.
@@ -311,7 +311,7 @@ PictureQueue::Job ZkMediaPlayerPresenterPrivate::prepareJob() const
         return {};
     const RenderSnapshot snapshot(*opened);
     return [renderer = m_renderer, snapshot, frame = currentFrame()] {
-        const QImage picture = renderer->preview(snapshot, frame);
+        QImage picture = renderer->preview(snapshot, frame);
         if (picture.isNull()) {
             writeLog(ZKLOG::Warning,
                      QStringLiteral("prepareJob"),

@@ -103,7 +103,7 @@ QJsonObject layerToJson(Layer layer)
 
 bool Look::fromJson(const QByteArray &json, Look *look, QString *error)
 {
-    QJsonParseError parsing;
+    QJsonParseError parsing {};
     const QJsonDocument document = QJsonDocument::fromJson(json, &parsing);
     QString problem;
     Look read;

@@ -5,8 +5,6 @@
 
 #include "ZkUtility.h"
 
-#include <QThread>
-
 namespace {
 
 const int ProgressResetDelay = 1000; // ms for which the finished value stays

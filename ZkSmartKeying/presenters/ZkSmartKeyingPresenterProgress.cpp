@@ -15,9 +15,9 @@ const int AdvanceEndPercent = 95;
 const int AdvanceStep = 5;
 const int RampCounterStep = 70; // 25 of them count one percent up
 const int RampCounterEnd = 1750;
-const unsigned long RampPause = 5; // ms
-const unsigned long AdvancePause = 10; // ms
-const unsigned long CompletePause = 5; // ms
+const int RampPause = 5; // ms
+const int AdvancePause = 10; // ms
+const int CompletePause = 5; // ms
 const int ResultTimeout = 6000; // ms
 
 } // namespace

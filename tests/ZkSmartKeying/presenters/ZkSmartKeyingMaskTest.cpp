@@ -11,8 +11,6 @@ private slots:
     void modeDecidesWhatAStrokeMeans();
     void dropsStrokesWhileOneIsSegmented();
     void erasingNeedsAMask();
-    void erasingNeedsToTouchTheMask();
-    void leavesTheEraserWithoutAMask();
     void penWidths();
     void aPenDragIsOneStep();
     void cursors();
@@ -117,11 +115,16 @@ void ZkSmartKeyingMaskTest::erasingNeedsAMask()
 {
     Workspace space;
     ZkSmartKeyingPresenter &presenter = *space.presenter;
-    space.controller->clip.cutout.erasableFrame = 0;
+    SmartKeyingService &service = space.controller->clip.cutout;
+    service.erasableFrame = 0;
+    service.overlaps = false;
     presenter.setPlayerEditMode(ZkSmartKeyingPresenter::EraseMode);
-    space.player->frame = 1; // without a mask
     SignalJournal recorder(&presenter);
     takeJournal();
+    presenter.setMask(strokes()); // beside the mask
+    presenter.setEraseMaskDisable(); // there still is one
+    QCOMPARE(takeJournal(), QStringList());
+    space.player->frame = 1; // without a mask
     presenter.setMask(strokes());
     QCOMPARE(takeJournal(), lines("sigPlayerEditModeChanged\nsigPrompt(DrawMaskFirstPrompt)"));
     QCOMPARE(presenter.playerEditMode(), ZkSmartKeyingPresenter::KeepMode);
@@ -131,36 +134,10 @@ void ZkSmartKeyingMaskTest::erasingNeedsAMask()
     QCOMPARE(noted({"log"}).filter("Simple mode wait started").size(), 1);
     space.report(ZKTIMELINE::SegmentChange, ZKTIMELINE::SegmentData);
     QCOMPARE(noted({"log"}).size(), 0);
-}
-
-void ZkSmartKeyingMaskTest::erasingNeedsToTouchTheMask()
-{
-    Workspace space;
-    space.controller->clip.cutout.erasableFrame = 0;
-    space.controller->clip.cutout.overlaps = false;
-    space.presenter->setPlayerEditMode(ZkSmartKeyingPresenter::EraseMode);
-    takeJournal();
-    QVERIFY(!space.presenter->isEraseMaskOverlap(strokes()));
-    space.presenter->setMask(strokes());
-    QCOMPARE(takeJournal(), QStringList());
-    QCOMPARE(space.presenter->playerEditMode(), ZkSmartKeyingPresenter::EraseMode);
-}
-
-void ZkSmartKeyingMaskTest::leavesTheEraserWithoutAMask()
-{
-    Workspace space;
-    ZkSmartKeyingPresenter &presenter = *space.presenter;
-    space.controller->clip.cutout.erasableFrame = 0;
-    presenter.setPlayerEditMode(ZkSmartKeyingPresenter::EraseMode);
-    SignalJournal recorder(&presenter);
-    takeJournal();
-    presenter.setEraseMaskDisable();
-    QCOMPARE(takeJournal(), QStringList());
-    space.player->frame = 1;
     presenter.setEraseMaskDisable();
     QCOMPARE(takeJournal(), lines("sigPlayerEditModeChanged"));
-    QCOMPARE(presenter.playerEditMode(), ZkSmartKeyingPresenter::KeepMode);
     space.player->frame = 0;
+    QVERIFY(presenter.isEraseMaskEnable());
     presenter.switchWorkMode(ZKSMARTKEYING::TrackingMode);
     QVERIFY(!presenter.isEraseMaskEnable());
 }

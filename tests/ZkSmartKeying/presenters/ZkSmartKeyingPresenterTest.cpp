@@ -372,6 +372,7 @@ void ZkSmartKeyingPresenterTest::tellsWorkFromNoWork()
 {
     Workspace space;
     ZkSmartKeyingPresenter &presenter = *space.presenter;
+    SmartKeyingService &service = space.controller->clip.cutout;
     QVERIFY(!presenter.hasModify() && !presenter.isUsed());
     presenter.beginMacro(QStringLiteral("two"));
     presenter.changePenPixelWidth(40);
@@ -379,11 +380,11 @@ void ZkSmartKeyingPresenterTest::tellsWorkFromNoWork()
     presenter.endMacro();
     QCOMPARE(presenter.undoRedoService()->undoStepCount(), 1);
     QVERIFY(presenter.hasModify() && !presenter.isUsed());
-    space.controller->clip.cutout.tracked = true;
-    QVERIFY(presenter.isUsed());
-    space.controller->clip.cutout.tracked = false;
-    space.controller->clip.cutout.items = 1;
-    QVERIFY(presenter.isUsed());
+    service.tracked = true;
+    QVERIFY(presenter.isUsed() && presenter.isTracked());
+    service.tracked = false;
+    service.items = 1;
+    QVERIFY(presenter.isUsed() && !presenter.isTracked());
 }
 
 void ZkSmartKeyingPresenterTest::savesAndCancels()

@@ -3,13 +3,25 @@
 #include <QElapsedTimer>
 #include <QTimer>
 
+#include <functional>
+
 namespace {
 
-// Runs inside the wait for the engine's result.
-template<typename Action>
-void whileWaiting(Workspace &space, Action action)
+// The new result is on screen once the progress has come to that percentage, not after some time.
+void answerAt(
+    Workspace &space, int percent, const std::function<void()> &before = [] {})
 {
-    QTimer::singleShot(1, space.presenter.get(), action);
+    ZkSmartKeyingPresenter *const presenter = space.presenter.get();
+    space.player->seekDelay = -1;
+    QTest::qWait(5); // what construction has painted is on screen
+    QObject::connect(
+        presenter, &ZkSmartKeyingPresenter::sigSegmentProgressValueChanged, [=](int value) {
+            if (value != percent)
+                return;
+            before();
+            QTimer::singleShot(
+                0, presenter->playerPresenter(), &ZkMediaPlayerPresenter::sigSeekFinished);
+        });
 }
 
 } // namespace
@@ -99,7 +111,7 @@ void ZkSmartKeyingSegmentTest::dropsSegmentChangesThatArriveMeanwhile()
 void ZkSmartKeyingSegmentTest::countsOneStroke()
 {
     Workspace space;
-    space.player->seekDelay = 20;
+    answerAt(space, 80);
     space.player->frame = 9;
     SignalJournal recorder(space.presenter.get());
     LogJournal log;
@@ -177,12 +189,9 @@ void ZkSmartKeyingSegmentTest::progressCanBeHiddenEarly()
     QFETCH(int, way);
     Workspace space;
     ZkSmartKeyingPresenter &presenter = *space.presenter;
-    space.player->seekDelay = 30;
     SignalJournal recorder(&presenter);
     // In the middle of the ramp, which must end there.
-    connect(&presenter, &ZkSmartKeyingPresenter::sigSegmentProgressValueChanged, [&](int value) {
-        if (value != 40)
-            return;
+    answerAt(space, 40, [&] {
         QVERIFY(presenter.canShowSegmentProgress());
         takeJournal();
         if (way == 0)
@@ -219,15 +228,16 @@ void ZkSmartKeyingSegmentTest::recordsEachSegmentationOnce()
     QFETCH(QString, outcome);
     Workspace space;
     ZkSmartKeyingPresenter &presenter = *space.presenter;
-    space.player->seekDelay = 20;
     zk::test::ExpectedMessage rejected(QStringLiteral("setMask failed"));
     presenter.setMask(QImage()); // marks nothing while nothing is being recorded
-    takeJournal();
-    whileWaiting(space, [&] {
+    answerAt(space, 40, [&] {
         space.player->frame = frame;
         presenter.setMask(mask);
         space.player->frame = 0;
+        frame = 0;
+        mask = strokes();
     });
+    takeJournal();
     presenter.setMask(strokes());
     const QStringList sent = noted({"event", "controller.addMask"});
     QCOMPARE(sent.size(), 2);

@@ -221,6 +221,15 @@ void ZCutoutPresetItemManagerTest::picksFollowEachOther()
     finish(&m_medias[0], 0);
     finish(&m_medias[2], 0);
     QCOMPARE(noted({"next"}), lines("next(true,c)"));
+    // A refused one does not stand in the way of those behind it.
+    zk::test::ExpectedMessage message(QStringLiteral("download Fail!"));
+    m_project->library.downloadResult = ZKVBLMODEL::DownloadRefused;
+    m_manager->downloadItem(model()->index(0, 0), callback("refused"));
+    m_project->library.downloadResult = ZKVBLMODEL::DownloadStarted;
+    m_manager->downloadItem(model()->index(1, 0), callback("after"));
+    finish(&m_medias[1], 0);
+    QCOMPARE(noted({"refused", "after"}), lines("refused(false,a)\nafter(true,b)"));
+    qDeleteAll(QApplication::topLevelWidgets());
 }
 
 void ZCutoutPresetItemManagerTest::picksOnDiskAreNotDownloaded()

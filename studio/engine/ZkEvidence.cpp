@@ -53,8 +53,7 @@ Evidence gatherEvidence(const FrameData &earlier,
                         const AppearanceModel &appearance,
                         const EvidenceOptions &options)
 {
-    const WarpedMatte warped =
-        warpMatte(matte, motion, earlier.features.lab, later.features.lab, options.warp);
+    const WarpedMatte warped = warpMatte(matte, motion, options.warp);
     Evidence evidence;
     evidence.area = searchedArea(warped.object, options);
     if (evidence.area.empty())

@@ -131,12 +131,14 @@ SeedPair InteractiveSegmenter::Private::seedsFromStrokes(const Task &task) const
     return seeds;
 }
 
+// What the strokes contradict teaches nothing: the error usually goes on around the stroke.
 SeedPair InteractiveSegmenter::Private::seedsFromPrevious(const Task &task) const
 {
     const cv::Mat object = hardMatte(task.previous);
+    const cv::Mat believed = cv::abs(loyalty(task)) > 0.5f;
     SeedPair seeds;
-    seeds.object = {task.keep, shrunkMask(object, 2) & ~grownMask(task.remove, 6)};
-    seeds.background = {task.remove, ~grownMask(object, 2) & ~grownMask(task.keep, 6)};
+    seeds.object = {task.keep, shrunkMask(object, 2) & believed & ~task.remove};
+    seeds.background = {task.remove, ~grownMask(object, 2) & believed & ~task.keep};
     return seeds;
 }
 

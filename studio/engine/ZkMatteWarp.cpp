@@ -72,21 +72,11 @@ cv::Mat sampled(const cv::Mat &image, const cv::Mat &map)
 // For each pixel of the later frame the place p with p + flow(p) = pixel.
 cv::Mat originMap(const cv::Mat &flow, const cv::Mat &identity, int rounds)
 {
-    cv::Mat origin = identity;
+    // A clone, because assigning an expression writes into the pixels that a plain copy would share.
+    cv::Mat origin = identity.clone();
     for (int round = 0; round < rounds; ++round)
-        origin = identity - sampled(flow, origin);
+        cv::subtract(identity, sampled(flow, origin), origin);
     return origin;
-}
-
-// Lab difference between the later frame and the earlier one at the origins, a little smoothed.
-cv::Mat colorError(const cv::Mat &earlierLab, const cv::Mat &laterLab, const cv::Mat &origin)
-{
-    cv::Mat difference, error;
-    cv::absdiff(sampled(earlierLab, origin), laterLab, difference);
-    cv::transform(difference, error, cv::Matx13f(1, 1, 1));
-    error.convertTo(error, CV_32F);
-    cv::boxFilter(error, error, -1, {3, 3});
-    return error;
 }
 
 } // namespace
@@ -107,28 +97,14 @@ cv::Mat continuedField(const cv::Mat &field, const cv::Mat &weight)
     return filled;
 }
 
-WarpedMatte warpMatte(const cv::Mat &matte,
-                      const MotionField &motion,
-                      const cv::Mat &earlierLab,
-                      const cv::Mat &laterLab,
-                      const MatteWarpOptions &options)
+WarpedMatte
+warpMatte(const cv::Mat &matte, const MotionField &motion, const MatteWarpOptions &options)
 {
     const cv::Mat trusted = trust(motion, options.consistency);
     const cv::Mat objectFlow = continuedField(motion.forward, trusted.mul(matte));
-    const cv::Mat backgroundFlow = continuedField(motion.forward, trusted.mul(1.0 - matte));
     const cv::Mat identity = identityMap(matte.size());
-    const cv::Mat objectOrigin = originMap(objectFlow, identity, options.rounds);
-    const cv::Mat backgroundOrigin = originMap(backgroundFlow, identity, options.rounds);
-
-    const cv::Mat fromObject = sampled(matte, objectOrigin);
-    const cv::Mat fromBackground = sampled(matte, backgroundOrigin);
-    const cv::Mat advantage = colorError(earlierLab, laterLab, backgroundOrigin)
-        - colorError(earlierLab, laterLab, objectOrigin);
-    // Where both motions agree there is nothing to decide.
-    const cv::Mat conflict = cv::abs(fromObject - fromBackground);
-    cv::Mat correction = cv::min(cv::max(advantage * options.photometric, -1.0), 1.0);
-    cv::Mat object = fromObject + correction.mul(conflict);
-    return {cv::min(cv::max(object, 0.0), 1.0), objectOrigin - identity};
+    const cv::Mat origin = originMap(objectFlow, identity, options.rounds);
+    return {sampled(matte, origin), origin - identity};
 }
 
 } // namespace zk::engine

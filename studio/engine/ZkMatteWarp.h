@@ -1,4 +1,4 @@
-// Moves a matte from one frame to the next along the motion of the object and of the background.
+// Moves a matte from one frame to the next along the motion of the object.
 #pragma once
 
 #include "ZkEngineGlobal.h"
@@ -12,7 +12,6 @@ struct MatteWarpOptions
 {
     int rounds = 3; // of the search for where a pixel came from
     double consistency = 1.5; // pixels: vectors that do not lead back this closely are not trusted
-    double photometric = 0.04; // change of the probability per unit of Lab difference
 };
 
 // All CV_32F of the working size.
@@ -22,14 +21,12 @@ struct WarpedMatte
     cv::Mat objectFlow; // CV_32FC2, on the later frame: from where a pixel came if it is object
 };
 
-// matte: CV_32FC1, 0 .. 1, of the earlier frame; earlierLab, laterLab: CV_8UC3.
+// matte: CV_32FC1, 0 .. 1, of the earlier frame.
 //
-// The two motions differ at the outline, where a flow field mixes them. So each is taken from its own
-// side, continued past the outline, and where they disagree the colours decide.
+// At the outline a flow field mixes the motion of the object with that of the background. So the object's
+// motion is taken from its inside only, where going forth and back agrees, and continued past the outline.
 ZKENGINE_EXPORT WarpedMatte warpMatte(const cv::Mat &matte,
                                       const MotionField &motion,
-                                      const cv::Mat &earlierLab,
-                                      const cv::Mat &laterLab,
                                       const MatteWarpOptions &options = {});
 
 // Fills the field where weight (CV_32FC1, 0 .. 1) is low from where it is high, smoothly.

@@ -23,7 +23,7 @@ struct PixelNetworkOptions
 };
 
 // Pixels to learn from; the three parts run in step.
-struct TrainingSet
+struct ZKENGINE_EXPORT TrainingSet
 {
     cv::Mat features; // CV_32FC1, one row of Feature::count values per sample
     std::vector<float> targets; // 1 = object, 0 = background

@@ -33,7 +33,7 @@ install(TARGETS ${_zk_targets} EXPORT ZkSmartKeyingTargets
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/host/ DESTINATION ${_zk_include_dir}/host
     FILES_MATCHING PATTERN "*.h")
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/ZkSmartKeying/ DESTINATION ${_zk_include_dir}
-    FILES_MATCHING PATTERN "*.h" PATTERN "*_p.h" EXCLUDE)
+    FILES_MATCHING PATTERN "Z*Presenter.h" PATTERN "ZCutoutPresetItem*.h" PATTERN "ZkSmartKeyingGlobal.h")
 
 install(EXPORT ZkSmartKeyingTargets NAMESPACE Zk:: DESTINATION ${_zk_package_dir})
 configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/ZkSmartKeyingConfig.cmake.in

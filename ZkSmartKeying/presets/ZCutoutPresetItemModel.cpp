@@ -46,6 +46,7 @@ void ZCutoutPresetItemModel::replaceRows(const QVector<IZkAbstractMedia *> &medi
     m_rows = medias;
     if (keepNone)
         m_rows.prepend(m_noneItem.get());
+    m_rowOf.clear();
     endResetModel();
 }
 
@@ -63,6 +64,7 @@ void ZCutoutPresetItemModel::addVirtualNoneItem()
     setExtraNoneName();
     beginInsertRows(QModelIndex(), 0, 0);
     m_rows.prepend(m_noneItem.get());
+    m_rowOf.clear();
     endInsertRows();
 }
 
@@ -171,9 +173,19 @@ bool ZCutoutPresetItemModel::setData(const QModelIndex &, const QVariant &, int)
     return false;
 }
 
+int ZCutoutPresetItemModel::rowOf(const IZkAbstractMedia *media)
+{
+    if (m_rowOf.isEmpty()) {
+        m_rowOf.reserve(m_rows.size());
+        for (int row = m_rows.size() - 1; row >= 0; --row)
+            m_rowOf.insert(m_rows.at(row), row);
+    }
+    return m_rowOf.value(media, -1);
+}
+
 void ZCutoutPresetItemModel::itemDataChanged(IZkAbstractMedia *media)
 {
-    const int row = m_rows.indexOf(media);
+    const int row = rowOf(media);
     if (row >= 0)
         emit dataChanged(index(row, 0), index(row, 0));
 }
@@ -184,6 +196,7 @@ void ZCutoutPresetItemModel::onAfterAddItemEvent(IZkFolderMedia *folder, IZkAbst
         return;
     beginInsertRows(QModelIndex(), m_rows.size(), m_rows.size());
     m_rows.append(media);
+    m_rowOf.clear();
     endInsertRows();
 }
 
@@ -196,6 +209,7 @@ void ZCutoutPresetItemModel::onAfterRemoveItemEvent(IZkFolderMedia *folder, IZkA
         return;
     beginRemoveRows(QModelIndex(), row, row);
     m_rows.removeAt(row);
+    m_rowOf.clear();
     endRemoveRows();
 }
 
@@ -208,7 +222,9 @@ void ZCutoutPresetItemModel::onDownloadFinishedEvent(IZkAbstractMedia *media,
                                                      ZKVBLMODEL::ZkMediaDownloadType type,
                                                      int error)
 {
-    if (media->kind() != ZKVBLMODEL::PresetMedia || type == ZKVBLMODEL::DownloadPreview)
+    const bool isShown =
+        type == ZKVBLMODEL::DownloadThumbnail || type == ZKVBLMODEL::DownloadPreset;
+    if (media->kind() != ZKVBLMODEL::PresetMedia || !isShown)
         return;
     itemDataChanged(media);
     if (type == ZKVBLMODEL::DownloadPreset)

@@ -6,6 +6,7 @@
 #include "datamodel/ZkMediaLibrary.h"
 
 #include <QAbstractItemModel>
+#include <QHash>
 #include <QVector>
 
 #include <memory>
@@ -106,11 +107,14 @@ private:
     void setExtraNoneName();
     bool hasNoneRow() const;
     void replaceRows(const QVector<IZkAbstractMedia *> &medias);
+    int rowOf(const IZkAbstractMedia *media); // -1: none
     void itemDataChanged(IZkAbstractMedia *media);
     QString thumbnailPath(const IZkAbstractMedia *media) const;
 
     IZkFolderMedia *m_folder = nullptr;
     QVector<IZkAbstractMedia *> m_rows;
+    // Rows by media, filled on demand: change notices come by the thousand.
+    QHash<const IZkAbstractMedia *, int> m_rowOf;
     std::unique_ptr<NoneMedia> m_noneItem;
     IZkMediaItemManager *m_mediaItemManager = nullptr;
 };

@@ -10,7 +10,7 @@
 
 namespace zk::test {
 
-// Lets messages that match the pattern pass while it lives. check() is true when at least one came.
+// Swallows messages that match the pattern while it lives.
 class ExpectedMessage
 {
 public:
@@ -19,6 +19,7 @@ public:
     ExpectedMessage(const ExpectedMessage &) = delete;
     ExpectedMessage &operator=(const ExpectedMessage &) = delete;
 
+    // Whether at least one came.
     bool seen() const;
 
 private:
@@ -29,12 +30,9 @@ private:
 // becomes 1 when unexpected messages were printed outside a test function.
 int runMain(int argc, char **argv, const std::function<int(int, char **)> &body);
 
-// For init() and cleanup() of a test object: the number of unexpected messages so far.
-int unexpectedMessages();
-
 } // namespace zk::test
 
-#define ZK_TEST_MAIN_WITH(Application, TestObject)                                                  \
+#define ZK_TEST_MAIN_WITH(Application, TestObject)                                                 \
     int main(int argc, char **argv)                                                                \
     {                                                                                              \
         return zk::test::runMain(argc, argv, [](int count, char **values) {                        \

@@ -1,10 +1,13 @@
 #include "ZkPictureConverter.h"
 
+#include <QThread>
 #include <QTransform>
 
 extern "C" {
 #include <libavutil/opt.h>
 }
+
+#include <algorithm>
 
 namespace zk::media {
 
@@ -12,6 +15,9 @@ namespace {
 
 // libswscale writes whole vectors: rows and buffers are padded to the widest.
 constexpr int Alignment = 64;
+constexpr int MaxThreads = 4;
+// Colour is brought to every pixel: a cutout's edge shows where it is only repeated.
+constexpr int Quality = SWS_BILINEAR | SWS_ACCURATE_RND | SWS_FULL_CHR_H_INT;
 
 QImage alignedImage(const QSize &size)
 {
@@ -22,6 +28,21 @@ QImage alignedImage(const QSize &size)
         return {};
     return QImage(
         pixels, size.width(), size.height(), stride, QImage::Format_RGBA8888, av_free, pixels);
+}
+
+// A frame that lends the image's pixels to libav; it must not outlive the image.
+FramePtr frameOver(QImage *image)
+{
+    FramePtr frame(av_frame_alloc());
+    frame->format = AV_PIX_FMT_RGBA;
+    frame->width = image->width();
+    frame->height = image->height();
+    frame->data[0] = image->bits();
+    frame->linesize[0] = image->bytesPerLine();
+    const auto keep = [](void *, uint8_t *) {};
+    frame->buf[0] =
+        av_buffer_create(frame->data[0], size_t(image->sizeInBytes()), keep, nullptr, 0);
+    return frame->buf[0] ? std::move(frame) : nullptr;
 }
 
 // The limit below which an untagged picture is taken for standard definition.
@@ -54,19 +75,21 @@ bool PictureConverter::prepare(const AVFrame &picture)
     const QSize size(picture.width, picture.height);
     if (m_scaler && picture.format == m_sourceFormat && size == m_sourceSize)
         return true;
-    m_scaler.reset(sws_getContext(size.width(),
-                                  size.height(),
-                                  AVPixelFormat(picture.format),
-                                  m_size.width(),
-                                  m_size.height(),
-                                  AV_PIX_FMT_RGBA,
-                                  SWS_BICUBIC | SWS_ACCURATE_RND | SWS_FULL_CHR_H_INT,
-                                  nullptr,
-                                  nullptr,
-                                  nullptr));
-    if (!m_scaler)
+    m_scaler.reset(sws_alloc_context());
+    SwsContext *scaler = m_scaler.get();
+    av_opt_set_int(scaler, "srcw", size.width(), 0);
+    av_opt_set_int(scaler, "srch", size.height(), 0);
+    av_opt_set_int(scaler, "src_format", picture.format, 0);
+    av_opt_set_int(scaler, "dstw", m_size.width(), 0);
+    av_opt_set_int(scaler, "dsth", m_size.height(), 0);
+    av_opt_set_int(scaler, "dst_format", AV_PIX_FMT_RGBA, 0);
+    av_opt_set_int(scaler, "sws_flags", Quality, 0);
+    av_opt_set_int(scaler, "threads", std::min(QThread::idealThreadCount(), MaxThreads), 0);
+    if (sws_init_context(scaler, nullptr, nullptr) < 0) {
+        m_scaler.reset();
         return false;
-    setColours(m_scaler.get(), picture);
+    }
+    setColours(scaler, picture);
     m_sourceFormat = picture.format;
     m_sourceSize = size;
     return true;
@@ -77,11 +100,8 @@ QImage PictureConverter::convert(const AVFrame &picture)
     QImage image = alignedImage(m_size);
     if (image.isNull() || !prepare(picture))
         return {};
-    uint8_t *planes[4] = {image.bits()};
-    const int strides[4] = {image.bytesPerLine()};
-    const int rows = sws_scale(
-        m_scaler.get(), picture.data, picture.linesize, 0, picture.height, planes, strides);
-    if (rows <= 0)
+    const FramePtr target = frameOver(&image);
+    if (!target || sws_scale_frame(m_scaler.get(), target.get(), &picture) < 0)
         return {};
     return m_rotation == 0 ? image : image.transformed(QTransform().rotate(m_rotation));
 }

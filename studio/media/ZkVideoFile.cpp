@@ -121,6 +121,9 @@ bool VideoFile::openDecoder()
         return false;
     m_codec->pkt_timebase = stream()->time_base;
     m_codec->thread_count = std::min(QThread::idealThreadCount(), MaxDecoderThreads);
+    // Where every picture is a key frame, one picture at a time makes a seek cost just one.
+    if (hasOnlyKeyFrames())
+        m_codec->thread_type = FF_THREAD_SLICE;
     return avcodec_open2(m_codec.get(), codec, nullptr) >= 0;
 }
 
@@ -128,6 +131,12 @@ bool VideoFile::isPicture() const
 {
     const char *name = m_input->iformat->name;
     return std::strcmp(name, "image2") == 0 || std::strstr(name, "_pipe") != nullptr;
+}
+
+bool VideoFile::hasOnlyKeyFrames() const
+{
+    const AVCodecDescriptor *codec = avcodec_descriptor_get(stream()->codecpar->codec_id);
+    return codec && (codec->props & AV_CODEC_PROP_INTRA_ONLY) != 0;
 }
 
 bool VideoFile::hasAlpha() const
@@ -233,8 +242,12 @@ bool VideoFile::reopen()
     flush();
     m_nextStamp = m_isUntimed ? 0 : AV_NOPTS_VALUE;
     int code = 0;
-    m_input = openInput(m_path, &code);
-    return m_input != nullptr;
+    InputPtr input = openInput(m_path, &code);
+    // The file may have been replaced by another one in the meantime.
+    if (!input || m_streamIndex >= int(input->nb_streams))
+        return false;
+    m_input = std::move(input);
+    return true;
 }
 
 } // namespace zk::media

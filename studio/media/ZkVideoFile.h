@@ -29,6 +29,7 @@ public:
     const AVStream *stream() const { return m_input->streams[m_streamIndex]; }
     // A file of a single picture in a format that Qt cannot read.
     bool isPicture() const;
+    bool hasOnlyKeyFrames() const;
     bool hasAlpha() const;
 
     // The file has no time stamps at all: the time stamp of a picture is its number, and the only way

@@ -9,8 +9,9 @@ namespace zk::media {
 
 namespace {
 
-// Without an index, skipping up to this many frames by decoding them beats a seek.
+// Skipping up to this many frames by decoding them beats a seek, which leads to an earlier key frame.
 constexpr int ReadAhead = 24;
+constexpr int ReadAheadOfKeyFrames = 2;
 
 std::unique_ptr<MediaReader>
 pictureOf(VideoFile &file, MediaInfo info, const StillOptions &still, QString *error)
@@ -68,14 +69,15 @@ bool VideoReader::reach(qint64 frame)
 
 bool VideoReader::isCheaperToReadOn(qint64 frame) const
 {
-    if (!m_next || frame <= frameOf(m_next) + ReadAhead)
+    const int readAhead = m_file->hasOnlyKeyFrames() ? ReadAheadOfKeyFrames : ReadAhead;
+    if (frame <= frameOf(m_current) + readAhead)
         return true;
     // A key frame that lies behind us would only take us back.
     auto *stream = const_cast<AVStream *>(m_file->stream());
     const int entry =
         av_index_search_timestamp(stream, m_clock.stampOf(frame), AVSEEK_FLAG_BACKWARD);
     const AVIndexEntry *key = entry >= 0 ? avformat_index_get_entry(stream, entry) : nullptr;
-    return key && key->timestamp <= VideoFile::stampOf(*m_next);
+    return key && key->timestamp <= VideoFile::stampOf(*m_current);
 }
 
 // Formats differ in where a seek ends up, and pictures without their references are dropped by the
@@ -104,17 +106,18 @@ bool VideoReader::loadFirst()
     m_image = QImage();
     m_next.reset();
     m_current = m_file->nextPicture();
-    if (m_current)
-        m_next = m_file->nextPicture();
     return m_current != nullptr;
 }
 
 void VideoReader::advanceTo(qint64 frame)
 {
-    while (m_next && frameOf(m_next) <= frame) {
+    while (frameOf(m_current) < frame) {
+        if (!m_next)
+            m_next = m_file->nextPicture();
+        if (!m_next || frameOf(m_next) > frame)
+            return;
         m_image = QImage();
         m_current = std::move(m_next);
-        m_next = m_file->nextPicture();
     }
 }
 

@@ -29,7 +29,7 @@ private:
     std::unique_ptr<VideoFile> m_file;
     FrameClock m_clock;
     PictureConverter m_converter;
-    // The picture that is shown, and the one after it; the latter is null at the end of the file.
+    // The picture that is shown, and the one after it, where it took that one to know how long.
     FramePtr m_current;
     FramePtr m_next;
     // The last image handed out, for frames that share a picture.

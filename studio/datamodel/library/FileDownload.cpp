@@ -40,6 +40,7 @@ FileDownload::FileDownload(QNetworkAccessManager &network,
     , m_network(network)
     , m_settings(settings)
     , m_request(std::move(request))
+    , m_url(m_request.url)
     , m_part(m_request.partPath)
 {
     m_stallTimer.setSingleShot(true);
@@ -87,10 +88,11 @@ void FileDownload::send()
 {
     if (m_isDone)
         return;
-    QNetworkRequest request(m_request.url);
+    QNetworkRequest request(m_url);
+    // We follow by ourselves: Qt gives up, with no error, when a server closes the connection after
+    // each of several redirections.
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
-                         QNetworkRequest::UserVerifiedRedirectPolicy);
-    request.setMaximumRedirectsAllowed(maximumRedirects);
+                         QNetworkRequest::ManualRedirectPolicy);
     // The checksum and a resumed range are those of the plain file.
     request.setRawHeader("Accept-Encoding", "identity");
     if (m_received > 0)
@@ -98,18 +100,21 @@ void FileDownload::send()
     m_body = Unknown;
     m_reply = m_network.get(request);
     connect(m_reply, &QNetworkReply::readyRead, this, &FileDownload::readReply);
-    connect(m_reply, &QNetworkReply::redirected, this, &FileDownload::followRedirect);
     connect(m_reply, &QNetworkReply::finished, this, &FileDownload::endReply);
     m_stallTimer.start();
 }
 
-void FileDownload::followRedirect(const QUrl &url)
+void FileDownload::followRedirect(const QUrl &target)
 {
-    if (isAllowedRedirect(m_request.url, url)) {
-        Q_EMIT m_reply->redirectAllowed();
+    const QUrl url = m_url.resolved(target);
+    if (!isAllowedRedirect(m_request.url, url)) {
+        finish(DownloadError::Refused,
+               QStringLiteral("a redirection to %1 is not acceptable").arg(url.toDisplayString()));
+    } else if (++m_redirects > maximumRedirects) {
+        finish(DownloadError::Refused, QStringLiteral("there are too many redirections"));
     } else {
-        fail(DownloadError::Refused,
-             QStringLiteral("a redirection to %1 is not acceptable").arg(url.toDisplayString()));
+        m_url = url;
+        send();
     }
 }
 
@@ -189,19 +194,20 @@ void FileDownload::endReply()
 
 void FileDownload::judgeReply(const QNetworkReply &reply)
 {
-    using Reply = QNetworkReply;
     if (m_error == DownloadError::Network)
         return breakOff(m_errorText);
     if (m_error != DownloadError::None)
         return finish(m_error, m_errorText);
-    // Without a usable status in the first case; in the second, one that Qt does not follow.
-    if (reply.error() == Reply::TooManyRedirectsError || statusOf(reply) / 100 == 3)
-        return finish(DownloadError::Refused, reply.errorString());
-    if (statusOf(reply) != 0 && m_body != Taken)
+    const QVariant target = reply.attribute(QNetworkRequest::RedirectionTargetAttribute);
+    if (target.isValid())
+        return followRedirect(target.toUrl());
+    if (statusOf(reply) >= 200 && m_body != Taken)
         return finish(DownloadError::HttpStatus,
                       QStringLiteral("the server answered with status %1").arg(statusOf(reply)));
-    if (reply.error() != Reply::NoError)
+    if (reply.error() != QNetworkReply::NoError)
         return breakOff(reply.errorString());
+    if (m_body != Taken) // Qt reports no error when a connection ends before the answer's head
+        return breakOff(QStringLiteral("the server ended the connection without an answer"));
     if (m_received < m_request.size)
         return breakOff(
             QStringLiteral("the server sent %1 of %2 bytes").arg(m_received).arg(m_request.size));
@@ -214,6 +220,8 @@ void FileDownload::breakOff(const QString &text)
         return finish(DownloadError::Network, text);
     --m_retries;
     m_error = DownloadError::None;
+    m_url = m_request.url;
+    m_redirects = 0;
     if (m_request.sha256.isEmpty() && !rewind())
         return;
     QTimer::singleShot(m_settings.retryDelayMs, this, &FileDownload::send);

@@ -56,7 +56,7 @@ private:
     bool takesResumedBody();
     bool rewind();
     void store(const QByteArray &bytes);
-    void followRedirect(const QUrl &url);
+    void followRedirect(const QUrl &target);
     void endReply();
     void judgeReply(const QNetworkReply &reply);
     void breakOff(const QString &text);
@@ -70,6 +70,7 @@ private:
     QNetworkAccessManager &m_network;
     const DownloadSettings &m_settings;
     const DownloadRequest m_request;
+    QUrl m_url; // where the redirections have led
     QFile m_part;
     QCryptographicHash m_hash {QCryptographicHash::Sha256};
     QNetworkReply *m_reply = nullptr;
@@ -81,6 +82,7 @@ private:
     Body m_body = Unknown; // of the reply under way
     qint64 m_received = 0;
     int m_percent = -1;
+    int m_redirects = 0; // since the start or the retry
     int m_retries = 1;
     bool m_isDone = false;
     DownloadError m_error = DownloadError::None;

@@ -113,9 +113,10 @@ void TestHttpServer::answerBadly(QTcpSocket *socket,
         socket->write("HTTP/1.1 200 OK\r\n" + whole + "\r\n" + half);
         return;
     case RedirectSameHost:
-        return send(socket, found, "Location: " + path.toLatin1() + "?moved\r\n", {});
+        return send(
+            socket, found, lengthHeader(0) + "Location: " + path.toLatin1() + "?moved\r\n", {});
     case RedirectForever:
-        return send(socket, found, "Location: " + path.toLatin1() + "\r\n", {});
+        return send(socket, found, lengthHeader(0) + "Location: " + path.toLatin1() + "\r\n", {});
     case RedirectOtherHost:
         return send(socket, found, "Location: http://localhost.invalid/x\r\n", {});
     case RedirectOtherScheme:

@@ -5,6 +5,7 @@
 #include <QMetaObject>
 
 #include <exception>
+#include <system_error>
 
 namespace zk::datamodel {
 
@@ -13,13 +14,19 @@ ApplyRun::ApplyRun(const ApplyTask &task, QObject *context, const Receiver &rece
     , m_context(context)
     , m_receiver(receiver)
     , m_serial(Segments::nextRevision())
-    , m_worker([this] { work(); })
-{ }
+{
+    try {
+        m_worker = std::thread([this] { work(); });
+    } catch (const std::system_error &) { // no more threads
+        postFinished({});
+    }
+}
 
 ApplyRun::~ApplyRun()
 {
     cancel();
-    m_worker.join();
+    if (m_worker.joinable())
+        m_worker.join();
 }
 
 void ApplyRun::work()
@@ -30,13 +37,17 @@ void ApplyRun::work()
     } catch (const std::exception &) { // out of memory, above all
         result = ApplyResult();
     }
-    if (!m_isCancelled) {
-        QMetaObject::invokeMethod(
-            m_context,
-            [serial = m_serial, receive = m_receiver.finished, result] { receive(serial, result); },
-            Qt::QueuedConnection);
-    }
+    if (!m_isCancelled)
+        postFinished(result);
     m_isDone = true;
+}
+
+void ApplyRun::postFinished(const ApplyResult &result)
+{
+    QMetaObject::invokeMethod(
+        m_context,
+        [serial = m_serial, receive = m_receiver.finished, result] { receive(serial, result); },
+        Qt::QueuedConnection);
 }
 
 ApplyResult ApplyRun::render()

@@ -56,6 +56,7 @@ private:
     EncodedMatte finalMatte(qint64 frame);
     EncodedMatte emptyMatte();
     void postProgress(int percent);
+    void postFinished(const ApplyResult &result);
 
     const ApplyTask m_task;
     QObject *const m_context;

@@ -8,6 +8,7 @@
 
 #include <QFileInfo>
 #include <QLoggingCategory>
+#include <QPointer>
 
 #include <algorithm>
 
@@ -66,10 +67,11 @@ void ZkStudioEditController::launchTracking(const QVector<TrackingLeg> &legs)
         m_player->trackingStarted();
 }
 
-// The player's observers may stop the run from inside each of its calls.
+// The player's observers may stop the run, or delete the controller, from inside each of its calls.
 void ZkStudioEditController::onTracked(quint64 serial, const TrackedFrame &tracked)
 {
-    const auto isCurrent = [=] { return isTracking() && m_tracking->serial() == serial; };
+    const QPointer<QObject> alive(m_context.get());
+    const auto isCurrent = [&] { return alive && isTracking() && m_tracking->serial() == serial; };
     if (!isCurrent())
         return;
     m_hasTracked = true;
@@ -96,7 +98,7 @@ void ZkStudioEditController::stopTracking()
 }
 
 // First everything is as it was before the run, then the player says so, and last the change records
-// go out, all together: an observer of those may run an event loop or delete the controller.
+// go out, all together. Whoever hears of the last two may delete the controller.
 void ZkStudioEditController::endTracking()
 {
     m_tracking->stop();
@@ -110,29 +112,40 @@ void ZkStudioEditController::endTracking()
         service()->closeTracking(m_trackedBefore, QStringLiteral("Track"));
     m_trackedBefore.clear();
     enableCutoutEffects();
+    const QPointer<QObject> alive(m_context.get());
     if (m_player)
         m_player->trackingFinished();
-    undo->resumeEvents();
+    if (alive)
+        undo->resumeEvents();
 }
 
-// A stroke switches the look off, so that the user sees what he paints on.
+// A stroke switches the look off, so that the user sees what he paints on. The change records go out
+// last: whoever hears of them may delete the controller.
 void ZkStudioEditController::enableCutoutEffects()
 {
-    const ZkDisableUndoRedoCommander unrecorded(m_timeline->undoRedoService());
+    ZkStudioUndoRedoService *undo = m_timeline->undoRedoService();
     const IZkEffectList *effects = m_timeline->clip()->effects();
+    undo->pauseEvents();
+    undo->suspendRecording();
     for (int i = 0; i < effects->count(); ++i) {
         IZkEffect *effect = effects->effectAt(i);
         if (effect->descriptor()->type() == ZKTIMELINE::SmartKeyingEffect)
             effect->setEnabled(true);
     }
+    undo->resumeRecording();
+    undo->resumeEvents();
 }
 
 void ZkStudioEditController::apply()
 {
     if (!m_timeline || m_applying)
         return;
+    const QPointer<QObject> alive(m_context.get());
     stopTracking();
-    enableCutoutEffects();
+    if (alive)
+        enableCutoutEffects();
+    if (!alive)
+        return;
     reapRuns();
     ApplyRun::Receiver receiver;
     receiver.progress = [this](quint64 serial, int percent) { onApplyProgress(serial, percent); };

@@ -7,6 +7,8 @@
 
 #include <QMetaObject>
 
+#include <system_error>
+
 namespace zk::datamodel {
 
 namespace {
@@ -164,14 +166,25 @@ void TrackingRun::stop()
 void TrackingRun::startWorker(void (TrackingRun::*work)())
 {
     ++m_runningWorkers;
-    m_workers.emplace_back([this, work] {
-        try {
-            (this->*work)();
-        } catch (const std::exception &exception) { // out of memory, above all
-            fail(QString::fromLocal8Bit(exception.what()));
-        }
+    try {
+        m_workers.emplace_back([this, work] {
+            guarded([=] { (this->*work)(); });
+            --m_runningWorkers;
+        });
+    } catch (const std::system_error &exception) { // no more threads
         --m_runningWorkers;
-    });
+        fail(QString::fromLocal8Bit(exception.what()));
+    }
+}
+
+template<typename Work>
+void TrackingRun::guarded(Work work)
+{
+    try {
+        work();
+    } catch (const std::exception &exception) { // out of memory, above all
+        fail(QString::fromLocal8Bit(exception.what()));
+    }
 }
 
 void TrackingRun::decode()

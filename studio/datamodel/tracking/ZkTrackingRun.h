@@ -77,6 +77,8 @@ private:
     class Advancer;
 
     void startWorker(void (TrackingRun::*work)());
+    template<typename Work>
+    void guarded(Work work);
     void decode();
     bool decodeLeg(zk::media::MediaReader *reader, int leg);
     bool decodeStretch(zk::media::MediaReader *reader, int leg, qint64 from, qint64 count);

@@ -1,17 +1,17 @@
 #include "EditBench.h"
 
+#include <QJsonArray>
+#include <QJsonObject>
 #include <QPainter>
 #include <QtTest>
 
 namespace zk::test {
 
 EditClip::EditClip()
-    : m_sample({QSize(160, 90), frames, 24})
-    , m_path(m_folder.filePath(QStringLiteral("clip.mkv")))
-    , m_stillPath(m_folder.filePath(QStringLiteral("still.png")))
+    : m_sample({size, frames, 24})
 {
     QString error;
-    if (!m_sample.write(m_path, QString(), &error) || !m_sample.frame(0).save(m_stillPath))
+    if (!m_sample.write(path(), QString(), &error) || !m_sample.frame(0).save(stillPath()))
         qFatal("The test clip cannot be written: %s", qPrintable(error));
 }
 
@@ -21,6 +21,21 @@ const EditClip &EditClip::instance()
     return clip;
 }
 
+QImage EditClip::keepStroke() const
+{
+    QImage image(size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    const QJsonObject stroke =
+        m_sample.strokes().value(QLatin1String("strokes")).toArray().first().toObject();
+    QPolygonF line;
+    for (const QJsonValue &point : stroke.value(QLatin1String("points")).toArray())
+        line.append(QPointF(point[0].toDouble(), point[1].toDouble()));
+    painter.setPen(QPen(Qt::cyan, stroke.value(QLatin1String("width")).toDouble()));
+    painter.drawPolyline(line);
+    return image;
+}
+
 void NotingPlayer::showTrackedFrame(qint64 frame)
 {
     frames.append(frame);
@@ -28,52 +43,44 @@ void NotingPlayer::showTrackedFrame(qint64 frame)
         onFrame(frame);
 }
 
-void NotingPlayer::note(const char *what)
-{
-    notes.append(QStringLiteral("%1 %2").arg(QLatin1String(what)).arg(service->workMode()));
-}
-
-NotingTimelineObserver::NotingTimelineObserver(IZkTimeline *timeline)
-    : m_timeline(timeline)
-{
-    m_timeline->addEventObserver(this);
-}
-
-NotingTimelineObserver::~NotingTimelineObserver()
-{
-    m_timeline->removeEventObserver(this);
-}
-
 void NotingTimelineObserver::onTimelineChangedEvent(const ZkTimelineChanges &changes)
 {
-    segmentRecords += changes.contains(ZKTIMELINE::SegmentChange, ZKTIMELINE::SegmentData) ? 1 : 0;
-    effectRecords += changes.contains(ZKTIMELINE::EffectChange) ? 1 : 0;
     sets.append(changes);
-    undoTexts.append(m_timeline->undoRedoService()->undoText());
     if (onChange)
         onChange();
 }
 
-EditBench::EditBench(const QString &path, ZKSMARTKEYING::ZkSmartKeyingBusinessType type)
+int NotingTimelineObserver::count(int kind) const
+{
+    return int(std::count_if(sets.cbegin(), sets.cend(), [=](const ZkTimelineChanges &set) {
+        return set.contains(kind);
+    }));
+}
+
+EditBench::EditBench(const QString &path,
+                     ZKSMARTKEYING::ZkSmartKeyingBusinessType type,
+                     const ZkRange<qint64> &stretch)
     : controller(createSmartKeyingEditController())
 {
     QString error;
     project = ZkStudioTimeline::fromMediaFile(path, &error);
     if (!project)
         qFatal("The test clip cannot be read: %s", qPrintable(error));
+    const media::MediaInfo media = project->clip()->media();
+    project->setClip(std::make_unique<ZkStudioClip>(
+        project.get(), media, stretch.minimum, stretch.maximum - stretch.minimum + 1));
     qint64 frame = 0;
     controller->addObserver(&observer);
     if (!controller->initialise(project->clip(), &player, &frame, type))
         qFatal("The controller cannot edit the test clip");
     service()->setEnabled(true);
     player.service = service();
-    edits = std::make_unique<NotingTimelineObserver>(timeline());
-    projectChanges = std::make_unique<NotingTimelineObserver>(project.get());
+    timeline()->addEventObserver(&edits);
+    project->addEventObserver(&projectChanges);
 }
 
 EditBench::~EditBench()
 {
-    edits.reset();
     releaseSmartKeyingEditController(controller);
 }
 
@@ -84,30 +91,34 @@ ZkStudioTimeline *EditBench::timeline() const
 
 bool EditBench::giveTruth(qint64 frame)
 {
-    return controller->setMatte(frame, EditClip::instance().sample().matte(int(frame)));
+    return controller->setMatte(frame, EditClip::instance().matte(frame));
+}
+
+bool EditBench::giveTruthEverywhere()
+{
+    bool isGiven = true;
+    for (qint64 frame = 0; frame < EditClip::frames; ++frame)
+        isGiven = giveTruth(frame) && isGiven;
+    return isGiven;
 }
 
 double EditBench::agreement(qint64 frame) const
 {
-    return agreementOf(service()->segments().matteAt(frame),
-                       EditClip::instance().sample().matte(int(frame)));
+    return agreementOf(segments().matteAt(frame), EditClip::instance().matte(frame));
 }
 
-QVector<qint64> EditBench::trackedFrames() const
+int EditBench::start(qint64 frame, int direction, int type)
 {
-    return service()->segments().tracked().keys().toVector();
+    return controller->startTracking(frame,
+                                     ZKSMARTKEYING::ZkSegmentToTrackDirect(direction),
+                                     ZKSMARTKEYING::ZkSegmentToTrackType(type));
 }
 
-int EditBench::track(qint64 frame,
-                     ZKSMARTKEYING::ZkSegmentToTrackDirect direct,
-                     ZKSMARTKEYING::ZkSegmentToTrackType type)
+int EditBench::track(qint64 frame, int direction, int type)
 {
-    const int started = controller->startTracking(frame, direct, type);
-    if (started == ZKSMARTKEYING::TrackingStarted
-        && !QTest::qWaitFor([&] { return service()->workMode() != ZKSMARTKEYING::TrackingMode; },
-                            20000))
-        return -1;
-    return started;
+    const int started = start(frame, direction, type);
+    const auto isOver = [&] { return service()->workMode() != ZKSMARTKEYING::TrackingMode; };
+    return QTest::qWaitFor(isOver, 30000) ? started : -1;
 }
 
 bool EditBench::applyAndWait()
@@ -117,14 +128,23 @@ bool EditBench::applyAndWait()
     return QTest::qWaitFor([&] { return observer.results.size() > before; }, 10000);
 }
 
-QImage strokeOn(const QRect &box, const QSize &imageSize, const QSize &frameSize)
+QImage strokeOn(const QRect &box, const QSize &imageSize)
 {
     QImage image(imageSize, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
-    painter.scale(double(imageSize.width()) / frameSize.width(),
-                  double(imageSize.height()) / frameSize.height());
+    painter.scale(double(imageSize.width()) / EditClip::size.width(),
+                  double(imageSize.height()) / EditClip::size.height());
     painter.fillRect(box, QColor(0, 200, 200, 128));
+    return image;
+}
+
+QImage maskOf(const QRect &box, int value, const QSize &size)
+{
+    QImage image(size, QImage::Format_Grayscale8);
+    image.fill(0);
+    for (int y = box.top(); y <= box.bottom(); ++y)
+        std::fill_n(image.scanLine(y) + box.left(), box.width(), uchar(value));
     return image;
 }
 

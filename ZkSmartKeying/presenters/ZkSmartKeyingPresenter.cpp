@@ -30,6 +30,8 @@ ZkSmartKeyingPresenter::~ZkSmartKeyingPresenter()
            QStringLiteral("delloc ZkSmartKeyingPresenter"));
     // Taking the player apart stops it; nobody here, a derived presenter least of all, may follow that.
     d->playerPresenter->disconnect(this);
+    // While the private object is still reachable: what the host reports meanwhile may be followed.
+    d->tearDown();
     d_ptr.reset();
 }
 

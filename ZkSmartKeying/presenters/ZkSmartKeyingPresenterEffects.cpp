@@ -85,7 +85,7 @@ void ZkSmartKeyingPresenter::applyPreset(IZkAbstractMediaItem *item)
     const auto replaceEffects = [this, preset](IZkClip *clip) {
         // The preset's own effect belongs to the library, so the clip gets a copy.
         const ZkEffectPtr effect = preset->createInstance();
-        if (!effect)
+        if (!effect || !clip->effects())
             return;
         removeEffects();
         clip->effects()->add(effect);
@@ -118,24 +118,32 @@ void ZkSmartKeyingPresenter::selectPresetAtIndex(const QModelIndex &index)
 void ZkSmartKeyingPresenterPrivate::downloadPreset(const QModelIndex &index)
 {
     q->trackEffectEvent(index, ZkSmartCutoutInteraction::downloadStarted());
-    // The list may be reloaded before the download ends.
-    const QPersistentModelIndex preset(index);
     const int row = index.row();
-    presetManager->downloadItem(
-        index, [this, preset, row](bool success, IZkAbstractMediaItem *item) {
-            if (success) {
-                q->trackEffectEvent(preset, ZkSmartCutoutInteraction::applied());
-                q->applyPreset(item);
-                return;
-            }
-            ZK_LOG_TO(zkResourceLog(),
-                      ZKLOG::Warning,
-                      "ZkSmartKeyingPresenter",
-                      "selectPresetAtIndex",
-                      QString::asprintf("cutout_add_border:Cutout preset download failed index: %d",
-                                        row));
-            emit q->sigEffectPresetItemDownloadFailed();
-        });
+    presetManager->downloadItem(index, [this, row](bool success, IZkAbstractMediaItem *item) {
+        if (success) {
+            // The list may have been reloaded since.
+            q->trackEffectEvent(indexOfItem(item), ZkSmartCutoutInteraction::applied());
+            q->applyPreset(item);
+            return;
+        }
+        ZK_LOG_TO(
+            zkResourceLog(),
+            ZKLOG::Warning,
+            "ZkSmartKeyingPresenter",
+            "selectPresetAtIndex",
+            QString::asprintf("cutout_add_border:Cutout preset download failed index: %d", row));
+        emit q->sigEffectPresetItemDownloadFailed();
+    });
+}
+
+QModelIndex ZkSmartKeyingPresenterPrivate::indexOfItem(const IZkAbstractMediaItem *item) const
+{
+    const QVector<QModelIndex> indexes = presetManager->itemModel()->getAllIndexes();
+    for (const QModelIndex &index : indexes) {
+        if (ZCutoutPresetItemModel::mediaItemFromIndex(index) == item)
+            return index;
+    }
+    return QModelIndex();
 }
 
 QModelIndex ZkSmartKeyingPresenter::findPresetIndexByEffect(IZkEffect *effect) const

@@ -23,7 +23,7 @@ ZkSmartKeyingPresenterPrivate::ZkSmartKeyingPresenterPrivate(ZkSmartKeyingPresen
            QStringLiteral("ZkSmartKeyingPresenterPrivate new"));
 }
 
-ZkSmartKeyingPresenterPrivate::~ZkSmartKeyingPresenterPrivate()
+void ZkSmartKeyingPresenterPrivate::tearDown()
 {
     ZK_LOG(ZKLOG::Info,
            "ZkSmartKeyingPresenterPrivate",

@@ -22,8 +22,9 @@ public:
         ZkObserverConnector<IZkSmartKeyingEditController, ZkSmartKeyingPresenterPrivate>;
 
     ZkSmartKeyingPresenterPrivate(ZkSmartKeyingPresenter *presenter, IZkClip *clip);
-    ~ZkSmartKeyingPresenterPrivate() override;
 
+    // Lets go of the host's objects; the last call before the destructor.
+    void tearDown();
     // Apart from the constructor: what it sets going calls back into the presenter.
     void setUp(ZKSMARTKEYING::ZkSmartKeyingBusinessType type, IZkClip *clip);
     void connectPlayer();
@@ -64,6 +65,7 @@ public:
     void executeEventLoopWait(bool simple);
 
     void downloadPreset(const QModelIndex &index);
+    QModelIndex indexOfItem(const IZkAbstractMediaItem *item) const; // invalid: not listed
 
     void startUseEvent();
     void failUseEvent(const QString &errorCode, const QString &reason);

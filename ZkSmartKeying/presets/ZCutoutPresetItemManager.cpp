@@ -10,6 +10,7 @@
 #include <QImageReader>
 #include <QPixmap>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -132,12 +133,11 @@ void ZCutoutPresetItemManager::loadCutoutPresetFolder()
 
 void ZCutoutPresetItemManager::loadFolder(IZkFolderMedia *folder)
 {
-    IZkMediaItemManager *const manager = mediaItemManager();
-    if (!manager)
-        return;
-    manager->loadFolder(folder);
-    if (folder->needsLoadAgain())
+    if (IZkMediaItemManager *const manager = mediaItemManager()) {
         manager->loadFolder(folder);
+        if (folder->needsLoadAgain())
+            manager->loadFolder(folder);
+    }
     logLoadState(folder->loadState());
 }
 
@@ -245,12 +245,20 @@ void ZCutoutPresetItemManager::finishDownload(IZkAbstractMediaItem *item, bool f
         callback(!failed, item);
 }
 
-void ZCutoutPresetItemManager::abandonDownloads()
+// An item that is no longer offered brings no notice; its entry would block those behind it.
+void ZCutoutPresetItemManager::abandonRemovedDownloads()
 {
-    const QVector<IZkAbstractMediaItem *> items = std::exchange(m_pendingItems, {});
-    const DownloadCallback callback = std::exchange(m_downloadCallback, nullptr);
-    if (callback && !items.isEmpty())
-        callback(false, items.constLast());
+    QVector<IZkAbstractMediaItem *> offered;
+    const QVector<QModelIndex> indexes = m_model->getAllIndexes();
+    for (const QModelIndex &index : indexes)
+        offered.append(ZCutoutPresetItemModel::mediaItemFromIndex(index));
+    IZkAbstractMediaItem *const last = m_pendingItems.value(m_pendingItems.size() - 1);
+    const auto isGone = [&offered](IZkAbstractMediaItem *item) { return !offered.contains(item); };
+    m_pendingItems.erase(std::remove_if(m_pendingItems.begin(), m_pendingItems.end(), isGone),
+                         m_pendingItems.end());
+    // The callback is that of the latest pick.
+    if (last && isGone(last) && m_downloadCallback)
+        std::exchange(m_downloadCallback, nullptr)(false, last);
 }
 
 void ZCutoutPresetItemManager::showDownloadFailToast()
@@ -278,6 +286,5 @@ void ZCutoutPresetItemManager::beforeCategoryTreeReload() { }
 void ZCutoutPresetItemManager::afterCategoryTreeReload()
 {
     loadCutoutPresetFolder();
-    // The items that were waited for die when every listener has heard of the reload.
-    abandonDownloads();
+    abandonRemovedDownloads();
 }

@@ -40,8 +40,8 @@ public:
     void loadCutoutPresetFolder();
 
     // Downloads the preset unless it is on disk already; then, and without an item, the callback is
-    // dropped. Otherwise it is called once: a refused download fails at once, the others when they are
-    // over. A second pick replaces the callback of the first. Failures show a toast.
+    // dropped. Otherwise it is called when the first pending download is over, or at once when this
+    // one is refused, unless a second pick replaces it before that. Failures show a toast.
     void downloadItem(const QModelIndex &index, DownloadCallback callback);
     // Null when there is none in the model.
     IZkAbstractMediaItem *findMediaItemBySlug(const QString &slug) const;
@@ -65,7 +65,7 @@ private:
     void checkItemThumbnail(IZkAbstractMedia *media);
     int downloadItem(IZkAbstractMediaItem *item, ZKVBLMODEL::ZkMediaDownloadType type);
     void finishDownload(IZkAbstractMediaItem *item, bool failed);
-    void abandonDownloads();
+    void abandonRemovedDownloads();
     void showDownloadFailToast();
 
     int m_category = 0;

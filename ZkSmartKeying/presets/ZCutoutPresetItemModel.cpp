@@ -224,7 +224,7 @@ void ZCutoutPresetItemModel::onDownloadFinishedEvent(IZkAbstractMedia *media,
 {
     const bool isShown =
         type == ZKVBLMODEL::DownloadThumbnail || type == ZKVBLMODEL::DownloadPreset;
-    if (media->kind() != ZKVBLMODEL::PresetMedia || !isShown)
+    if (!media || media->kind() != ZKVBLMODEL::PresetMedia || !isShown)
         return;
     itemDataChanged(media);
     if (type == ZKVBLMODEL::DownloadPreset)

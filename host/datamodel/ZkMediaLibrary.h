@@ -59,7 +59,8 @@ public:
 };
 Q_DECLARE_METATYPE(IZkAbstractMedia *)
 
-// A resource: its identity and what of it is on disk.
+// A resource: its identity and what of it is on disk. Lives as long as the library, also when no
+// folder offers it any more.
 class ZK_INTERFACE IZkAbstractMediaItem
 {
 public:
@@ -110,7 +111,7 @@ public:
     onBeforeMoveItemEvent(IZkFolderMedia *from, IZkFolderMedia *to, IZkAbstractMedia *media) = 0;
     virtual void
     onAfterMoveItemEvent(IZkFolderMedia *from, IZkFolderMedia *to, IZkAbstractMedia *media) = 0;
-    // The folder has been loaded completely.
+    // The folder has been loaded completely, sub-folders included.
     virtual void onAllMediaChangedFinishEvent(IZkFolderMedia *folder) = 0;
     // error 0: complete and usable on disk.
     virtual void onDownloadFinishedEvent(IZkAbstractMedia *media,

@@ -161,7 +161,8 @@ class ZK_INTERFACE IZkTimelineEventObserver
 {
 public:
     virtual ~IZkTimelineEventObserver() = default;
-    // On the GUI thread, from inside the call that made the change, after its undo step is closed.
+    // On the GUI thread, from inside the call that made the change, after its undo step is closed;
+    // changes that were held back come when events are resumed, which may be inside an open macro.
     virtual void onTimelineChangedEvent(const ZkTimelineChanges &changes) = 0;
 };
 

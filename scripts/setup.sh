@@ -2,9 +2,12 @@
 
 zk_packages="cmake ninja-build g++ pkg-config
 qtbase5-dev qttools5-dev qttools5-dev-tools libqt5svg5-dev libqt5sql5-sqlite
-libmlt-dev libmlt++-dev libmlt7 libopencv-dev libopencv-contrib-dev
+libopencv-dev libopencv-contrib-dev
 libavformat-dev libavcodec-dev libavutil-dev libswscale-dev libswresample-dev
 fonts-dejavu-core"
+
+# What the presets bench and tidy need beyond that.
+zk_bench_packages="libbenchmark-dev libmlt-dev libmlt++-dev"
 
 # zk_install_missing PACKAGE...: says what it installs; silent when nothing is missing.
 zk_install_missing() {

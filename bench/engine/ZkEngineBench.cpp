@@ -88,22 +88,42 @@ double seconds(const Function &function, cv::Mat *result)
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-void printRatio(const Input &input)
+struct Comparison
 {
-    cv::Mat theirs, ours;
-    const double baseline = seconds([&] { return grabCut(input); }, &theirs);
-    strokes(input); // the first call pays for the start of the threads
-    const double own = seconds([&] { return strokes(input); }, &ours);
-    std::printf("%dx%d strokes to matte: %.3f s, IoU %.3f; grabCut full frame, %d rounds: %.3f s, "
-                "IoU %.3f; ratio %.1f\n",
-                input.first.cols,
-                input.first.rows,
-                own,
-                engine::intersectionOverUnion(ours, input.truth),
-                grabCutRounds,
-                baseline,
-                engine::intersectionOverUnion(theirs, input.truth),
-                baseline / own);
+    double ownSeconds = 0.0;
+    double ownIou = 0.0;
+    double grabCutSeconds = 0.0;
+    double grabCutIou = 0.0;
+
+    void add(const Input &input)
+    {
+        cv::Mat theirs, ours;
+        strokes(input); // the first call pays for the start of the threads
+        ownSeconds += seconds([&] { return strokes(input); }, &ours);
+        grabCutSeconds += seconds([&] { return grabCut(input); }, &theirs);
+        ownIou += engine::intersectionOverUnion(ours, input.truth);
+        grabCutIou += engine::intersectionOverUnion(theirs, input.truth);
+    }
+};
+
+// One clip alone says little about the quality, so this goes through all of them.
+void printRatio(const std::string &folder, const std::vector<std::string> &names, int height)
+{
+    Comparison sum;
+    for (const std::string &name : names)
+        sum.add(Input(folder + "/" + name, height));
+    const double count = double(names.size());
+    std::printf(
+        "strokes to matte at height %d, mean of %d clips: %.3f s, IoU %.3f; grabCut full frame, "
+        "%d rounds: %.3f s, IoU %.3f; ratio %.1f\n",
+        height,
+        int(names.size()),
+        sum.ownSeconds / count,
+        sum.ownIou / count,
+        grabCutRounds,
+        sum.grabCutSeconds / count,
+        sum.grabCutIou / count,
+        sum.grabCutSeconds / sum.ownSeconds);
 }
 
 template<typename Function>
@@ -211,10 +231,11 @@ int main(int argc, char **argv)
         return 0;
     }
     benchmark::Initialize(&argc, argv);
+    for (int height : {480, 1080})
+        printRatio(folder, names, height);
     const Input standard(folder + "/" + names.front(), 0);
     const Input large(folder + "/" + names.front(), 1080);
     for (const Input *input : {&standard, &large}) {
-        printRatio(*input);
         addPreparation(*input);
         addModels(*input);
         addDecision(*input);

@@ -4,6 +4,7 @@
 
 #include <QCommandLineParser>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 namespace zk::app {
 
@@ -21,7 +22,7 @@ void addOptions(QCommandLineParser *parser)
     add("direction", "forward, backward or both (default) from the painted frame.", "DIR");
     add("preset", "Look of the cutout, a slug of \"zkstudio presets\".", "SLUG");
     add("background",
-        "Colour (#rrggbb or a name) or picture to put under the cutout.",
+        "Under the cutout in an .mp4: a colour (#rrggbb or a name) or a picture.",
         "COLOUR|PICTURE");
     add("contact-sheet", "Also write a PNG with source, overlay, matte and result.", "FILE.png");
     add("truth", "Compare with true mattes, one %05d.png per frame.", "DIR");
@@ -63,8 +64,9 @@ QString CutoutOptions::help()
     parser.setApplicationDescription(
         QStringLiteral("Cuts the painted object out of a clip, through the whole clip."));
     addOptions(&parser);
-    return parser.helpText().replace(QStringLiteral("[options] IN"),
-                                     QStringLiteral("cutout [options] IN"))
+    // Qt names the program by its path and knows no commands.
+    static const QRegularExpression usage(QStringLiteral("^Usage: .*\\[options\\]"));
+    return parser.helpText().replace(usage, QStringLiteral("Usage: zkstudio cutout [options]"))
         + examples();
 }
 

@@ -2,7 +2,7 @@
 
 zk_packages="cmake ninja-build g++ pkg-config
 qtbase5-dev qttools5-dev qttools5-dev-tools libqt5svg5-dev libqt5sql5-sqlite
-libopencv-dev libopencv-contrib-dev
+libopencv-dev
 libavformat-dev libavcodec-dev libavutil-dev libswscale-dev libswresample-dev
 fonts-dejavu-core"
 

@@ -26,6 +26,16 @@ if(ZK_SANITIZE)
         -fsanitize=${ZK_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     target_link_options(ZkBuildSettings INTERFACE -fsanitize=${ZK_SANITIZE})
 endif()
+# OpenCV's worker threads are not instrumented, so the thread sanitizer must not see them.
+set(_zk_sanitizers ${PROJECT_SOURCE_DIR}/tests/support/sanitizers)
+if(ZK_SANITIZE MATCHES "thread")
+    set(ZK_SANITIZER_ENVIRONMENT
+        "OPENCV_FOR_THREADS_NUM=1"
+        "TSAN_OPTIONS=suppressions=${_zk_sanitizers}/tsan.supp ignore_noninstrumented_modules=1")
+elseif(ZK_SANITIZE MATCHES "address")
+    set(ZK_SANITIZER_ENVIRONMENT
+        "LSAN_OPTIONS=suppressions=${_zk_sanitizers}/lsan.supp:print_suppressions=0")
+endif()
 if(ZK_COVERAGE)
     target_compile_options(ZkBuildSettings INTERFACE --coverage)
     target_link_options(ZkBuildSettings INTERFACE --coverage)
@@ -85,5 +95,5 @@ function(zk_add_test name)
         TIMEOUT ${ARG_TIMEOUT}
         LABELS "${ARG_LABELS}"
         FAIL_REGULAR_EXPRESSION "QWARN  :;QCRITICAL:"
-        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_HASH_SEED=0;LC_ALL=C.UTF-8")
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_HASH_SEED=0;LC_ALL=C.UTF-8;${ZK_SANITIZER_ENVIRONMENT}")
 endfunction()

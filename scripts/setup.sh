@@ -1,13 +1,10 @@
 # Sourced by ./run and ./test: installs the Debian packages that are missing.
 
 zk_packages="cmake ninja-build g++ pkg-config
-qtbase5-dev qttools5-dev qttools5-dev-tools libqt5svg5-dev libqt5sql5-sqlite
+qtbase5-dev libqt5sql5-sqlite
 libopencv-dev
 libavformat-dev libavcodec-dev libavutil-dev libswscale-dev libswresample-dev
 fonts-dejavu-core"
-
-# What the presets bench and tidy need beyond that.
-zk_bench_packages="libbenchmark-dev libmlt-dev libmlt++-dev"
 
 # zk_install_missing PACKAGE...: says what it installs; silent when nothing is missing.
 zk_install_missing() {

@@ -4,6 +4,7 @@
 
 #include <QElapsedTimer>
 #include <QGuiApplication>
+#include <QHash>
 #include <QTemporaryDir>
 
 #include <mlt++/Mlt.h>
@@ -19,7 +20,8 @@ namespace {
 constexpr int Rounds = 2;
 constexpr int RandomReads = 24;
 
-using ReadFrame = std::function<bool(qint64)>;
+// Reads one frame; with a hash also tells which picture came.
+using ReadFrame = std::function<bool(qint64 frame, uint *hash)>;
 
 // The bare loop: a producer in the source's own profile, and its picture as RGBA.
 class MltLoop
@@ -37,14 +39,17 @@ public:
             std::make_unique<Mlt::Producer>(m_profile, "avformat", path.toUtf8().constData());
     }
 
-    bool read(qint64 frame)
+    bool read(qint64 frame, uint *hash)
     {
         m_producer->seek(int(frame));
         const std::unique_ptr<Mlt::Frame> picture(m_producer->get_frame());
         mlt_image_format format = mlt_image_rgba;
         int width = m_size.width();
         int height = m_size.height();
-        return picture->get_image(format, width, height) != nullptr;
+        const uint8_t *pixels = picture->get_image(format, width, height);
+        if (pixels && hash)
+            *hash = qHashBits(pixels, size_t(width) * height * 4);
+        return pixels != nullptr;
     }
 
 private:
@@ -58,7 +63,7 @@ double millisecondsFor(const QVector<qint64> &frames, const ReadFrame &read)
     QElapsedTimer timer;
     timer.start();
     for (const qint64 frame : frames) {
-        if (!read(frame))
+        if (!read(frame, nullptr))
             std::fprintf(stderr, "frame %lld could not be read\n", static_cast<long long>(frame));
     }
     return double(timer.nsecsElapsed()) / 1e6 / frames.size();
@@ -84,6 +89,22 @@ void compare(const char *title,
     std::fflush(stdout);
 }
 
+// How many of the frames show another picture than they do when the file is read in order.
+int wrongPictures(const QVector<qint64> &inOrder,
+                  const QVector<qint64> &anyOrder,
+                  const ReadFrame &read)
+{
+    QHash<qint64, uint> pictures;
+    for (const qint64 frame : inOrder)
+        read(frame, &pictures[frame]);
+    int wrong = 0;
+    for (const qint64 frame : anyOrder) {
+        uint picture = 0;
+        wrong += !read(frame, &picture) || picture != pictures.value(frame);
+    }
+    return wrong;
+}
+
 void benchFile(const QString &path)
 {
     QString error;
@@ -105,11 +126,20 @@ void benchFile(const QString &path)
     std::mt19937 random(1);
     QVector<qint64> anyOrder;
     for (int i = 0; i < RandomReads; ++i)
-        anyOrder.append(random() % quint64(info.frameCount));
-    const auto ours = [&reader](qint64 frame) { return !reader->frameAt(frame).isNull(); };
-    const auto bare = [&loop](qint64 frame) { return loop.read(frame); };
+        anyOrder.append(random() % quint64(inOrder.size()));
+    const auto ours = [&reader](qint64 frame, uint *hash) {
+        const QImage image = reader->frameAt(frame);
+        if (hash && !image.isNull())
+            *hash = qHashBits(image.constBits(), size_t(image.sizeInBytes()));
+        return !image.isNull();
+    };
+    const auto bare = [&loop](qint64 frame, uint *hash) { return loop.read(frame, hash); };
     compare("in order", inOrder, ours, bare);
     compare("random", anyOrder, ours, bare);
+    std::printf("  other pictures than in order, of %d: reader %d, bare MLT %d\n",
+                RandomReads,
+                wrongPictures(inOrder, anyOrder, ours),
+                wrongPictures(inOrder, anyOrder, bare));
 }
 
 // A clip of the sample scene, when no file is given.

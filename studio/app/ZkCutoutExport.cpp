@@ -100,9 +100,11 @@ ExitCode CutoutExport::open(const datamodel::RenderSnapshot &snapshot)
 
 ExitCode CutoutExport::writeFrame(const datamodel::RenderSnapshot &snapshot, qint64 frame)
 {
-    const QImage cutout = m_renderer.cutout(snapshot, frame);
+    const bool isInSheet = m_sheetFrames.contains(frame);
+    const bool needsCutout = !m_options.matteOnly || isInSheet;
+    const QImage cutout = needsCutout ? m_renderer.cutout(snapshot, frame) : QImage();
     const QImage matte = m_renderer.matte(snapshot, frame);
-    if (cutout.isNull() || matte.isNull())
+    if (matte.isNull() || (needsCutout && cutout.isNull()))
         return fail(
             ExitCode::BadInput,
             QStringLiteral("frame %1 cannot be read: %2").arg(frame).arg(m_renderer.errorString()));
@@ -111,7 +113,7 @@ ExitCode CutoutExport::writeFrame(const datamodel::RenderSnapshot &snapshot, qin
         if (!output.writer->write(pictureFor(output, cutout, matte), &error))
             return fail(ExitCode::BadOutput, QStringLiteral("%1: %2").arg(output.path, error));
     }
-    if (m_sheetFrames.contains(frame))
+    if (isInSheet)
         addToSheet(snapshot, frame, matte, cutout);
     return m_options.truthFolder.isEmpty() ? ExitCode::Success : compare(frame, matte);
 }

@@ -121,8 +121,9 @@ bool VideoFile::openDecoder()
         return false;
     m_codec->pkt_timebase = stream()->time_base;
     m_codec->thread_count = std::min(QThread::idealThreadCount(), MaxDecoderThreads);
-    // Where every picture is a key frame, one picture at a time makes a seek cost just one.
-    if (hasOnlyKeyFrames())
+    // Where every picture is a key frame (in FFV1 most often), one picture at a time makes a seek cost
+    // just one.
+    if (hasOnlyKeyFrames() || codec->id == AV_CODEC_ID_FFV1)
         m_codec->thread_type = FF_THREAD_SLICE;
     return avcodec_open2(m_codec.get(), codec, nullptr) >= 0;
 }

@@ -9,9 +9,10 @@ namespace zk::media {
 
 namespace {
 
-// Skipping up to this many frames by decoding them beats a seek, which leads to an earlier key frame.
+// Where no index tells of key frames, skipping up to this many frames by decoding them beats a seek.
 constexpr int ReadAhead = 24;
-constexpr int ReadAheadOfKeyFrames = 2;
+// Frames that could be decoded in the time in which a seek empties the decoder and fills it again.
+constexpr int SeekCost = 3;
 
 std::unique_ptr<MediaReader>
 pictureOf(VideoFile &file, MediaInfo info, const StillOptions &still, QString *error)
@@ -69,15 +70,13 @@ bool VideoReader::reach(qint64 frame)
 
 bool VideoReader::isCheaperToReadOn(qint64 frame) const
 {
-    const int readAhead = m_file->hasOnlyKeyFrames() ? ReadAheadOfKeyFrames : ReadAhead;
-    if (frame <= frameOf(m_current) + readAhead)
-        return true;
-    // A key frame that lies behind us would only take us back.
     auto *stream = const_cast<AVStream *>(m_file->stream());
     const int entry =
         av_index_search_timestamp(stream, m_clock.stampOf(frame), AVSEEK_FLAG_BACKWARD);
     const AVIndexEntry *key = entry >= 0 ? avformat_index_get_entry(stream, entry) : nullptr;
-    return key && key->timestamp <= VideoFile::stampOf(*m_current);
+    if (!key)
+        return frame <= frameOf(m_current) + ReadAhead;
+    return m_clock.frameOf(key->timestamp) <= frameOf(m_current) + SeekCost;
 }
 
 // Formats differ in where a seek ends up, and pictures without their references are dropped by the

@@ -191,10 +191,11 @@ bool MediaItemManager::record(const Pending &pending)
 void MediaItemManager::end(const ResourceKey &key, DownloadError error)
 {
     const NoticeScope::Enter enter(m_core.notices);
-    LibraryMedia *const media = m_core.updateItem(key.item);
-    if (!media)
-        return;
-    if (error == DownloadError::None)
+    // Whoever waits for an item that has left the tree meanwhile is owed the finish all the same.
+    LibraryMedia departed(*m_core.item(key.item));
+    LibraryMedia *const shown = m_core.updateItem(key.item);
+    LibraryMedia *const media = shown ? shown : &departed;
+    if (shown && error == DownloadError::None)
         m_core.itemObservers.notify(&Observer::onMediaStateChangedEvent, media);
     m_core.itemObservers.notify(
         &Observer::onDownloadFinishedEvent, media, typeOf(key.kind), int(error));

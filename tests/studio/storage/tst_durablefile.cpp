@@ -13,67 +13,35 @@ class TestDurableFile : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void writesAndReplaces();
-    void failsWithoutTrace();
-    void checksums();
+    void replacesMovesAndFailsWithoutTrace()
+    {
+        const QString first = path("new/ä/file");
+        QVERIFY(writeDurably(first, "first") && writeDurably(first, "abc"));
+        QCOMPARE(QDir(path("new/ä")).entryList(QDir::Files).size(), 1);
+        const QString file = path("file");
+        QVERIFY(moveIntoPlace(first, file));
+        QVERIFY(!QFile::exists(first));
+
+        // A file is in the way of the folder; a folder is in the way of the file.
+        QString error;
+        QVERIFY(!writeDurably(path("file/below"), "x", &error) && !error.isEmpty());
+        QVERIFY(QDir().mkpath(path("folder/sub")));
+        error.clear();
+        QVERIFY(!writeDurably(path("folder"), "x", &error) && !error.isEmpty());
+        QVERIFY(!moveIntoPlace(path("missing"), file, &error));
+        QVERIFY(error.contains(QLatin1String("missing")));
+
+        const QByteArray known("ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad");
+        QCOMPARE(sha256OfFile(file), known);
+        QVERIFY(sha256OfFile(path("missing")).isEmpty());
+        QCOMPARE(QDir(m_directory.path()).entryList(QDir::Files).size(), 1);
+    }
 
 private:
-    static QByteArray read(const QString &path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
+    QString path(const char *name) const { return m_directory.filePath(QString::fromUtf8(name)); }
+
+    QTemporaryDir m_directory;
 };
-
-void TestDurableFile::writesAndReplaces()
-{
-    QTemporaryDir directory;
-    const QString path = directory.filePath(QStringLiteral("new/ä/file"));
-    QString error;
-    QVERIFY2(writeDurably(path, "first", &error), qPrintable(error));
-    QCOMPARE(read(path), QByteArray("first"));
-    QVERIFY(writeDurably(path, "second, longer"));
-    QCOMPARE(read(path), QByteArray("second, longer"));
-    QCOMPARE(QDir(directory.filePath(QStringLiteral("new/ä"))).entryList(QDir::Files).size(), 1);
-
-    const QString other = directory.filePath(QStringLiteral("other"));
-    QVERIFY(moveIntoPlace(path, other));
-    QVERIFY(!QFile::exists(path));
-    QCOMPARE(read(other), QByteArray("second, longer"));
-}
-
-void TestDurableFile::failsWithoutTrace()
-{
-    QTemporaryDir directory;
-    const QString file = directory.filePath(QStringLiteral("file"));
-    QVERIFY(writeDurably(file, "kept"));
-    QString error;
-
-    // A file is in the way of the folder; a folder is in the way of the file.
-    QVERIFY(!writeDurably(file + QStringLiteral("/below"), "x", &error));
-    QVERIFY(!error.isEmpty());
-    const QString folder = directory.filePath(QStringLiteral("folder"));
-    QVERIFY(QDir().mkpath(folder + QStringLiteral("/sub")));
-    error.clear();
-    QVERIFY(!writeDurably(folder, "x", &error));
-    QVERIFY(!error.isEmpty());
-
-    QVERIFY(!moveIntoPlace(directory.filePath(QStringLiteral("missing")), file, &error));
-    QVERIFY(error.contains(QLatin1String("missing")));
-    QCOMPARE(read(file), QByteArray("kept"));
-    QCOMPARE(QDir(directory.path()).entryList(QDir::Files), QStringList {QStringLiteral("file")});
-}
-
-void TestDurableFile::checksums()
-{
-    QTemporaryDir directory;
-    const QString path = directory.filePath(QStringLiteral("file"));
-    QVERIFY(writeDurably(path, "abc"));
-    const QByteArray known("ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad");
-    QCOMPARE(sha256OfFile(path), known);
-    QCOMPARE(sha256Of("abc"), known);
-    QVERIFY(sha256OfFile(directory.filePath(QStringLiteral("missing"))).isEmpty());
-}
 
 ZK_TEST_CORE_MAIN(TestDurableFile)
 #include "tst_durablefile.moc"

@@ -52,17 +52,21 @@ private:
     QObject *m_sender;
 };
 
-// Notes "log LEVEL SOURCE FUNCTION: MESSAGE", headed by the logger's name unless it is the default one.
+// Notes "log LEVEL FUNCTION: MESSAGE", headed by the logger's name unless it is the default one, and by
+// the source unless it is the one of the function's class.
 class LogJournal
 {
 public:
     LogJournal()
         : m_sink(ZkBaseLog::addSink([](const ZkLogRecord &record) {
-            const bool isDefault = record.logger == ZkBaseLog::defaultLogger()->name();
-            journal() += QStringLiteral("%1log %2 %3 %4: %5")
-                             .arg(isDefault ? QString() : record.logger + QLatin1Char(' '))
-                             .arg(record.level)
-                             .arg(record.file, record.function, record.message);
+            QString text = QStringLiteral("log %1 %2: %3")
+                               .arg(record.level)
+                               .arg(record.function, record.message);
+            if (record.logger != ZkBaseLog::defaultLogger()->name())
+                text.prepend(record.logger + QLatin1Char(' '));
+            if (record.file != "ZkSmartKeying/" + record.function.section("::", 0, 0))
+                text.prepend(record.file + QLatin1Char(' '));
+            journal() += text;
         }))
     { }
     ~LogJournal() { ZkBaseLog::removeSink(m_sink); }
@@ -87,7 +91,7 @@ public:
         clip.line.head.setPosition(130);
         takeJournal();
         presenter = std::make_unique<ZkSmartKeyingPresenter>(type, &clip);
-        controller = EditController::instance();
+        controller = EditController::living;
         player = MediaPlayer::of(presenter->playerPresenter());
     }
 
@@ -107,6 +111,12 @@ public:
         items->addVirtualNoneItem();
         return items;
     }
+    // From now on the journal has every signal of the presenter.
+    void record()
+    {
+        m_recorder = std::make_unique<SignalJournal>(presenter.get());
+        takeJournal();
+    }
     void report(int kind, int subKind) { controller->clip.line.report({kind, subKind}); }
 
     ProjectManager project;
@@ -119,6 +129,9 @@ public:
     std::unique_ptr<ZkSmartKeyingPresenter> presenter;
     EditController *controller;
     MediaPlayer *player;
+
+private:
+    std::unique_ptr<SignalJournal> m_recorder;
 };
 
 inline QImage strokes()
@@ -126,21 +139,14 @@ inline QImage strokes()
     return QImage(4, 4, QImage::Format_ARGB32_Premultiplied);
 }
 
-// Calls in the journal that start with one of these words.
-inline QStringList noted(std::initializer_list<const char *> starts)
+// Calls in the journal that start with one of these words, which are separated by bars.
+inline QStringList noted(const QString &words)
 {
-    QStringList found;
-    for (const QString &call : takeJournal()) {
-        for (const char *start : starts) {
-            if (call.startsWith(QLatin1String(start)))
-                found += call;
-        }
-    }
-    return found;
+    return takeJournal().filter(QRegularExpression("^(" + words + ')'));
 }
 
 // A list of calls written as one text with a line each.
-inline QStringList lines(const char *text)
+inline QStringList lines(const QString &text)
 {
-    return QString::fromLatin1(text).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    return text.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }

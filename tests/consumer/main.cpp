@@ -10,8 +10,13 @@ int main(int argc, char **argv)
     QApplication application(argc, argv);
     ZCutoutPresetItemModel model(nullptr);
     model.addVirtualNoneItem();
-    const bool hasPresenter = ZkSmartKeyingPresenter::staticMetaObject.indexOfSignal(
-                                  "sigSmartKeyingSegmentChanged()")
+    const bool hasPresenter =
+        ZkSmartKeyingPresenter::staticMetaObject.indexOfSignal("sigSmartKeyingSegmentChanged()")
         >= 0;
-    return model.rowCount() == 1 && hasPresenter ? 0 : 1;
+    // Known to the linker, and harmless without a host.
+    ZkSmartKeyingPresenter::trackSmartCutoutClickEvent(QStringLiteral("undo"), QString());
+    return model.rowCount() == 1 && hasPresenter
+            && !ZkSmartKeyingPresenter::isSmartKeyingEffect(nullptr)
+        ? 0
+        : 1;
 }

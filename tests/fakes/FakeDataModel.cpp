@@ -5,32 +5,13 @@
 
 namespace zk::fake {
 
-namespace {
-
-EditController *liveController = nullptr;
-ProjectManager *liveProject = nullptr;
-
-} // namespace
+EditController *EditController::living = nullptr;
+ProjectManager *ProjectManager::living = nullptr;
 
 QStringList &journal()
 {
     static QStringList calls;
     return calls;
-}
-
-EditController *EditController::instance()
-{
-    return liveController;
-}
-
-ProjectManager::ProjectManager()
-{
-    liveProject = this;
-}
-
-ProjectManager::~ProjectManager()
-{
-    liveProject = nullptr;
 }
 
 } // namespace zk::fake
@@ -40,14 +21,14 @@ using namespace zk::fake;
 IZkSmartKeyingEditController *createSmartKeyingEditController()
 {
     note("controller.create");
-    liveController = new EditController;
-    return liveController;
+    EditController::living = new EditController;
+    return EditController::living;
 }
 
 void releaseSmartKeyingEditController(IZkSmartKeyingEditController *controller)
 {
     note("controller.release");
-    liveController = nullptr;
+    EditController::living = nullptr;
     delete static_cast<EditController *>(controller);
 }
 
@@ -55,7 +36,7 @@ IZkProjectManager::~IZkProjectManager() = default;
 
 IZkProjectManager *IZkProjectManager::getInstance()
 {
-    return liveProject;
+    return ProjectManager::living;
 }
 
 class ZkPlayheadConnector::Private

@@ -8,19 +8,10 @@ namespace zk::fake {
 class EditController : public IZkSmartKeyingEditController
 {
 public:
-    // The one that lives.
-    ZKFAKES_EXPORT static EditController *instance();
+    ZKFAKES_EXPORT static EditController *living;
 
-    void addObserver(IZkSmartKeyingEditControllerObserver *observer) override
-    {
-        note("controller.addObserver");
-        observers.append(observer);
-    }
-    void removeObserver(IZkSmartKeyingEditControllerObserver *observer) override
-    {
-        note("controller.removeObserver");
-        observers.removeOne(observer);
-    }
+    void addObserver(IZkSmartKeyingEditControllerObserver *who) override { observers.add(who); }
+    void removeObserver(IZkSmartKeyingEditControllerObserver *who) override { observers.drop(who); }
     // Fails for a clip without media, as the host does. The edit timeline starts 100 frames into the
     // project's.
     bool initialise(IZkClip *source,
@@ -40,22 +31,10 @@ public:
         note("controller.switchWorkMode", int(mode));
         clip.cutout.mode = mode;
     }
-    bool addMask(qint64 frame, const QImage &) override
-    {
-        return change("controller.addMask", frame);
-    }
-    bool subtractMask(qint64 frame, const QImage &) override
-    {
-        return change("controller.subtractMask", frame);
-    }
-    bool eraseMask(qint64 frame, const QImage &) override
-    {
-        return change("controller.eraseMask", frame);
-    }
-    bool setMatte(qint64 frame, const QImage &) override
-    {
-        return change("controller.setMatte", frame);
-    }
+    bool addMask(qint64 frame, const QImage &) override { return edit("addMask", frame); }
+    bool subtractMask(qint64 frame, const QImage &) override { return edit("subtractMask", frame); }
+    bool eraseMask(qint64 frame, const QImage &) override { return edit("eraseMask", frame); }
+    bool setMatte(qint64 frame, const QImage &) override { return edit("setMatte", frame); }
     int startTracking(qint64 frame,
                       ZKSMARTKEYING::ZkSegmentToTrackDirect direct,
                       ZKSMARTKEYING::ZkSegmentToTrackType type) override
@@ -89,12 +68,12 @@ public:
     bool reportsMasks = true;
     int trackingResult = ZKSMARTKEYING::TrackingStarted;
     mutable Clip clip {"edit"};
-    QVector<IZkSmartKeyingEditControllerObserver *> observers;
+    Observers<IZkSmartKeyingEditControllerObserver> observers {"controller"};
 
 private:
-    bool change(const char *call, qint64 frame)
+    bool edit(const char *call, qint64 frame)
     {
-        note(call, frame);
+        note(QByteArray("controller.") + call, frame);
         if (reportsMasks)
             clip.line.report({ZKTIMELINE::SegmentChange, ZKTIMELINE::SegmentData});
         return true;

@@ -7,42 +7,28 @@
 
 namespace zk::fake {
 
-class Source : public IZkMediaSource
-{
-public:
-    QString filePath() const override { return path; }
-    bool isAnimatedGif() const override { return gif; }
-
-    QString path = QStringLiteral("/media/clip.MP4");
-    bool gif = false;
-};
-
 class Effect : public IZkEffect, public IZkEffectDescriptor
 {
 public:
     explicit Effect(int type, const char *slug = "")
         : m_type(type)
         , m_slug(slug)
-    {
-        static qint64 lastId = 0;
-        m_id = ++lastId;
-    }
+    { }
     qint64 id() const override { return m_id; }
     const IZkEffectDescriptor *descriptor() const override { return described ? this : nullptr; }
     bool isEnabled() const override { return enabled; }
     void setEnabled(bool on) override
     {
         note("effect.setEnabled", slug(), on);
-        const bool before = enabled;
-        const auto apply = [this](bool value) {
+        const auto set = [this](bool value) {
             enabled = value;
             if (timeline)
                 timeline->report({ZKTIMELINE::EffectChange, ZKTIMELINE::EffectPropertyChanged});
         };
         if (timeline)
-            timeline->undo.push(new Step([=] { apply(on); }, [=] { apply(before); }));
+            timeline->undo.push(new Step([=] { set(on); }, [set, was = enabled] { set(was); }));
         else
-            apply(on);
+            set(on);
     }
     ZkEffectPtr createInstance() const override
     {
@@ -61,9 +47,11 @@ public:
     bool instanceable = true;
 
 private:
+    static inline qint64 s_lastId = 0;
+
     int m_type;
     QByteArray m_slug;
-    qint64 m_id;
+    qint64 m_id = ++s_lastId;
 };
 
 class EffectList : public IZkEffectList
@@ -86,8 +74,8 @@ public:
     {
         note("effects.removeById", id);
         for (int i = 0; i < effects.size(); ++i) {
-            if (effects.at(i)->id() == id) {
-                const ZkEffectPtr effect = effects.at(i);
+            const ZkEffectPtr effect = effects.at(i);
+            if (effect->id() == id) {
                 m_timeline->undo.push(new Step([=] { remove(i); }, [=] { insert(i, effect); }));
                 return true;
             }
@@ -172,17 +160,19 @@ private:
     bool m_inverted = false;
 };
 
-class Clip : public IZkClip
+class Clip : public IZkClip, public IZkMediaSource
 {
 public:
     explicit Clip(const char *timelineName)
         : line(timelineName)
-        , list(&line)
-        , cutout(&line)
-        , erasing(&line)
     { }
     int type() const override { return clipType; }
-    IZkMediaSource *source() const override { return hasSource ? &media : nullptr; }
+    IZkMediaSource *source() const override
+    {
+        return hasSource ? const_cast<Clip *>(this) : nullptr;
+    }
+    QString filePath() const override { return path; }
+    bool isAnimatedGif() const override { return gif; }
     IZkEffectList *effects() const override { return &list; }
     IZkTimeline *timeline() const override { return &line; }
     IZkSmartKeyingService *
@@ -193,11 +183,12 @@ public:
 
     int clipType = ZKTIMELINE::VideoClip;
     bool hasSource = true;
-    mutable Source media;
+    QString path = QStringLiteral("/media/clip.MP4");
+    bool gif = false;
     mutable Timeline line;
-    mutable EffectList list;
-    mutable SmartKeyingService cutout;
-    mutable SmartKeyingService erasing;
+    mutable EffectList list {&line};
+    mutable SmartKeyingService cutout {&line};
+    mutable SmartKeyingService erasing {&line};
 };
 
 } // namespace zk::fake

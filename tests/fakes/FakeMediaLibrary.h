@@ -82,24 +82,17 @@ class MediaLibrary : public IZkMediaLibrary,
 public:
     IZkMediaLibraryModule *module(int category) const override
     {
-        return category == ZKVBLMODEL::SmartCutoutCategory ? const_cast<MediaLibrary *>(this)
-                                                           : nullptr;
+        return category == ZKVBLMODEL::SmartCutoutCategory ? self() : nullptr;
     }
-    IZkMediaItemManager *mediaItemManager() const override
+    IZkMediaItemManager *mediaItemManager() const override { return self(); }
+    IZkFolderMediaManager *folderMediaManager() const override { return self(); }
+    void addCategoryTreeObserver(IZkCategoryTreeEventObserver *who) override
     {
-        return const_cast<MediaLibrary *>(this);
+        treeObservers.add(who);
     }
-    IZkFolderMediaManager *folderMediaManager() const override
+    void removeCategoryTreeObserver(IZkCategoryTreeEventObserver *who) override
     {
-        return const_cast<MediaLibrary *>(this);
-    }
-    void addCategoryTreeObserver(IZkCategoryTreeEventObserver *observer) override
-    {
-        treeObservers.append(observer);
-    }
-    void removeCategoryTreeObserver(IZkCategoryTreeEventObserver *observer) override
-    {
-        treeObservers.removeOne(observer);
+        treeObservers.drop(who);
     }
     IZkFolderMedia *rootFolder() const override { return &root; }
     QVector<IZkFolderMedia *> folders(IZkFolderMedia *parent, bool recursive) const override
@@ -116,28 +109,27 @@ public:
         note("library.downloadItem", item->slug(), int(type));
         return downloadResult;
     }
-    void addObserver(IZkMediaItemManagerEventObserver *observer) override
-    {
-        observers.append(observer);
-    }
-    void removeObserver(IZkMediaItemManagerEventObserver *observer) override
-    {
-        observers.removeOne(observer);
-    }
+    void addObserver(IZkMediaItemManagerEventObserver *who) override { observers.add(who); }
+    void removeObserver(IZkMediaItemManagerEventObserver *who) override { observers.drop(who); }
 
     mutable Folder root {QStringLiteral("root")};
     QVector<IZkFolderMedia *> tree;
     int downloadResult = ZKVBLMODEL::DownloadStarted;
-    QVector<IZkCategoryTreeEventObserver *> treeObservers;
-    QVector<IZkMediaItemManagerEventObserver *> observers;
+    Observers<IZkCategoryTreeEventObserver> treeObservers {"tree"};
+    Observers<IZkMediaItemManagerEventObserver> observers {"library"};
+
+private:
+    MediaLibrary *self() const { return const_cast<MediaLibrary *>(this); }
 };
 
 // IZkProjectManager::getInstance() returns it while it lives.
-class ZKFAKES_EXPORT ProjectManager : public IZkProjectManager
+class ProjectManager : public IZkProjectManager
 {
 public:
-    ProjectManager();
-    ~ProjectManager() override;
+    ZKFAKES_EXPORT static ProjectManager *living;
+
+    ProjectManager() { living = this; }
+    ~ProjectManager() override { living = nullptr; }
 
     IZkMediaLibrary *mediaLibrary() const override { return &library; }
     QString projectId() const override { return QStringLiteral("project-9"); }

@@ -100,10 +100,7 @@ float ZkMediaPlayerPresenter::mediaFrameRate() const
 {
     return 25.0f;
 }
-void ZkMediaPlayerPresenter::play()
-{
-    note("player.play");
-}
+void ZkMediaPlayerPresenter::play() { }
 void ZkMediaPlayerPresenter::stopPlay()
 {
     note("player.stopPlay");
@@ -115,10 +112,7 @@ void ZkMediaPlayerPresenter::update()
     if (delay >= 0)
         QTimer::singleShot(delay, this, &ZkMediaPlayerPresenter::sigSeekFinished);
 }
-void ZkMediaPlayerPresenter::setZoomEnabled(bool enabled)
-{
-    note("player.setZoomEnabled", enabled);
-}
+void ZkMediaPlayerPresenter::setZoomEnabled(bool) { }
 bool ZkMediaPlayerPresenter::isZoomEnabled() const
 {
     return true;

@@ -43,16 +43,8 @@ public:
     IZkPlayhead *playhead() const override { return &head; }
     ZkRange<qint64> playheadRange() const override { return {0, 249}; }
     IZkUndoRedoService *undoRedoService() const override { return &undo; }
-    void addEventObserver(IZkTimelineEventObserver *observer) override
-    {
-        note("timeline.addEventObserver");
-        observers.append(observer);
-    }
-    void removeEventObserver(IZkTimelineEventObserver *observer) override
-    {
-        note("timeline.removeEventObserver");
-        observers.removeOne(observer);
-    }
+    void addEventObserver(IZkTimelineEventObserver *who) override { m_observers.add(who); }
+    void removeEventObserver(IZkTimelineEventObserver *who) override { m_observers.drop(who); }
     void report(const ZkTimelineChanges &changes)
     {
         m_collected.add(changes);
@@ -62,19 +54,19 @@ public:
 
     mutable Playhead head;
     mutable UndoRedoService undo;
-    QVector<IZkTimelineEventObserver *> observers;
 
 private:
     void flush()
     {
         const ZkTimelineChanges changes = std::exchange(m_collected, ZkTimelineChanges());
-        const auto listeners = observers;
+        const auto listeners = m_observers;
         for (IZkTimelineEventObserver *observer : listeners) {
             if (!changes.isEmpty())
                 observer->onTimelineChangedEvent(changes);
         }
     }
 
+    Observers<IZkTimelineEventObserver> m_observers {"timeline"};
     ZkTimelineChanges m_collected;
 };
 

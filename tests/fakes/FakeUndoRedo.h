@@ -5,11 +5,9 @@
 
 #include "datamodel/ZkUndoRedo.h"
 
-#include <QVector>
+#include <QSharedPointer>
 
 #include <functional>
-#include <memory>
-#include <vector>
 
 namespace zk::fake {
 
@@ -36,15 +34,13 @@ public:
 
     void push(IZkUndoRedoItem *item) override
     {
-        std::unique_ptr<IZkUndoRedoItem> owned(item);
+        const QSharedPointer<IZkUndoRedoItem> owned(item);
         item->redo();
-        if (m_suspended > 0)
+        if (!isRecording())
             return;
-        if (m_depth == 0)
-            openMacro(item->description());
-        m_open.items.push_back(std::move(owned));
-        if (m_depth == 0)
-            closeMacro();
+        open(item->description());
+        m_open.items.append(owned);
+        close();
     }
     void clearHistory() override
     {
@@ -54,14 +50,12 @@ public:
     void beginMacro(const QString &text, const QString &origin) override
     {
         note("undo.beginMacro", text, origin);
-        if (m_depth++ == 0)
-            openMacro(text);
+        open(text);
     }
     void endMacro() override
     {
         note("undo.endMacro");
-        if (--m_depth == 0)
-            closeMacro();
+        close();
     }
     bool canUndo() const override { return m_position > 0; }
     bool canRedo() const override { return m_position < m_steps.size(); }
@@ -69,8 +63,8 @@ public:
     {
         if (!canUndo())
             return false;
-        auto &items = m_steps[--m_position].items;
-        for (auto item = items.rbegin(); item != items.rend(); ++item)
+        const auto &items = m_steps.at(--m_position).items;
+        for (auto item = items.crbegin(); item != items.crend(); ++item)
             (*item)->undo();
         notify();
         return true;
@@ -79,17 +73,14 @@ public:
     {
         if (!canRedo())
             return false;
-        for (auto &item : m_steps[m_position++].items)
+        for (const auto &item : m_steps.at(m_position++).items)
             item->redo();
         notify();
         return true;
     }
-    QString undoText() const override
-    {
-        return canUndo() ? m_steps[m_position - 1].text : QString();
-    }
-    QString redoText() const override { return canRedo() ? m_steps[m_position].text : QString(); }
-    int undoStepCount() const override { return int(m_position); }
+    QString undoText() const override { return m_steps.value(m_position - 1).text; }
+    QString redoText() const override { return m_steps.value(m_position).text; }
+    int undoStepCount() const override { return m_position; }
     void suspendRecording() override { ++m_suspended; }
     void resumeRecording() override { --m_suspended; }
     bool isRecording() const override { return m_suspended == 0; }
@@ -100,46 +91,40 @@ public:
             onEventsResumed();
     }
     bool arePaused() const { return m_paused > 0; }
-    void addObserver(IZkUndoRedoServiceEventObserver *observer) override
-    {
-        note("undo.addObserver");
-        observers.append(observer);
-    }
-    void removeObserver(IZkUndoRedoServiceEventObserver *observer) override
-    {
-        note("undo.removeObserver");
-        observers.removeOne(observer);
-    }
-
-    QVector<IZkUndoRedoServiceEventObserver *> observers;
+    void addObserver(IZkUndoRedoServiceEventObserver *who) override { m_observers.add(who); }
+    void removeObserver(IZkUndoRedoServiceEventObserver *who) override { m_observers.drop(who); }
 
 private:
     struct Macro
     {
         QString text;
-        std::vector<std::unique_ptr<IZkUndoRedoItem>> items;
+        QVector<QSharedPointer<IZkUndoRedoItem>> items;
     };
 
-    void openMacro(const QString &text) { m_open = Macro {text, {}}; }
-    void closeMacro()
+    void open(const QString &text)
     {
-        if (m_open.items.empty())
+        if (m_depth++ == 0)
+            m_open = Macro {text, {}};
+    }
+    void close()
+    {
+        if (--m_depth > 0 || m_open.items.isEmpty())
             return;
-        m_steps.resize(m_position);
-        m_steps.push_back(std::move(m_open));
-        ++m_position;
+        m_steps.resize(m_position++);
+        m_steps.append(m_open);
         notify();
     }
     void notify()
     {
-        const auto listeners = observers;
+        const auto listeners = m_observers;
         for (IZkUndoRedoServiceEventObserver *observer : listeners)
             observer->onUndoRedoChangedEvent();
     }
 
+    Observers<IZkUndoRedoServiceEventObserver> m_observers {"undo"};
     Macro m_open;
-    std::vector<Macro> m_steps;
-    size_t m_position = 0;
+    QVector<Macro> m_steps;
+    int m_position = 0;
     int m_depth = 0;
     int m_suspended = 0;
     int m_paused = 0;

@@ -3,6 +3,7 @@
 
 #include <QStringList>
 #include <QVariant>
+#include <QVector>
 
 #ifdef ZK_BUILD_FAKEDATAMODEL
 #define ZKFAKES_EXPORT Q_DECL_EXPORT
@@ -16,7 +17,7 @@ ZKFAKES_EXPORT QStringList &journal();
 
 // Arguments are joined by commas.
 template<typename... Args>
-void note(const char *call, const Args &...args)
+void note(const QByteArray &call, const Args &...args)
 {
     QStringList texts {QVariant(args).toString()...};
     journal() += texts.isEmpty()
@@ -30,5 +31,28 @@ inline QStringList takeJournal()
     calls.swap(journal());
     return calls;
 }
+
+// The observers of one fake; it notes who comes and goes.
+template<typename Observer>
+class Observers : public QVector<Observer *>
+{
+public:
+    explicit Observers(const char *owner)
+        : m_owner(owner)
+    { }
+    void add(Observer *observer)
+    {
+        note(m_owner + ".addObserver");
+        this->append(observer);
+    }
+    void drop(Observer *observer)
+    {
+        note(m_owner + ".removeObserver");
+        this->removeOne(observer);
+    }
+
+private:
+    QByteArray m_owner;
+};
 
 } // namespace zk::fake

@@ -11,22 +11,6 @@
 
 namespace zk::test {
 
-// 160x90 pixels, 24 frames at 24 frames per second, and a still of the same size.
-class SampleFiles
-{
-public:
-    bool write(QString *error)
-    {
-        const zk::media::SampleClip clip({QSize(160, 90), 24, 24});
-        return clip.write(video(), QString(), error) && clip.frame(0).save(still());
-    }
-    QString video() const { return m_dir.filePath(QStringLiteral("clip.mkv")); }
-    QString still() const { return m_dir.filePath(QStringLiteral("still.png")); }
-
-private:
-    QTemporaryDir m_dir;
-};
-
 class PlayerBench
 {
 public:

@@ -74,15 +74,11 @@ inline int largestDifference(const QImage &a, const QImage &b)
     if (a.size() != b.size())
         return 256;
     int largest = 0;
-    for (int y = 0; y < a.height(); ++y) {
-        for (int x = 0; x < a.width(); ++x) {
-            const QRgb p = a.pixel(x, y);
-            const QRgb q = b.pixel(x, y);
-            largest = qMax(largest, qAbs(qRed(p) - qRed(q)));
-            largest = qMax(largest, qAbs(qGreen(p) - qGreen(q)));
-            largest = qMax(largest, qAbs(qBlue(p) - qBlue(q)));
-            largest = qMax(largest, qAbs(qAlpha(p) - qAlpha(q)));
-        }
+    const QImage p = a.convertToFormat(QImage::Format_RGBA8888);
+    const QImage q = b.convertToFormat(QImage::Format_RGBA8888);
+    for (int y = 0; y < p.height(); ++y) {
+        for (int i = 0; i < 4 * p.width(); ++i)
+            largest = qMax(largest, qAbs(p.constScanLine(y)[i] - q.constScanLine(y)[i]));
     }
     return largest;
 }

@@ -3,21 +3,10 @@
 #include "ZkPreview.h"
 #include "ZkTestMain.h"
 
+Q_DECLARE_METATYPE(zk::effects::PreviewType)
+
 using namespace zk::effects;
 using namespace zk::effects::test;
-
-class TestPreview : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void pixelValues_data();
-    void pixelValues();
-    void looksShowOutsideTheInteractiveMode();
-    void framesWithoutMatteAreShown();
-};
-
-Q_DECLARE_METATYPE(zk::effects::PreviewType)
 
 namespace {
 
@@ -39,90 +28,91 @@ RenderInput stripes()
 
 } // namespace
 
-void TestPreview::pixelValues_data()
+class TestPreview : public QObject
 {
-    QTest::addColumn<PreviewType>("type");
-    QTest::addColumn<bool>("invert");
-    QTest::addColumn<QRgb>("none");
-    QTest::addColumn<QRgb>("half");
-    QTest::addColumn<QRgb>("full");
-    const QRgb frame = qRgb(100, 200, 50);
-    const QRgb overlaid = qRgb(162, 120, 30); // 0.4 of pure red over the frame
-    QTest::newRow("interactive") << PreviewType::Interactive << false << frame << qRgb(131, 160, 40)
-                                 << overlaid;
-    QTest::newRow("interactive, inverted")
-        << PreviewType::Interactive << true << overlaid << qRgb(131, 160, 40) << frame;
-    QTest::newRow("result") << PreviewType::Result << false << qRgb(0, 0, 0) << qRgb(50, 100, 25)
-                            << frame;
-    QTest::newRow("result, inverted")
-        << PreviewType::Result << true << frame << qRgb(50, 100, 25) << qRgb(0, 0, 0);
-    QTest::newRow("alpha") << PreviewType::Alpha << false << qRgb(0, 0, 0) << qRgb(128, 128, 128)
-                           << qRgb(255, 255, 255);
-    // On the first square, which is white.
-    QTest::newRow("grid") << PreviewType::Grid << false << qRgb(255, 255, 255)
-                          << qRgb(177, 227, 152) << frame;
-}
+    Q_OBJECT
 
-void TestPreview::pixelValues()
-{
-    QFETCH(PreviewType, type);
-    QFETCH(bool, invert);
-    QFETCH(QRgb, none);
-    QFETCH(QRgb, half);
-    QFETCH(QRgb, full);
-    PreviewSettings settings;
-    settings.type = type;
-    settings.invert = invert;
-    settings.overlayColour = QColor(255, 0, 0, 7); // its alpha must not matter
-    settings.overlayAlpha = 102;
-    const QImage picture = composePreview(stripes(), nullptr, settings);
-    QCOMPARE(picture.format(), QImage::Format_ARGB32_Premultiplied);
-    QCOMPARE(picture.size(), size);
-    const auto isClose = [&picture](int x, QRgb expected) {
-        const QRgb pixel = picture.pixel(x, 0);
-        return qAlpha(pixel) == 255 && qAbs(qRed(pixel) - qRed(expected)) <= 1
-            && qAbs(qGreen(pixel) - qGreen(expected)) <= 1
-            && qAbs(qBlue(pixel) - qBlue(expected)) <= 1;
-    };
-    QVERIFY2(isClose(1, none), qPrintable(QColor(picture.pixel(1, 0)).name()));
-    QVERIFY2(isClose(17, half), qPrintable(QColor(picture.pixel(17, 0)).name()));
-    QVERIFY2(isClose(40, full), qPrintable(QColor(picture.pixel(40, 0)).name()));
-    if (type == PreviewType::Grid)
-        QCOMPARE(picture.pixel(5, 1), qRgb(0xcc, 0xcc, 0xcc));
-}
+private slots:
+    void pixelValues_data()
+    {
+        QTest::addColumn<PreviewType>("type");
+        QTest::addColumn<bool>("invert");
+        QTest::addColumn<QVector<QRgb>>("pixels"); // of none, half and all of the object
+        using Type = PreviewType;
+        using Pixels = QVector<QRgb>;
+        const QRgb frame = qRgb(100, 200, 50);
+        const QRgb black = qRgb(0, 0, 0);
+        const QRgb white = qRgb(255, 255, 255);
+        const QRgb dimmed = qRgb(50, 100, 25);
+        const QRgb red = qRgb(162, 120, 30); // 0.4 of pure red over the frame
+        const QRgb reddish = qRgb(131, 160, 40);
+        QTest::newRow("interactive") << Type::Interactive << false << Pixels {frame, reddish, red};
+        QTest::newRow("inverted") << Type::Interactive << true << Pixels {red, reddish, frame};
+        QTest::newRow("result") << Type::Result << false << Pixels {black, dimmed, frame};
+        QTest::newRow("result, inverted") << Type::Result << true << Pixels {frame, dimmed, black};
+        QTest::newRow("alpha") << Type::Alpha << false
+                               << Pixels {black, qRgb(128, 128, 128), white};
+        // On the first square, which is white.
+        QTest::newRow("grid") << Type::Grid << false << Pixels {white, qRgb(177, 227, 152), frame};
+    }
+    void pixelValues()
+    {
+        QFETCH(PreviewType, type);
+        QFETCH(bool, invert);
+        QFETCH(QVector<QRgb>, pixels);
+        PreviewSettings settings;
+        settings.type = type;
+        settings.invert = invert;
+        settings.overlayColour = QColor(255, 0, 0, 7); // its alpha must not matter
+        settings.overlayAlpha = 102;
+        const QImage picture = composePreview(stripes(), nullptr, settings);
+        QCOMPARE(picture.format(), QImage::Format_ARGB32_Premultiplied);
+        QCOMPARE(picture.size(), size);
+        for (int i = 0; i < pixels.size(); ++i) {
+            const QRgb is = picture.pixel(1 + 16 * i, 0);
+            const QRgb expected = pixels.at(i);
+            QVERIFY2(qAlpha(is) == 255 && qAbs(qRed(is) - qRed(expected)) <= 1
+                         && qAbs(qGreen(is) - qGreen(expected)) <= 1
+                         && qAbs(qBlue(is) - qBlue(expected)) <= 1,
+                     qPrintable(QColor(is).name()));
+        }
+        if (type == PreviewType::Grid)
+            QCOMPARE(picture.pixel(5, 1), qRgb(0xcc, 0xcc, 0xcc));
+    }
 
-void TestPreview::looksShowOutsideTheInteractiveMode()
-{
-    const RenderInput input = inputOf(discMatte({120, 90}, {60, 45}, 20));
-    OutlineLayer outline;
-    outline.colours = {QColor(0, 0, 255)};
-    outline.width = 72; // 6 px of this frame
-    const Look look = lookOf({{outline, Layer::Place::Below}});
-    PreviewSettings settings;
-    QCOMPARE(composePreview(input, &look, settings), composePreview(input, nullptr, settings));
-    settings.type = PreviewType::Result;
-    QCOMPARE(composePreview(input, &look, settings).pixel(83, 45), qRgb(0, 0, 255));
-    settings.type = PreviewType::Alpha;
-    QCOMPARE(composePreview(input, &look, settings).pixel(83, 45), qRgb(255, 255, 255));
-    QCOMPARE(composePreview(input, nullptr, settings).pixel(83, 45), qRgb(0, 0, 0));
-}
+    void looksShowOutsideTheInteractiveMode()
+    {
+        const RenderInput input = inputOf(discMatte({120, 90}, {60, 45}, 20));
+        OutlineLayer outline;
+        outline.colours = {QColor(0, 0, 255)};
+        outline.width = 72; // 6 px of this frame
+        const Look look = lookOf({{outline, Layer::Place::Below}});
+        PreviewSettings settings;
+        QCOMPARE(composePreview(input, &look, settings), composePreview(input, nullptr, settings));
+        settings.type = PreviewType::Result;
+        QCOMPARE(composePreview(input, &look, settings).pixel(83, 45), qRgb(0, 0, 255));
+        settings.type = PreviewType::Alpha;
+        QCOMPARE(composePreview(input, &look, settings).pixel(83, 45), qRgb(255, 255, 255));
+        QCOMPARE(composePreview(input, nullptr, settings).pixel(83, 45), qRgb(0, 0, 0));
+    }
 
-void TestPreview::framesWithoutMatteAreShown()
-{
-    RenderInput input = stripes();
-    input.matte = QImage();
-    PreviewSettings settings;
-    const QImage frame = input.frame.convertToFormat(QImage::Format_ARGB32_Premultiplied);
-    QCOMPARE(composePreview(input, nullptr, settings), frame);
-    settings.type = PreviewType::Result;
-    QCOMPARE(composePreview(input, nullptr, settings).pixel(40, 9), qRgb(0, 0, 0));
-    settings.invert = true;
-    QCOMPARE(composePreview(input, nullptr, settings), frame);
+    void framesWithoutMatteAreShown()
+    {
+        RenderInput input = stripes();
+        input.matte = QImage();
+        PreviewSettings settings;
+        const QImage frame = input.frame.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+        QCOMPARE(composePreview(input, nullptr, settings), frame);
+        settings.type = PreviewType::Result;
+        QCOMPARE(composePreview(input, nullptr, settings).pixel(40, 9), qRgb(0, 0, 0));
+        settings.invert = true;
+        QCOMPARE(composePreview(input, nullptr, settings), frame);
 
-    input.matte = filledMatte({3, 3}, 255);
-    QVERIFY(composePreview(input, nullptr, settings).isNull());
-    QVERIFY(composePreview({}, nullptr, settings).isNull());
-}
+        input.matte = filledMatte({3, 3}, 255);
+        QVERIFY(composePreview(input, nullptr, settings).isNull());
+        QVERIFY(composePreview({}, nullptr, settings).isNull());
+    }
+};
 
 ZK_TEST_CORE_MAIN(TestPreview)
 #include "tst_preview.moc"

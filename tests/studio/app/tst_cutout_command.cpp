@@ -12,8 +12,6 @@
 
 #ifdef Q_OS_UNIX
 #include <csignal>
-#include <sys/stat.h>
-#include <unistd.h>
 #endif
 
 using zk::app::ExitCode;
@@ -22,28 +20,6 @@ Q_DECLARE_METATYPE(zk::app::ExitCode)
 namespace {
 
 constexpr int timeoutMs = 60000;
-constexpr int nobodyId = 65534;
-
-// zkstudio, on demand as a user without rights.
-class Program : public QProcess
-{
-public:
-    explicit Program(bool asNobody = false)
-        : m_asNobody(asNobody)
-    { }
-
-protected:
-    void setupChildProcess() override
-    {
-#ifdef Q_OS_UNIX
-        if (m_asNobody && (setgid(nobodyId) != 0 || setuid(nobodyId) != 0))
-            _exit(99);
-#endif
-    }
-
-private:
-    bool m_asNobody;
-};
 
 void writeFile(const QString &path, const QByteArray &content)
 {
@@ -59,18 +35,194 @@ class TestCutoutCommand : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void cutsTheSampleOut();
-    void startsFromAGivenMatte();
-    void explainsBadInput_data();
-    void explainsBadInput();
-    void leavesNothingWhenInterrupted();
-    void cleansUpAfterAKill();
-    void reportsAFolderThatCannotBeWritten();
-    void reportsAFullDisk();
+    void initTestCase()
+    {
+        zk::media::SampleOptions options;
+        options.size = QSize(320, 180);
+        options.frames = 24;
+        const zk::media::SampleClip sample(options);
+        QString error;
+        QVERIFY2(
+            sample.write(
+                file(QStringLiteral("sample.mkv")), file(QStringLiteral("mattes")), &error, true),
+            qPrintable(error));
+        writeFile(file(QStringLiteral("strokes.json")), QJsonDocument(sample.strokes()).toJson());
+    }
+
+    void cutsTheSampleOut()
+    {
+        const QString video = file(QStringLiteral("cut.mkv"));
+        const QString sheet = file(QStringLiteral("sheet.png"));
+        QCOMPARE(run(cutout({"--truth",
+                             file(QStringLiteral("mattes")),
+                             "--json",
+                             "--preset",
+                             "solid-border",
+                             "-o",
+                             video,
+                             "-o",
+                             file(QStringLiteral("cut/%05d.png")),
+                             "--contact-sheet",
+                             sheet})),
+                 0);
+        QVector<QJsonObject> events;
+        const QList<QByteArray> lines = m_out.trimmed().split('\n');
+        for (const QByteArray &line : lines)
+            events.append(QJsonDocument::fromJson(line).object());
+        QCOMPARE(events.constLast().value(QStringLiteral("event")).toString(),
+                 QStringLiteral("done"));
+        const auto iou = std::find_if(events.cbegin(), events.cend(), [](const QJsonObject &event) {
+            return event.value(QStringLiteral("name")).toString() == QLatin1String("iou");
+        });
+        QVERIFY(iou != events.cend());
+        QVERIFY2(iou->value(QStringLiteral("value")).toDouble() >= 0.9, m_out.constData());
+
+        QString error;
+        const auto reader = zk::media::MediaReader::open(video, &error);
+        QVERIFY2(reader, qPrintable(error));
+        QCOMPARE(reader->info().frameCount, qint64(24));
+        QVERIFY(reader->info().hasAlpha && reader->info().hasAudio);
+        QCOMPARE(QDir(file(QStringLiteral("cut"))).entryList(QDir::Files).size(), 24);
+        // The border stands outside the object: more is opaque than the matte alone.
+        const QImage first(file(QStringLiteral("cut/00000.png")));
+        QCOMPARE(reader->frameAt(0).convertToFormat(QImage::Format_ARGB32),
+                 first.convertToFormat(QImage::Format_ARGB32));
+        QVERIFY(!QImage(sheet).isNull());
+    }
+
+    void startsFromAGivenMatte()
+    {
+        const QString mattes = file(QStringLiteral("tracked/%05d.png"));
+        QStringList arguments = cutout({"--matte", "--direction", "backward", "-o", mattes});
+        arguments[arguments.indexOf(QStringLiteral("--strokes"))] = QStringLiteral("--mask");
+        arguments[arguments.indexOf(file(QStringLiteral("strokes.json")))] =
+            QStringLiteral("12:") + file(QStringLiteral("mattes/00012.png"));
+        QCOMPARE(run(arguments), 0);
+        const auto opaque = [this](int frame) {
+            const QImage matte =
+                QImage(file(QStringLiteral("tracked/%1.png").arg(frame, 5, 10, QLatin1Char('0'))))
+                    .convertToFormat(QImage::Format_Grayscale8);
+            int count = 0;
+            for (int y = 0; y < matte.height(); ++y)
+                count += int(std::count_if(matte.constScanLine(y),
+                                           matte.constScanLine(y) + matte.width(),
+                                           [](uchar value) { return value >= 128; }));
+            return count;
+        };
+        QVERIFY(opaque(0) > 0);
+        QVERIFY(opaque(12) > 0);
+        QCOMPARE(opaque(13), 0); // only backward from frame 12
+    }
+
+    // What the parts of the program find is told on the error stream, with their exit codes.
+    void explainsBadInput_data()
+    {
+        QTest::addColumn<QString>("clip"); // content of clip.mp4; null: the sample; "-": missing
+        QTest::addColumn<QString>("strokes"); // null: those of the sample
+        QTest::addColumn<QStringList>("more");
+        QTest::addColumn<ExitCode>("code");
+        QTest::addColumn<QString>("text");
+        const QStringList none;
+        const QString sample;
+        const auto stroke = [](const char *mode) {
+            return QStringLiteral(
+                       R"({"strokes":[{"frame":0,"mode":"%1","width":5,"points":[[9,9]]}]})")
+                .arg(QLatin1String(mode));
+        };
+        QTest::newRow("missing") << "-" << sample << none << ExitCode::BadInput << "clip.mp4";
+        QTest::newRow("empty") << "" << sample << none << ExitCode::BadInput << "clip.mp4";
+        QTest::newRow("no video") << "text" << sample << none << ExitCode::BadInput << "clip.mp4";
+        QTest::newRow("strokes") << sample << stroke("kepp") << none << ExitCode::BadStrokes
+                                 << "strokes.json:1: strokes[0].mode";
+        QTest::newRow("erase") << sample << stroke("erase") << none << ExitCode::BadStrokes
+                               << "no mask to erase";
+        QTest::newRow("remove") << sample << stroke("remove") << none << ExitCode::NothingFound
+                                << "keep stroke";
+        QTest::newRow("preset") << sample << sample << QStringList {"--preset", "nonesuch"}
+                                << ExitCode::BadPreset << "nonesuch";
+        QTest::newRow("server") << sample << sample
+                                << QStringList {"--preset-server", "http://127.0.0.1:9"}
+                                << ExitCode::BadPreset << "127.0.0.1";
+        QTest::newRow("folder") << sample << sample
+                                << QStringList {"-o", file(QStringLiteral("sample.mkv/out.mkv"))}
+                                << ExitCode::BadOutput << "sample.mkv";
+        QTest::newRow("usage") << sample << sample << QStringList {"--background", "blurple"}
+                               << ExitCode::Usage << "colour";
+    }
+    void explainsBadInput()
+    {
+        QFETCH(QString, clip);
+        QFETCH(QString, strokes);
+        QFETCH(QStringList, more);
+        QFETCH(ExitCode, code);
+        QFETCH(QString, text);
+        const QTemporaryDir folder;
+        QStringList arguments =
+            cutout({"-o", folder.filePath(QStringLiteral("out/out.mkv"))}) + more;
+        QVERIFY(QDir(folder.path()).mkdir(QStringLiteral("out")));
+        if (!clip.isNull()) {
+            arguments[1] = folder.filePath(QStringLiteral("clip.mp4"));
+            if (clip != QLatin1String("-"))
+                writeFile(arguments.at(1), clip.toUtf8());
+        }
+        if (!strokes.isNull()) {
+            const QString path = folder.filePath(QStringLiteral("strokes.json"));
+            writeFile(path, strokes.toUtf8());
+            arguments[arguments.indexOf(file(QStringLiteral("strokes.json")))] = path;
+        }
+        QCOMPARE(run(arguments), int(code));
+        QVERIFY2(m_errors.contains(text.toUtf8()), m_errors.constData());
+        QCOMPARE(visibleOutputs(folder.filePath(QStringLiteral("out"))), QStringList());
+    }
+
+    void leavesNothingWhenInterruptedOrKilled()
+    {
+        const QTemporaryDir folder;
+        const auto allOutputs = [&] {
+            const QDir::Filters all = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
+            return QDir(folder.path()).entryList(all);
+        };
+        const QStringList arguments =
+            cutout({"--json", "-o", folder.filePath(QStringLiteral("out.webm"))});
+        QProcess program;
+#ifdef Q_OS_UNIX
+        program.start(QStringLiteral(ZKSTUDIO_PROGRAM), arguments);
+        QVERIFY(waitForExport(&program));
+        ::kill(pid_t(program.processId()), SIGINT);
+        QVERIFY(program.waitForFinished(timeoutMs));
+        QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(program.exitCode(), int(ExitCode::Interrupted));
+        QCOMPARE(allOutputs(), QStringList());
+#endif
+        program.start(QStringLiteral(ZKSTUDIO_PROGRAM), arguments);
+        QVERIFY(waitForExport(&program));
+        program.kill();
+        QVERIFY(program.waitForFinished(timeoutMs));
+        QCOMPARE(visibleOutputs(folder.path()), QStringList());
+        QCOMPARE(run(arguments), 0); // cleans up
+        QCOMPARE(allOutputs(), QStringList {QStringLiteral("out.webm")});
+    }
+
+    void reportsAFullDisk()
+    {
+        const QTemporaryDir folder;
+        if (QProcess::execute(QStringLiteral("mount"),
+                              {"-t", "tmpfs", "-o", "size=64k", "tmpfs", folder.path()})
+            != 0)
+            QSKIP("no file system can be mounted here");
+        const int code = run(cutout({"-o", folder.filePath(QStringLiteral("out.mkv"))}));
+        const QStringList left = visibleOutputs(folder.path());
+        QProcess::execute(QStringLiteral("umount"), {folder.path()});
+        QCOMPARE(code, int(ExitCode::BadOutput));
+        QVERIFY2(m_errors.contains("out.mkv"), m_errors.constData());
+        QCOMPARE(left, QStringList());
+    }
 
 private:
-    QString file(const QString &name) const { return m_folder.filePath(name); }
+    QString file(const QString &name) const
+    {
+        return m_folder.filePath(name);
+    }
     QStringList cutout(const QStringList &more) const
     {
         return QStringList {QStringLiteral("cutout"),
@@ -81,10 +233,30 @@ private:
                             file(QStringLiteral("strokes.json"))}
         + more;
     }
-    int run(const QStringList &arguments);
-    void start(Program *program, const QStringList &arguments);
+    int run(const QStringList &arguments)
+    {
+        QProcess program;
+        program.start(QStringLiteral(ZKSTUDIO_PROGRAM), arguments);
+        if (!program.waitForFinished(timeoutMs))
+            return -1;
+        m_out = program.readAllStandardOutput();
+        m_errors = program.readAllStandardError();
+        return program.exitStatus() == QProcess::NormalExit ? program.exitCode() : -2;
+    }
+
     // Waits until the program exports, so that an output is being written.
-    bool waitForExport(Program *program);
+    bool waitForExport(QProcess *program)
+    {
+        QByteArray seen;
+        while (!seen.contains("\"export\"") || !seen.contains("\"percent\":1")) {
+            if (!program->waitForReadyRead(timeoutMs))
+                return false;
+            seen += program->readAllStandardOutput();
+            seen = seen.mid(qMax(0, seen.indexOf("\"export\"") - 100));
+        }
+        return true;
+    }
+
     QStringList visibleOutputs(const QString &folder) const
     {
         return QDir(folder).entryList({QStringLiteral("*")},
@@ -95,250 +267,6 @@ private:
     QByteArray m_out;
     QByteArray m_errors;
 };
-
-void TestCutoutCommand::start(Program *program, const QStringList &arguments)
-{
-    program->start(QStringLiteral(ZKSTUDIO_PROGRAM), arguments);
-    QVERIFY(program->waitForStarted());
-}
-
-int TestCutoutCommand::run(const QStringList &arguments)
-{
-    Program program;
-    program.start(QStringLiteral(ZKSTUDIO_PROGRAM), arguments);
-    if (!program.waitForFinished(timeoutMs))
-        return -1;
-    m_out = program.readAllStandardOutput();
-    m_errors = program.readAllStandardError();
-    return program.exitStatus() == QProcess::NormalExit ? program.exitCode() : -2;
-}
-
-bool TestCutoutCommand::waitForExport(Program *program)
-{
-    QByteArray seen;
-    while (!seen.contains("\"export\"") || !seen.contains("\"percent\":1")) {
-        if (!program->waitForReadyRead(timeoutMs))
-            return false;
-        seen += program->readAllStandardOutput();
-        seen = seen.mid(qMax(0, seen.indexOf("\"export\"") - 100));
-    }
-    return true;
-}
-
-void TestCutoutCommand::initTestCase()
-{
-    zk::media::SampleOptions options;
-    options.size = QSize(320, 180);
-    options.frames = 24;
-    const zk::media::SampleClip sample(options);
-    QString error;
-    QVERIFY2(sample.write(
-                 file(QStringLiteral("sample.mkv")), file(QStringLiteral("mattes")), &error, true),
-             qPrintable(error));
-    writeFile(file(QStringLiteral("strokes.json")), QJsonDocument(sample.strokes()).toJson());
-}
-
-void TestCutoutCommand::cutsTheSampleOut()
-{
-    const QString video = file(QStringLiteral("cut.mkv"));
-    const QString sheet = file(QStringLiteral("sheet.png"));
-    QCOMPARE(run(cutout({"--truth",
-                         file(QStringLiteral("mattes")),
-                         "--json",
-                         "--preset",
-                         "solid-border",
-                         "-o",
-                         video,
-                         "-o",
-                         file(QStringLiteral("cut/%05d.png")),
-                         "--contact-sheet",
-                         sheet})),
-             0);
-    QVector<QJsonObject> events;
-    const QList<QByteArray> lines = m_out.trimmed().split('\n');
-    for (const QByteArray &line : lines)
-        events.append(QJsonDocument::fromJson(line).object());
-    QCOMPARE(events.constLast().value(QStringLiteral("event")).toString(), QStringLiteral("done"));
-    const auto iou = std::find_if(events.cbegin(), events.cend(), [](const QJsonObject &event) {
-        return event.value(QStringLiteral("name")).toString() == QLatin1String("iou");
-    });
-    QVERIFY(iou != events.cend());
-    QVERIFY2(iou->value(QStringLiteral("value")).toDouble() >= 0.9, m_out.constData());
-
-    QString error;
-    const auto reader = zk::media::MediaReader::open(video, &error);
-    QVERIFY2(reader, qPrintable(error));
-    QCOMPARE(reader->info().frameCount, qint64(24));
-    QVERIFY(reader->info().hasAlpha && reader->info().hasAudio);
-    QCOMPARE(QDir(file(QStringLiteral("cut"))).entryList(QDir::Files).size(), 24);
-    // The border stands outside the object: more is opaque than the matte alone.
-    const QImage first(file(QStringLiteral("cut/00000.png")));
-    QCOMPARE(reader->frameAt(0).convertToFormat(QImage::Format_ARGB32),
-             first.convertToFormat(QImage::Format_ARGB32));
-    QVERIFY(!QImage(sheet).isNull());
-}
-
-void TestCutoutCommand::startsFromAGivenMatte()
-{
-    const QString mattes = file(QStringLiteral("tracked/%05d.png"));
-    QStringList arguments = cutout({"--matte", "--direction", "backward", "-o", mattes});
-    arguments[arguments.indexOf(QStringLiteral("--strokes"))] = QStringLiteral("--mask");
-    arguments[arguments.indexOf(file(QStringLiteral("strokes.json")))] =
-        QStringLiteral("12:") + file(QStringLiteral("mattes/00012.png"));
-    QCOMPARE(run(arguments), 0);
-    const auto opaque = [this](int frame) {
-        const QImage matte =
-            QImage(file(QStringLiteral("tracked/%1.png").arg(frame, 5, 10, QLatin1Char('0'))))
-                .convertToFormat(QImage::Format_Grayscale8);
-        int count = 0;
-        for (int y = 0; y < matte.height(); ++y)
-            count += int(std::count_if(matte.constScanLine(y),
-                                       matte.constScanLine(y) + matte.width(),
-                                       [](uchar value) { return value >= 128; }));
-        return count;
-    };
-    QVERIFY(opaque(0) > 0);
-    QVERIFY(opaque(12) > 0);
-    QCOMPARE(opaque(13), 0); // only backward from frame 12
-}
-
-void TestCutoutCommand::explainsBadInput_data()
-{
-    QTest::addColumn<QString>(
-        "clip"); // content written to clip.mp4; null: the sample; "-": missing
-    QTest::addColumn<QString>("strokes"); // null: those of the sample
-    QTest::addColumn<QStringList>("more");
-    QTest::addColumn<ExitCode>("code");
-    QTest::addColumn<QString>("text");
-    const QStringList none;
-    QTest::newRow("missing clip") << "-" << QString() << none << ExitCode::BadInput << "clip.mp4";
-    QTest::newRow("empty clip") << "" << QString() << none << ExitCode::BadInput << "clip.mp4";
-    QTest::newRow("no video") << "just text" << QString() << none << ExitCode::BadInput
-                              << "clip.mp4";
-    QTest::newRow("stroke past the end")
-        << QString() << R"({"strokes":[{"frame":99,"mode":"keep","width":5,"points":[[9,9]]}]})"
-        << none << ExitCode::BadStrokes << "frames 0 to 23";
-    QTest::newRow("stroke outside")
-        << QString() << R"({"strokes":[{"frame":0,"mode":"keep","width":5,"points":[[900,9]]}]})"
-        << none << ExitCode::BadStrokes << "outside the 320x180 frame";
-    QTest::newRow("wrong field")
-        << QString()
-        << "{\"strokes\":[\n{\"frame\":0,\"mode\":\"keep\",\"width\":-5,\"points\":[[9,9]]}]}"
-        << none << ExitCode::BadStrokes << "strokes.json:2: strokes[0].width";
-    QTest::newRow("erase first")
-        << QString() << R"({"strokes":[{"frame":0,"mode":"erase","width":5,"points":[[9,9]]}]})"
-        << none << ExitCode::BadStrokes << "no mask to erase";
-    QTest::newRow("only remove")
-        << QString() << R"({"strokes":[{"frame":0,"mode":"remove","width":5,"points":[[9,9]]}]})"
-        << none << ExitCode::NothingFound << "keep stroke";
-    QTest::newRow("preset") << QString() << QString() << QStringList {"--preset", "nonesuch"}
-                            << ExitCode::BadPreset << "nonesuch";
-    QTest::newRow("preset server down")
-        << QString() << QString() << QStringList {"--preset-server", "http://127.0.0.1:9"}
-        << ExitCode::BadPreset << "127.0.0.1";
-    QTest::newRow("background") << QString() << QString() << QStringList {"--background", "blurple"}
-                                << ExitCode::Usage << "colour";
-}
-
-void TestCutoutCommand::explainsBadInput()
-{
-    QFETCH(QString, clip);
-    QFETCH(QString, strokes);
-    QFETCH(QStringList, more);
-    QFETCH(ExitCode, code);
-    QFETCH(QString, text);
-    const QTemporaryDir folder;
-    QStringList arguments = cutout({"-o", folder.filePath(QStringLiteral("out/out.mkv"))}) + more;
-    QVERIFY(QDir(folder.path()).mkdir(QStringLiteral("out")));
-    if (!clip.isNull()) {
-        arguments[1] = folder.filePath(QStringLiteral("clip.mp4"));
-        if (clip != QLatin1String("-"))
-            writeFile(arguments.at(1), clip.toUtf8());
-    }
-    if (!strokes.isNull()) {
-        const QString path = folder.filePath(QStringLiteral("strokes.json"));
-        writeFile(path, strokes.toUtf8());
-        arguments[arguments.indexOf(file(QStringLiteral("strokes.json")))] = path;
-    }
-    QCOMPARE(run(arguments), int(code));
-    QVERIFY2(m_errors.contains(text.toUtf8()), m_errors.constData());
-    QCOMPARE(visibleOutputs(folder.filePath(QStringLiteral("out"))), QStringList());
-}
-
-void TestCutoutCommand::leavesNothingWhenInterrupted()
-{
-#ifdef Q_OS_UNIX
-    const QTemporaryDir folder;
-    Program program;
-    start(&program, cutout({"--json", "-o", folder.filePath(QStringLiteral("out.webm"))}));
-    QVERIFY(waitForExport(&program));
-    ::kill(pid_t(program.processId()), SIGINT);
-    QVERIFY(program.waitForFinished(timeoutMs));
-    QCOMPARE(program.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(program.exitCode(), int(ExitCode::Interrupted));
-    QCOMPARE(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
-             QStringList());
-#endif
-}
-
-void TestCutoutCommand::cleansUpAfterAKill()
-{
-    const QTemporaryDir folder;
-    const QStringList arguments =
-        cutout({"--json", "-o", folder.filePath(QStringLiteral("out.webm"))});
-    Program program;
-    start(&program, arguments);
-    QVERIFY(waitForExport(&program));
-    program.kill();
-    QVERIFY(program.waitForFinished(timeoutMs));
-    QCOMPARE(visibleOutputs(folder.path()), QStringList());
-    QCOMPARE(run(arguments), 0);
-    QCOMPARE(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
-             QStringList {QStringLiteral("out.webm")});
-}
-
-void TestCutoutCommand::reportsAFolderThatCannotBeWritten()
-{
-#ifdef Q_OS_UNIX
-    const bool isRoot = geteuid() == 0;
-    const QTemporaryDir folder;
-    const QString closed = folder.filePath(QStringLiteral("closed"));
-    QVERIFY(QDir().mkdir(closed));
-    for (const QString &path : {m_folder.path(), folder.path()})
-        ::chmod(QFile::encodeName(path).constData(), 0755);
-    ::chmod(QFile::encodeName(closed).constData(), isRoot ? 0755 : 0555);
-    const QString library = folder.filePath(QStringLiteral("library"));
-    QVERIFY(QDir().mkdir(library));
-    ::chmod(QFile::encodeName(library).constData(), 0777);
-
-    Program program(isRoot);
-    QStringList arguments = cutout({"-o", closed + QStringLiteral("/out.mkv")});
-    arguments[arguments.indexOf(file(QStringLiteral("library")))] = library;
-    start(&program, arguments);
-    QVERIFY(program.waitForFinished(timeoutMs));
-    const QByteArray errors = program.readAllStandardError();
-    if (program.exitCode() == 99 || errors.contains("error while loading shared libraries"))
-        QSKIP("the program cannot be run as another user here");
-    QCOMPARE(program.exitCode(), int(ExitCode::BadOutput));
-    QVERIFY2(errors.contains(closed.toUtf8()), errors.constData());
-    QCOMPARE(visibleOutputs(closed), QStringList());
-#endif
-}
-
-void TestCutoutCommand::reportsAFullDisk()
-{
-    const QTemporaryDir folder;
-    if (QProcess::execute(QStringLiteral("mount"),
-                          {"-t", "tmpfs", "-o", "size=64k", "tmpfs", folder.path()})
-        != 0)
-        QSKIP("no file system can be mounted here");
-    const int code = run(cutout({"-o", folder.filePath(QStringLiteral("out.mkv"))}));
-    const QStringList left = visibleOutputs(folder.path());
-    QProcess::execute(QStringLiteral("umount"), {folder.path()});
-    QCOMPARE(code, int(ExitCode::BadOutput));
-    QVERIFY2(m_errors.contains("out.mkv"), m_errors.constData());
-    QCOMPARE(left, QStringList());
-}
 
 ZK_TEST_MAIN(TestCutoutCommand)
 #include "tst_cutout_command.moc"

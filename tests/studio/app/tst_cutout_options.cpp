@@ -11,76 +11,59 @@ class TestCutoutOptions : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void readsEverything();
-    void explainsMistakes_data();
-    void explainsMistakes();
+    void readsEverything()
+    {
+        CutoutOptions options;
+        QString message;
+        const QStringList arguments {"in.mp4",
+                                     "--mask",
+                                     "12:a:b.png",
+                                     "--direction",
+                                     "backward",
+                                     "--background",
+                                     "#102030",
+                                     "-o",
+                                     "a.mov",
+                                     "-o",
+                                     "b/%05d.png",
+                                     "--matte",
+                                     "--json"};
+        QCOMPARE(int(options.parse(arguments, &message)), int(ExitCode::Success));
+        QCOMPARE(options.matteFrame, qint64(12));
+        QCOMPARE(options.matteFile, QStringLiteral("a:b.png"));
+        QCOMPARE(int(options.direction), int(CutoutOptions::Direction::Backward));
+        QCOMPARE(options.backgroundColour, QColor(0x10, 0x20, 0x30));
+        QCOMPARE(options.outputs, (QStringList {"a.mov", "b/%05d.png"}));
+        QVERIFY(options.matteOnly && options.json && !options.centred);
+    }
+
+    void explainsMistakes_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("expected");
+        const QStringList strokes {"--strokes", "s.json"};
+        QTest::newRow("no input") << (strokes + QStringList {"-o", "a.mov"}) << "exactly one";
+        QTest::newRow("no object") << QStringList {"a", "-o", "a.mov"} << "--strokes";
+        QTest::newRow("two objects")
+            << (strokes + QStringList {"a", "--centre", "-o", "a.mov"}) << "one of";
+        QTest::newRow("format") << (strokes + QStringList {"a", "-o", "a.xyz"}) << ".webm";
+        QTest::newRow("same file")
+            << (strokes + QStringList {"./a.mov", "-o", "a.mov"}) << "overwrite";
+        QTest::newRow("twice") << (strokes + QStringList {"a", "-o", "a.mov", "-o", "a.mov"})
+                               << "twice";
+        QTest::newRow("mask") << QStringList {"a", "--mask", "x.png", "-o", "a.mov"}
+                              << "0:matte.png";
+    }
+    void explainsMistakes()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, expected);
+        CutoutOptions options;
+        QString message;
+        QCOMPARE(int(options.parse(arguments, &message)), int(ExitCode::Usage));
+        QVERIFY2(message.contains(expected), qPrintable(message));
+    }
 };
-
-void TestCutoutOptions::readsEverything()
-{
-    CutoutOptions options;
-    QString message;
-    const QStringList arguments {"in.mp4",
-                                 "--mask",
-                                 "12:a:b.png",
-                                 "--direction",
-                                 "backward",
-                                 "--preset",
-                                 "neon",
-                                 "--background",
-                                 "#102030",
-                                 "-o",
-                                 "a.mov",
-                                 "-o",
-                                 "b/%05d.png",
-                                 "--matte",
-                                 "--json"};
-    QCOMPARE(int(options.parse(arguments, &message)), int(ExitCode::Success));
-    QCOMPARE(options.input, QStringLiteral("in.mp4"));
-    QCOMPARE(options.matteFrame, qint64(12));
-    QCOMPARE(options.matteFile, QStringLiteral("a:b.png"));
-    QCOMPARE(int(options.direction), int(CutoutOptions::Direction::Backward));
-    QCOMPARE(options.preset, QStringLiteral("neon"));
-    QCOMPARE(options.backgroundColour, QColor(0x10, 0x20, 0x30));
-    QCOMPARE(options.outputs, (QStringList {"a.mov", "b/%05d.png"}));
-    QVERIFY(options.matteOnly && options.json && !options.centred);
-}
-
-void TestCutoutOptions::explainsMistakes_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<QString>("expected");
-    const QStringList strokes {"--strokes", "s.json"};
-    QTest::newRow("no input") << (strokes + QStringList {"-o", "a.mov"}) << "exactly one";
-    QTest::newRow("two inputs") << (strokes + QStringList {"a", "b", "-o", "a.mov"})
-                                << "exactly one";
-    QTest::newRow("no object") << QStringList {"a", "-o", "a.mov"} << "--strokes";
-    QTest::newRow("two objects") << (strokes + QStringList {"a", "--centre", "-o", "a.mov"})
-                                 << "one of";
-    QTest::newRow("no output") << (strokes + QStringList {"a"}) << "-o OUT";
-    QTest::newRow("format") << (strokes + QStringList {"a", "-o", "a.xyz"}) << ".webm";
-    QTest::newRow("same file") << (strokes + QStringList {"./a.mov", "-o", "a.mov"}) << "overwrite";
-    QTest::newRow("twice") << (strokes + QStringList {"a", "-o", "a.mov", "-o", "a.mov"})
-                           << "twice";
-    QTest::newRow("mask") << QStringList {"a", "--mask", "x.png", "-o", "a.mov"} << "0:matte.png";
-    QTest::newRow("direction") << (strokes + QStringList {"a", "--direction", "up", "-o", "a.mov"})
-                               << "backward";
-    QTest::newRow("background") << (strokes
-                                    + QStringList {"a", "--background", "blurple", "-o", "a.mp4"})
-                                << "colour";
-    QTest::newRow("unknown") << (strokes + QStringList {"a", "--colour", "-o", "a.mov"})
-                             << "colour";
-}
-
-void TestCutoutOptions::explainsMistakes()
-{
-    QFETCH(QStringList, arguments);
-    QFETCH(QString, expected);
-    CutoutOptions options;
-    QString message;
-    QCOMPARE(int(options.parse(arguments, &message)), int(ExitCode::Usage));
-    QVERIFY2(message.contains(expected), qPrintable(message));
-}
 
 ZK_TEST_MAIN(TestCutoutOptions)
 #include "tst_cutout_options.moc"

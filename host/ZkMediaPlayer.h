@@ -3,6 +3,7 @@
 
 #include "ZkCore.h"
 #include "datamodel/ZkTimeline.h"
+#include "widgets/ZkPlayerControl.h"
 
 #include <QPointF>
 #include <QRectF>
@@ -112,7 +113,7 @@ private:
     Q_DECLARE_PRIVATE(ZkMediaPlayerZoomerPresenter)
 };
 
-class ZKMEDIAPLAYER_EXPORT ZkMediaPlayerPresenter : public ZkPresenter
+class ZKMEDIAPLAYER_EXPORT ZkMediaPlayerPresenter : public ZkPresenter, public IZkPlayerControl
 {
     Q_OBJECT
 
@@ -127,16 +128,23 @@ public:
     IZkPlayhead *playhead() const;
 
     // The frame that is shown or sought; -1 while nothing is open.
-    qint64 currentFrame() const;
+    qint64 currentFrame() const override;
     bool isPlaying() const;
-    int state() const; // ZKPLAYER::ZkPlayerState
+    int state() const override; // ZKPLAYER::ZkPlayerState
     // Frames per second of what is open; 0 while nothing is open.
-    float mediaFrameRate() const;
+    float mediaFrameRate() const override;
+    int duration() const override;
 
     // Refused while tracking.
     void play();
+    void playOrPause() override;
     // Stops playback and stays on the frame. Does nothing unless playing.
-    void stopPlay();
+    void stopPlay() override;
+    void stopAndReturn() override;
+    void step(int frames) override;
+    void seek(int frame) override;
+    void addObserver(IZkPlayerControlObserver *observer) override;
+    void removeObserver(IZkPlayerControlObserver *observer) override;
     // Repaints the current frame with the current masks and effects; sigSeekFinished follows.
     void update();
     void setZoomEnabled(bool enabled);

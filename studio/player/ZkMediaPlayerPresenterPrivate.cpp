@@ -114,6 +114,7 @@ void ZkMediaPlayerPresenterPrivate::attach(ZkStudioTimeline *timeline,
     ZkMediaPlayerZoomerPresenterPrivate::get(&m_zoomer)->setSourceSize(timeline->frameSize(),
                                                                        param.keepZoom);
     m_playhead.place(range, param.startFrame);
+    notify(&IZkPlayerControlObserver::playerDurationChanged, duration());
 }
 
 // Afterwards nothing is open, and neither the timeline nor its file is in use. Reports no state.
@@ -129,10 +130,12 @@ void ZkMediaPlayerPresenterPrivate::release()
     m_renderer.reset();
     m_frameRate = 0;
     m_reportedFrame = -1;
+    m_playbackStart = -1;
     ZkMediaPlayerZoomerPresenterPrivate::get(&m_zoomer)->setSourceSize(QSize(), true);
     m_playhead.place(unlimitedRange, m_playhead.position());
     m_picture = QImage();
     Q_EMIT pictureChanged();
+    notify(&IZkPlayerControlObserver::playerDurationChanged, 0);
 }
 
 void ZkMediaPlayerPresenterPrivate::stop()
@@ -215,6 +218,7 @@ void ZkMediaPlayerPresenterPrivate::setState(int state)
         return;
     m_state = state;
     Q_EMIT q->sigStateChanged(state);
+    notify(&IZkPlayerControlObserver::playerStateChanged, m_state);
 }
 
 // A receiver may move the playhead on, which reports the newer frame first; it is not reported again.
@@ -226,6 +230,7 @@ void ZkMediaPlayerPresenterPrivate::reportFrame()
         return;
     m_reportedFrame = frame;
     Q_EMIT q->sigFrameChanged(int(frame));
+    notify(&IZkPlayerControlObserver::playerFrameChanged, int(currentFrame()));
 }
 
 void ZkMediaPlayerPresenterPrivate::play(int speed)
@@ -249,6 +254,7 @@ void ZkMediaPlayerPresenterPrivate::startPlayback(int speed)
     const qint64 last = speed < 0 ? range.minimum : range.maximum;
     if (m_playhead.position() == last)
         goTo(speed < 0 ? range.maximum : range.minimum);
+    m_playbackStart = m_playhead.position();
     m_clock.start(m_playhead.position(), m_frameRate * speed);
     m_playTimer.start(m_clock.millisecondsToNextFrame());
     setState(ZKPLAYER::PlayingState);

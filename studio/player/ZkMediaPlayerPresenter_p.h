@@ -67,6 +67,8 @@ private:
     void attach(ZkStudioTimeline *timeline, const ZkMediaPlayerOpenParam &param);
     void release();
     void finishOpening();
+    int duration() const;
+    void notify(void (IZkPlayerControlObserver::*notice)(int), int value);
     void setState(int state);
     void reportFrame();
     void play(int speed);
@@ -94,5 +96,7 @@ private:
     int m_state = ZKPLAYER::StoppedState;
     int m_speedWhenOpened = 0; // 0: do not play
     qint64 m_reportedFrame = -1;
+    qint64 m_playbackStart = -1; // where the last playback of what is open began
+    QVector<IZkPlayerControlObserver *> m_observers;
     QImage m_picture;
 };

@@ -117,3 +117,32 @@ bool ZkMediaPlayerPresenter::isZoomEnabled() const
 {
     return true;
 }
+
+int ZkMediaPlayerPresenter::duration() const
+{
+    return d_ptr->player.duration;
+}
+void ZkMediaPlayerPresenter::playOrPause()
+{
+    note("player.playOrPause");
+}
+void ZkMediaPlayerPresenter::stopAndReturn()
+{
+    note("player.stopAndReturn");
+}
+void ZkMediaPlayerPresenter::step(int frames)
+{
+    note("player.step", frames);
+}
+void ZkMediaPlayerPresenter::seek(int frame)
+{
+    note("player.seek", frame);
+}
+void ZkMediaPlayerPresenter::addObserver(IZkPlayerControlObserver *observer)
+{
+    d_ptr->player.observers.append(observer);
+}
+void ZkMediaPlayerPresenter::removeObserver(IZkPlayerControlObserver *observer)
+{
+    d_ptr->player.observers.removeOne(observer);
+}

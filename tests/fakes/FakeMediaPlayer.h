@@ -33,6 +33,8 @@ public:
     std::function<void()> onStop;
     ZkMediaPlayerOpenParam opened;
     qint64 frame = 0;
+    int duration = 100; // frames
+    QVector<IZkPlayerControlObserver *> observers;
     bool playing = false;
     int seekDelay = 0; // ms until an update is on screen; negative: never
     QRectF frameRect {0, 0, 640, 360};

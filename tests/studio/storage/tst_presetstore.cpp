@@ -99,6 +99,7 @@ private Q_SLOTS:
         m_directory = std::make_unique<QTemporaryDir>();
         QCOMPARE(open(), OpenResult::Created);
     }
+    void cleanup() { m_store.reset(); } // before its directory goes
 
     void keepsItems()
     {
@@ -252,10 +253,12 @@ private Q_SLOTS:
     {
         QFETCH(int, from);
         QFETCH(int, size);
+        PresetStore::Transaction transaction(*m_store);
         for (int i = 0; i < 100; ++i) {
             PresetItem item = makeItem(qPrintable(QString::number(i)));
             QVERIFY(m_store->saveItem(&item));
         }
+        QVERIFY(transaction.commit());
         QFile file(m_store->databasePath());
         m_store.reset();
         if (from < 0) {

@@ -4,7 +4,6 @@
 #include "ZkLook.h"
 #include "ZkStudioMediaLibrary.h"
 
-#include <QObject>
 #include <QStringList>
 #include <QTemporaryDir>
 
@@ -13,47 +12,61 @@
 // Writes notices down as "added glow", "finished glow 2 0", "loaded subject_smart_cutout_preset"...
 class NoticeLog : public IZkMediaItemManagerEventObserver, public IZkCategoryTreeEventObserver
 {
+    using Folder = IZkFolderMedia;
+    using Media = IZkAbstractMedia;
+    using Type = ZKVBLMODEL::ZkMediaDownloadType;
+
 public:
     QStringList entries;
     QVector<int> percents; // of the progress notices, which are not among the entries
     std::function<void(const QString &)> onEntry; // called after it was written down
 
     int count(const QString &prefix) const;
+    QString text() const { return entries.join(QLatin1Char(',')); }
 
-    void onBeforeAddItemEvent(IZkFolderMedia *folder, IZkAbstractMedia *media) override;
-    void onAfterAddItemEvent(IZkFolderMedia *folder, IZkAbstractMedia *media) override;
-    void onBeforeRemoveItemEvent(IZkFolderMedia *folder, IZkAbstractMedia *media) override;
-    void onAfterRemoveItemEvent(IZkFolderMedia *folder, IZkAbstractMedia *media) override;
-    void onBeforeClearItemsEvent(IZkFolderMedia *) override { }
-    void onAfterClearItemsEvent(IZkFolderMedia *) override { }
-    void onBeforeMoveItemEvent(IZkFolderMedia *, IZkFolderMedia *, IZkAbstractMedia *) override { }
-    void onAfterMoveItemEvent(IZkFolderMedia *, IZkFolderMedia *, IZkAbstractMedia *) override { }
-    void onAllMediaChangedFinishEvent(IZkFolderMedia *folder) override;
-    void onDownloadFinishedEvent(IZkAbstractMedia *media,
-                                 ZKVBLMODEL::ZkMediaDownloadType type,
-                                 int error) override;
-    void onDownloadProgressEvent(IZkAbstractMedia *media,
-                                 ZKVBLMODEL::ZkMediaDownloadType type,
-                                 int percent) override;
-    void onFetchMoreStateChangedEvent(IZkFolderMedia *folder, int state) override;
-    void onItemDataChangedEvent(IZkAbstractMedia *media) override;
-    void onMediaInfoChangedEvent(IZkAbstractMedia *) override { }
-    void onMediaStateChangedEvent(IZkAbstractMedia *media) override;
-    void onRemoveItemResultEvent(IZkAbstractMedia *, bool) override { }
-    void onRenameFolderEvent(IZkFolderMedia *) override { }
-    void onRenameItemEvent(IZkAbstractMedia *) override { }
-    void beforeCategoryTreeReload() override;
-    void afterCategoryTreeReload() override;
+    void onBeforeAddItemEvent(Folder *, Media *media) override { note("adding", media); }
+    void onAfterAddItemEvent(Folder *folder, Media *media) override
+    {
+        note(folder->medias(false).last() == media ? "added" : "added wrongly", media);
+    }
+    void onBeforeRemoveItemEvent(Folder *, Media *media) override { note("removing", media); }
+    void onAfterRemoveItemEvent(Folder *folder, Media *media) override
+    {
+        note(folder->medias(false).contains(media) ? "removed wrongly" : "removed", media);
+    }
+    void onBeforeClearItemsEvent(Folder *) override { }
+    void onAfterClearItemsEvent(Folder *) override { }
+    void onBeforeMoveItemEvent(Folder *, Folder *, Media *) override { }
+    void onAfterMoveItemEvent(Folder *, Folder *, Media *) override { }
+    void onAllMediaChangedFinishEvent(Folder *folder) override
+    {
+        note(QStringLiteral("loaded ") + folder->name());
+    }
+    void onDownloadFinishedEvent(Media *media, Type type, int error) override;
+    void onDownloadProgressEvent(Media *, Type, int percent) override { percents.append(percent); }
+    void onFetchMoreStateChangedEvent(Folder *folder, int state) override
+    {
+        note(QStringLiteral("state %1 %2").arg(folder->name()).arg(state));
+    }
+    void onItemDataChangedEvent(Media *media) override { note("changed", media); }
+    void onMediaInfoChangedEvent(Media *) override { }
+    void onMediaStateChangedEvent(Media *media) override { note("on disk", media); }
+    void onRemoveItemResultEvent(Media *, bool) override { }
+    void onRenameFolderEvent(Folder *) override { }
+    void onRenameItemEvent(Media *) override { }
+    void beforeCategoryTreeReload() override { note(QStringLiteral("before reload")); }
+    void afterCategoryTreeReload() override { note(QStringLiteral("after reload")); }
 
 private:
     void note(const QString &entry);
+    void note(const char *what, Media *media);
 };
 
 class LibraryFixture
 {
 public:
     explicit LibraryFixture(const QUrl &server = QUrl());
-    ~LibraryFixture();
+    ~LibraryFixture() { close(); }
 
     zk::datamodel::LibrarySettings settings;
     QTemporaryDir directory;
@@ -61,17 +74,22 @@ public:
 
     // Opens a new library on the same directory.
     bool open(QString *error = nullptr);
-    void close();
+    void close() { m_library.reset(); }
     ZkStudioMediaLibrary &library() { return *m_library; }
+    IZkMediaItemManager *manager() const { return m_library->mediaItemManager(); }
 
+    // The program's own presets are those slugs from now on.
+    bool import(const QString &slugs);
     IZkFolderMedia *root() const;
     // Null when it is not there. Found anew on every call.
     IZkFolderMedia *folder(const QString &name) const;
     IZkFolderMedia *presets() const;
+    QVector<IZkEffectMediaItem *> items() const; // in the order of the library
     IZkEffectMediaItem *item(const QString &slug) const;
-    QStringList slugs() const; // of the preset folder, in its order
+    QString slugs() const; // of all items, with blanks between
     // downloadItem; when it starts, waits for its end. The entry of its end, or the refusal.
-    QString download(const QString &slug, ZKVBLMODEL::ZkMediaDownloadType type);
+    QString download(const QString &slug,
+                     ZKVBLMODEL::ZkMediaDownloadType type = ZKVBLMODEL::DownloadPreset);
     // Waits for a refresh; its error, or -1 when it did not start.
     int refresh();
     // Paths below the directory of everything but the database and the lock.
@@ -83,3 +101,5 @@ private:
 
 // A look with that slug; its package is about 400 bytes for every layer.
 zk::effects::Look makeLook(const QString &slug, int version = 1, int layers = 1);
+QVector<zk::effects::Look> looks(const QString &slugs);
+void expectWarning(const QString &pattern);

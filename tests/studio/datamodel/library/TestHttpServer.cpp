@@ -1,8 +1,10 @@
 #include "TestHttpServer.h"
 
+#include "ZkResourceServerFiles.h"
+
 #include <QDir>
 #include <QDirIterator>
-#include <QPointer>
+#include <QRegularExpression>
 #include <QTcpSocket>
 #include <QTimer>
 
@@ -13,13 +15,13 @@ QByteArray lengthHeader(qint64 length)
     return "Content-Length: " + QByteArray::number(length) + "\r\n";
 }
 
-QByteArray headerOf(const QByteArray &request, const QByteArray &name)
+void send(QTcpSocket *socket,
+          const QByteArray &status,
+          const QByteArray &headers,
+          const QByteArray &body = {})
 {
-    for (const QByteArray &line : request.split('\n')) {
-        if (line.toLower().startsWith(name.toLower() + ':'))
-            return line.mid(name.size() + 1).trimmed();
-    }
-    return QByteArray();
+    socket->write("HTTP/1.1 " + status + "\r\nConnection: close\r\n" + headers + "\r\n" + body);
+    socket->disconnectFromHost();
 }
 
 } // namespace
@@ -31,9 +33,8 @@ TestHttpServer::TestHttpServer()
         QTcpSocket *socket = nextPendingConnection();
         connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
         connect(socket, &QTcpSocket::readyRead, this, [this, socket] {
-            const QByteArray request = socket->peek(16384);
-            if (request.contains("\r\n\r\n"))
-                answer(socket, socket->readAll());
+            if (socket->peek(16384).contains("\r\n\r\n"))
+                answer(socket, QString::fromLatin1(socket->readAll()));
         });
     });
 }
@@ -43,42 +44,38 @@ QUrl TestHttpServer::url(const QString &path) const
     return QUrl(QStringLiteral("http://127.0.0.1:%1%2").arg(serverPort()).arg(path));
 }
 
-void TestHttpServer::serveDirectory(const QString &directory)
+bool TestHttpServer::serve(const QVector<zk::effects::Look> &looks)
 {
-    const QDir root(directory);
-    QDirIterator files(directory, QDir::Files, QDirIterator::Subdirectories);
+    if (!zk::datamodel::writeResourceServerFiles(looks, directory.path()))
+        return false;
+    QDirIterator files(directory.path(), QDir::Files, QDirIterator::Subdirectories);
     while (files.hasNext()) {
         QFile file(files.next());
         if (file.open(QIODevice::ReadOnly))
-            setFile(QLatin1Char('/') + root.relativeFilePath(file.fileName()), file.readAll());
+            setFile(file.fileName().mid(directory.path().size()), file.readAll());
     }
+    return true;
 }
 
-void TestHttpServer::answer(QTcpSocket *socket, const QByteArray &request)
+void TestHttpServer::answer(QTcpSocket *socket, const QString &request)
 {
-    const QString target = QString::fromLatin1(request.split(' ').value(1));
+    const QString target = request.section(QLatin1Char(' '), 1, 1);
     const QString path = target.section(QLatin1Char('?'), 0, 0);
-    const QByteArray range = headerOf(request, "Range");
+    const QRegularExpression pattern(QStringLiteral("\nRange: (bytes=(\\d+)-)"));
+    const QRegularExpressionMatch range = pattern.match(request);
     const bool isFirst = !requests.contains(QStringLiteral("GET ") + target);
-    requests.append(
-        (QStringLiteral("GET ") + target + QLatin1Char(' ') + QString::fromLatin1(range))
-            .trimmed());
-    Behaviour behaviour = m_behaviours.value(path, Whole);
-    if (behaviour == RedirectSameHost && target != path)
-        behaviour = Whole;
-    if (!m_files.contains(path))
-        behaviour = Status404;
+    requests.append(QStringLiteral("GET %1 %2").arg(target, range.captured(1)).trimmed());
+    const Behaviour behaviour =
+        m_files.contains(path) ? m_behaviours.value(path, Whole) : Status404;
+    const bool isOnce = behaviour >= BreakOnce && behaviour <= BreakOnceWrongRange;
+    const bool isMoved = behaviour == RedirectSameHost && target != path;
     const QByteArray body = m_files.value(path);
-    const bool isOnce = behaviour == BreakOnce || behaviour == BreakOnceIgnoreRange
-        || behaviour == BreakOnceWrongRange;
-    qint64 from = range.isEmpty() ? 0 : range.mid(6).chopped(1).toLongLong();
-    if (behaviour == BreakOnceIgnoreRange && !isFirst)
-        from = 0;
-    if (behaviour == BreakOnceWrongRange && !isFirst)
-        from = 1;
-    if (behaviour != Whole && !(isOnce && !isFirst))
-        return answerBadly(socket, behaviour, path, body, from);
-    const QByteArray part = body.mid(int(from));
+    int from = range.captured(2).toInt();
+    if (behaviour != Whole && !(isOnce && !isFirst) && !isMoved)
+        return answerBadly(socket, behaviour, path.toLatin1(), body, from);
+    if (isOnce && behaviour != BreakOnce)
+        from = behaviour == BreakOnceWrongRange ? 1 : 0;
+    const QByteArray part = body.mid(from);
     if (from == 0)
         return send(socket, "200 OK", lengthHeader(part.size()), part);
     send(socket,
@@ -90,11 +87,11 @@ void TestHttpServer::answer(QTcpSocket *socket, const QByteArray &request)
 
 void TestHttpServer::answerBadly(QTcpSocket *socket,
                                  Behaviour behaviour,
-                                 const QString &path,
+                                 const QByteArray &path,
                                  const QByteArray &body,
-                                 qint64 from)
+                                 int from)
 {
-    const QByteArray half = body.mid(int(from), (body.size() - int(from)) / 2);
+    const QByteArray half = body.mid(from, (body.size() - from) / 2);
     const QByteArray whole = lengthHeader(body.size() - from);
     const QByteArray found = "302 Found";
     switch (behaviour) {
@@ -113,18 +110,15 @@ void TestHttpServer::answerBadly(QTcpSocket *socket,
         socket->write("HTTP/1.1 200 OK\r\n" + whole + "\r\n" + half);
         return;
     case RedirectSameHost:
-        return send(
-            socket, found, lengthHeader(0) + "Location: " + path.toLatin1() + "?moved\r\n", {});
+        return send(socket, found, lengthHeader(0) + "Location: " + path + "?moved\r\n");
     case RedirectForever:
-        return send(socket, found, lengthHeader(0) + "Location: " + path.toLatin1() + "\r\n", {});
+        return send(socket, found, lengthHeader(0) + "Location: " + path + "\r\n");
     case RedirectOtherHost:
-        return send(socket, found, "Location: http://localhost.invalid/x\r\n", {});
+        return send(socket, found, "Location: http://localhost.invalid/x\r\n");
     case RedirectOtherScheme:
-        return send(socket, found, "Location: ftp://127.0.0.1/x\r\n", {});
+        return send(socket, found, "Location: ftp://127.0.0.1/x\r\n");
     case Status404:
-        return send(socket, "404 Not Found", lengthHeader(4), "none");
-    case Status500:
-        return send(socket, "500 Internal Server Error", lengthHeader(body.size()), body);
+        return send(socket, "404 Not Found", lengthHeader(body.size()), body);
     default: // the ones that break off
         return send(socket, "200 OK", whole, half);
     }
@@ -137,13 +131,4 @@ void TestHttpServer::sendSlowly(QTcpSocket *socket, const QByteArray &rest)
     if (rest.size() <= 200)
         return socket->disconnectFromHost();
     QTimer::singleShot(5, socket, [this, socket, rest] { sendSlowly(socket, rest.mid(200)); });
-}
-
-void TestHttpServer::send(QTcpSocket *socket,
-                          const QByteArray &status,
-                          const QByteArray &headers,
-                          const QByteArray &body)
-{
-    socket->write("HTTP/1.1 " + status + "\r\nConnection: close\r\n" + headers + "\r\n" + body);
-    socket->disconnectFromHost();
 }

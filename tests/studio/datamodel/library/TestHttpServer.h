@@ -1,10 +1,12 @@
 // A small real HTTP server on the loopback that answers well or badly, as it is told.
 #pragma once
 
-#include <QByteArray>
+#include "ZkLook.h"
+
 #include <QHash>
 #include <QStringList>
 #include <QTcpServer>
+#include <QTemporaryDir>
 #include <QUrl>
 
 class QTcpSocket;
@@ -31,7 +33,6 @@ public:
         RedirectOtherScheme,
         RedirectForever,
         Status404,
-        Status500,
     };
 
     TestHttpServer();
@@ -39,23 +40,21 @@ public:
     QUrl url(const QString &path = QStringLiteral("/")) const;
     void setFile(const QString &path, const QByteArray &body) { m_files[path] = body; }
     void setBehaviour(const QString &path, Behaviour behaviour) { m_behaviours[path] = behaviour; }
-    // Serves every file below the directory under its relative path.
-    void serveDirectory(const QString &directory);
+    // A catalogue of these and their files, which lie in the directory.
+    bool serve(const QVector<zk::effects::Look> &looks);
+
+    QTemporaryDir directory;
     // "GET /path" or "GET /path bytes=5-", in the order in which they came.
     QStringList requests;
 
 private:
-    void answer(QTcpSocket *socket, const QByteArray &request);
+    void answer(QTcpSocket *socket, const QString &request);
     void answerBadly(QTcpSocket *socket,
                      Behaviour behaviour,
-                     const QString &path,
+                     const QByteArray &path,
                      const QByteArray &body,
-                     qint64 from);
+                     int from);
     void sendSlowly(QTcpSocket *socket, const QByteArray &rest);
-    static void send(QTcpSocket *socket,
-                     const QByteArray &status,
-                     const QByteArray &headers,
-                     const QByteArray &body);
 
     QHash<QString, QByteArray> m_files;
     QHash<QString, Behaviour> m_behaviours;

@@ -1,11 +1,12 @@
-// The library by itself: no server.
+// The library by itself, without a server, and what observers hear when its contents change.
 #include "LibraryFixture.h"
 
 #include "ZkTestMain.h"
 
-#include <QDir>
+#include <QEventLoop>
 #include <QFile>
 #include <QImageReader>
+#include <QTimer>
 
 using namespace ZKVBLMODEL;
 
@@ -13,217 +14,235 @@ class TestMediaLibrary : public QObject
 {
     Q_OBJECT
 
+    std::unique_ptr<LibraryFixture> m_fixture;
+
+    IZkEffectMediaItem *glow() const { return m_fixture->item("glow"); }
+
 private Q_SLOTS:
-    void startsWithoutANetwork();
-    void hasOneModule();
-    void loadsFoldersLater();
-    void refusesWhatItDoesNotKnow();
-    void makesMissingThumbnailsAgain();
-    void damagedPackageIsMadeAgain();
-    void effectNeedsAFactoryThatKnowsIt();
-    void damagedDatabaseStartsAnew();
-    void unusableLibraryHasAnEmptyRoot();
-};
-
-void TestMediaLibrary::startsWithoutANetwork()
-{
-    LibraryFixture fixture;
-    QVERIFY(fixture.open());
-    QVERIFY(fixture.library().importLooks(
-        {makeLook(QStringLiteral("zebra")), makeLook(QStringLiteral("apple"))}));
-    QCOMPARE(fixture.slugs().join(QLatin1Char(' ')), QStringLiteral("zebra apple"));
-    QSet<qint64> ids;
-    for (const QString &slug : fixture.slugs()) {
-        IZkEffectMediaItem *item = fixture.item(slug);
-        QVERIFY(item->id() > 0);
-        ids.insert(item->id());
-        QCOMPARE(item->name(), slug.toUpper());
-        QVERIFY(!item->needsDownload());
-        QCOMPARE(item->effect()->descriptor()->slug(), slug);
-        QVERIFY(item->effect() != item->effect());
-        QCOMPARE(QImageReader(item->thumbnailPath()).size(), QSize(108, 108));
+    void init()
+    {
+        m_fixture = std::make_unique<LibraryFixture>();
+        QVERIFY(m_fixture->open() && m_fixture->import("glow apple"));
+        m_fixture->log.entries.clear();
     }
-    QCOMPARE(ids.size(), 2);
-    QCOMPARE(fixture.files().size(), 4);
 
-    // The next start finds everything as it was, ids too, and writes nothing.
-    const QStringList files = fixture.files();
-    const QDateTime time =
-        QFileInfo(fixture.item(QStringLiteral("zebra"))->thumbnailPath()).lastModified();
-    QVERIFY(fixture.open());
-    QVERIFY(fixture.library().importLooks(
-        {makeLook(QStringLiteral("zebra")), makeLook(QStringLiteral("apple"))}));
-    for (const QString &slug : fixture.slugs())
-        QVERIFY(ids.contains(fixture.item(slug)->id()));
-    QCOMPARE(fixture.files(), files);
-    QCOMPARE(QFileInfo(fixture.item(QStringLiteral("zebra"))->thumbnailPath()).lastModified(),
-             time);
-    QVERIFY(!fixture.library().refreshCatalogue());
-}
+    void startsWithoutANetwork()
+    {
+        const QVector<qint64> ids {glow()->id(), m_fixture->item("apple")->id()};
+        QVERIFY(ids.at(0) > 0 && ids.at(1) > 0 && ids.at(0) != ids.at(1));
+        for (IZkEffectMediaItem *item : m_fixture->items()) {
+            QCOMPARE(item->name(), item->slug().toUpper());
+            QVERIFY(!item->needsDownload());
+            QCOMPARE(item->effect()->descriptor()->slug(), item->slug());
+            QVERIFY(item->effect() != item->effect());
+            QCOMPARE(QImageReader(item->thumbnailPath()).size(), QSize(108, 108));
+        }
 
-void TestMediaLibrary::hasOneModule()
-{
-    LibraryFixture fixture;
-    fixture.open();
-    fixture.library().importLooks({makeLook(QStringLiteral("glow"))});
-    QVERIFY(!fixture.library().module(SmartCutoutCategory + 1));
-    IZkFolderMediaManager *manager = fixture.library().folderMediaManager();
-    const auto top = manager->folders(fixture.root(), false);
-    QCOMPARE(top.size(), 1);
-    QCOMPARE(top.first()->name(), QStringLiteral("Cutout"));
-    const auto all = manager->folders(fixture.root(), true);
-    QCOMPARE(all.size(), 2);
-    QCOMPARE(all.last()->name(), QStringLiteral("subject_smart_cutout_preset"));
-    QCOMPARE(all.last()->kind(), int(FolderMedia));
-    QVERIFY(!all.last()->mediaItem());
-    QVERIFY(manager->folders(nullptr, true).isEmpty());
+        // The next start finds everything as it was, ids too, and writes nothing.
+        const QStringList files = m_fixture->files();
+        QCOMPARE(files.size(), 4);
+        const QDateTime time = QFileInfo(glow()->thumbnailPath()).lastModified();
+        QVERIFY(m_fixture->open() && m_fixture->import("glow apple"));
+        QCOMPARE(m_fixture->slugs(), QStringLiteral("glow apple"));
+        QCOMPARE((QVector<qint64> {glow()->id(), m_fixture->item("apple")->id()}), ids);
+        QCOMPARE(m_fixture->files(), files);
+        QCOMPARE(QFileInfo(glow()->thumbnailPath()).lastModified(), time);
+        QVERIFY(!m_fixture->library().refreshCatalogue());
+    }
 
-    QVERIFY(top.first()->medias(false).isEmpty());
-    QCOMPARE(top.first()->medias(true).size(), 1);
-    IZkAbstractMedia *media = all.last()->medias(false).first();
-    QCOMPARE(media->kind(), int(PresetMedia));
-    QCOMPARE(media->name(), QStringLiteral("GLOW"));
-}
+    void loadsFoldersLater()
+    {
+        IZkFolderMedia *folder = m_fixture->presets();
+        QCOMPARE(folder->loadState(), int(zkmsUnknow));
+        QVERIFY(m_fixture->manager()->loadFolder(folder));
+        QVERIFY(m_fixture->manager()->loadFolder(folder));
+        QCOMPARE(folder->loadState(), int(zkmsLoading));
+        QVERIFY(m_fixture->log.entries.isEmpty());
+        QTest::qWait(10);
+        QCOMPARE(folder->loadState(), int(zkmsLoaded));
+        QCOMPARE(m_fixture->log.text(), QStringLiteral("loaded subject_smart_cutout_preset"));
+    }
 
-void TestMediaLibrary::loadsFoldersLater()
-{
-    LibraryFixture fixture;
-    fixture.open();
-    fixture.library().importLooks({makeLook(QStringLiteral("glow"))});
-    fixture.log.entries.clear();
-    IZkMediaItemManager *manager = fixture.library().mediaItemManager();
-    IZkFolderMedia *folder = fixture.presets();
-    QCOMPARE(folder->loadState(), int(zkmsUnknow));
-    QVERIFY(!folder->needsLoadAgain());
-    QVERIFY(manager->loadFolder(folder));
-    QVERIFY(manager->loadFolder(folder));
-    QCOMPARE(folder->loadState(), int(zkmsLoading));
-    QVERIFY(fixture.log.entries.isEmpty());
-    QTest::qWait(10);
-    QCOMPARE(folder->loadState(), int(zkmsLoaded));
-    QCOMPARE(fixture.log.entries, QStringList {QStringLiteral("loaded ") + folder->name()});
+    void refusesWhatItDoesNotKnow()
+    {
+        LibraryFixture other;
+        QVERIFY(other.open() && other.import("glow"));
+        IZkMediaItemManager *manager = m_fixture->manager();
+        QVERIFY(!manager->loadFolder(other.root()) && !manager->loadFolder(nullptr));
+        QCOMPARE(manager->downloadItem(nullptr, DownloadPreset), int(DownloadRefused));
+        QCOMPARE(manager->downloadItem(other.item("glow"), DownloadPreset), int(DownloadRefused));
+        QCOMPARE(manager->downloadItem(glow(), DownloadPreview), int(DownloadRefused));
+        QVERIFY(!m_fixture->library().cancelDownload(glow(), DownloadPreset));
+        QTest::qWait(20);
+        QVERIFY(m_fixture->log.entries.isEmpty());
+    }
 
-    LibraryFixture other;
-    other.open();
-    QVERIFY(!manager->loadFolder(other.root()));
-    QVERIFY(!manager->loadFolder(nullptr));
-    manager->removeObserver(&fixture.log);
-    QVERIFY(manager->loadFolder(folder));
-    QTest::qWait(10);
-    QCOMPARE(fixture.log.entries.size(), 1);
-}
+    void makesMissingThumbnailsAgain()
+    {
+        // What is there already is reported as complete.
+        for (int i = 0; i < 2; ++i) {
+            QCOMPARE(m_fixture->download("glow", DownloadThumbnail),
+                     QStringLiteral("finished glow 0 0"));
+            QVERIFY(QImageReader(glow()->thumbnailPath()).canRead());
+            QVERIFY(QFile::remove(glow()->thumbnailPath()));
+        }
+        QVERIFY(m_fixture->open() && m_fixture->import("glow"));
+        QVERIFY(QImageReader(glow()->thumbnailPath()).canRead());
+    }
 
-void TestMediaLibrary::refusesWhatItDoesNotKnow()
-{
-    LibraryFixture fixture;
-    fixture.open();
-    fixture.library().importLooks({makeLook(QStringLiteral("glow"))});
-    LibraryFixture other;
-    other.open();
-    other.library().importLooks({makeLook(QStringLiteral("glow"))});
-    fixture.log.entries.clear();
-    IZkMediaItemManager *manager = fixture.library().mediaItemManager();
-    IZkAbstractMediaItem *item = fixture.item(QStringLiteral("glow"));
-    QCOMPARE(manager->downloadItem(nullptr, DownloadPreset), int(DownloadRefused));
-    QCOMPARE(manager->downloadItem(other.item(QStringLiteral("glow")), DownloadPreset),
-             int(DownloadRefused));
-    QCOMPARE(manager->downloadItem(item, DownloadPreview), int(DownloadRefused));
-    QVERIFY(!fixture.library().cancelDownload(item, DownloadPreset));
-    QTest::qWait(20);
-    QVERIFY(fixture.log.entries.isEmpty());
-}
+    void damagedPackageIsMadeAgain()
+    {
+        const QString path = m_fixture->files().filter("packages/glow").first();
+        QFile file(m_fixture->directory.filePath("library/" + path));
+        QVERIFY(file.open(QIODevice::ReadWrite) && file.seek(5) && file.putChar('!'));
+        file.close();
+        expectWarning("missing or damaged");
+        QVERIFY(!glow()->effect());
+        QTRY_VERIFY(glow()->needsDownload());
+        QCOMPARE(m_fixture->log.text(), QStringLiteral("on disk glow"));
+        QVERIFY(!glow()->effect());
+        QCOMPARE(m_fixture->download("glow"), QStringLiteral("finished glow 2 0"));
+        QVERIFY(!glow()->needsDownload() && glow()->effect());
+    }
 
-void TestMediaLibrary::makesMissingThumbnailsAgain()
-{
-    LibraryFixture fixture;
-    fixture.open();
-    fixture.library().importLooks({makeLook(QStringLiteral("glow"))});
-    IZkEffectMediaItem *item = fixture.item(QStringLiteral("glow"));
-    // What is there already is reported as complete.
-    QCOMPARE(fixture.download(QStringLiteral("glow"), DownloadThumbnail),
-             QStringLiteral("finished glow 0 0"));
-    QVERIFY(QFile::remove(item->thumbnailPath()));
-    QCOMPARE(fixture.download(QStringLiteral("glow"), DownloadThumbnail),
-             QStringLiteral("finished glow 0 0"));
-    QVERIFY(QImageReader(item->thumbnailPath()).canRead());
+    void damagedDatabaseStartsAnew()
+    {
+        m_fixture->close();
+        QFile database(m_fixture->settings.directory + "/library.db");
+        QVERIFY(database.open(QIODevice::WriteOnly) && database.write("xxxx") == 4);
+        database.close();
+        expectWarning("is damaged");
+        QVERIFY(m_fixture->open() && m_fixture->files().isEmpty());
+        QVERIFY(m_fixture->import("glow") && glow()->effect());
+    }
 
-    QVERIFY(QFile::remove(item->thumbnailPath()));
-    fixture.open();
-    fixture.library().importLooks({makeLook(QStringLiteral("glow"))});
-    QVERIFY(QImageReader(fixture.item(QStringLiteral("glow"))->thumbnailPath()).canRead());
-}
+    void unusableLibraryHasAnEmptyRoot()
+    {
+        LibraryFixture fixture;
+        QFile inTheWay(fixture.settings.directory);
+        QVERIFY(inTheWay.open(QIODevice::WriteOnly));
+        expectWarning("cannot be opened");
+        QString error;
+        QVERIFY(!fixture.open(&error) && !error.isEmpty());
+        QVERIFY(!fixture.import("glow") && fixture.items().isEmpty());
+        QVERIFY(!fixture.library().refreshCatalogue());
+        QVERIFY(fixture.manager()->loadFolder(fixture.root()));
+    }
 
-void TestMediaLibrary::damagedPackageIsMadeAgain()
-{
-    LibraryFixture fixture;
-    fixture.open();
-    fixture.library().importLooks({makeLook(QStringLiteral("glow"))});
-    IZkEffectMediaItem *item = fixture.item(QStringLiteral("glow"));
-    const QString path = fixture.directory.filePath(QStringLiteral("library/"))
-        + fixture.files().filter(QStringLiteral("packages")).first();
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::ReadWrite));
-    QVERIFY(file.seek(5) && file.putChar('!'));
-    file.close();
+    void importsAreToldStepByStep_data()
+    {
+        QTest::addColumn<QString>("before");
+        QTest::addColumn<QString>("after");
+        QTest::addColumn<QString>("notices");
+        const auto row = [](const char *before, const char *after, const char *notices) {
+            QTest::newRow(notices)
+                << QString(QLatin1String(before)) << QString(QLatin1String(after))
+                << QString(QLatin1String(notices));
+        };
+        row("a b", "a b", "");
+        row("a", "a b", "adding b,added b,loaded subject_smart_cutout_preset");
+        row("a b c", "a c", "removing b,removed b,loaded subject_smart_cutout_preset");
+        row("a b",
+            "a c",
+            "removing b,removed b,adding c,added c,loaded subject_smart_cutout_preset");
+        row("b", "a b", "before reload,after reload");
+        row("a b", "b a", "before reload,after reload");
+    }
 
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("missing or damaged")));
-    QVERIFY(!item->effect());
-    QTRY_VERIFY(item->needsDownload());
-    QCOMPARE(fixture.log.count(QStringLiteral("on disk glow")), 1);
-    QVERIFY(!item->effect());
-    QCOMPARE(fixture.download(QStringLiteral("glow"), DownloadPreset),
-             QStringLiteral("finished glow 2 0"));
-    QVERIFY(!item->needsDownload());
-    QVERIFY(item->effect());
-}
+    void importsAreToldStepByStep()
+    {
+        QFETCH(QString, before);
+        QFETCH(QString, after);
+        QVERIFY(m_fixture->import(before));
+        m_fixture->manager()->loadFolder(m_fixture->presets());
+        QTRY_COMPARE(m_fixture->log.count("loaded"), 1);
+        m_fixture->log.entries.clear();
+        QVERIFY(m_fixture->import(after));
+        QTEST(m_fixture->log.text(), "notices");
+        QCOMPARE(m_fixture->slugs(), after);
+        QCOMPARE(m_fixture->presets()->loadState(), int(zkmsLoaded));
+        QCOMPARE(m_fixture->files().size(), 2 * m_fixture->items().size());
+    }
 
-void TestMediaLibrary::effectNeedsAFactoryThatKnowsIt()
-{
-    LibraryFixture fixture;
-    fixture.settings.effectFactory = [](const QByteArray &, const QString &, QString *error) {
-        *error = QStringLiteral("not this one");
-        return ZkEffectPtr();
-    };
-    fixture.open();
-    fixture.library().importLooks({makeLook(QStringLiteral("glow"))});
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("not this one")));
-    QVERIFY(!fixture.item(QStringLiteral("glow"))->effect());
-    fixture.settings.effectFactory = nullptr;
-    fixture.open();
-    QVERIFY(!fixture.item(QStringLiteral("glow"))->effect());
-}
+    void changedLookReplacesItsFiles()
+    {
+        m_fixture->import("a b");
+        const QStringList before = m_fixture->files();
+        const IZkEffectMediaItem *item = m_fixture->item("a");
+        m_fixture->log.entries.clear();
+        zk::effects::Look changed = makeLook("a", 2, 3);
+        changed.name = "Better";
+        QVERIFY(m_fixture->library().importLooks({changed, makeLook("b")}));
+        QCOMPARE(m_fixture->log.text(), QStringLiteral("changed a"));
+        QCOMPARE(m_fixture->item("a"), item);
+        QCOMPARE(item->name(), changed.name);
+        QVERIFY(item->effect());
+        QCOMPARE(m_fixture->files().size(), before.size());
+        QVERIFY(m_fixture->files() != before);
+    }
 
-void TestMediaLibrary::damagedDatabaseStartsAnew()
-{
-    LibraryFixture fixture;
-    fixture.open();
-    fixture.library().importLooks({makeLook(QStringLiteral("glow"))});
-    fixture.close();
-    QFile database(fixture.settings.directory + QStringLiteral("/library.db"));
-    QVERIFY(database.open(QIODevice::WriteOnly) && database.write(QByteArray(5000, 'x')) == 5000);
-    database.close();
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("is damaged")));
-    QVERIFY(fixture.open());
-    QVERIFY(fixture.files().isEmpty());
-    QVERIFY(fixture.library().importLooks({makeLook(QStringLiteral("glow"))}));
-    QVERIFY(fixture.item(QStringLiteral("glow"))->effect());
-}
+    void oldTreeLivesThroughTheReload()
+    {
+        m_fixture->import("a b");
+        IZkFolderMedia *const oldFolder = m_fixture->presets();
+        IZkAbstractMediaItem *const item = m_fixture->item("a");
+        QStringList seen;
+        m_fixture->log.onEntry = [&](const QString &entry) {
+            seen << entry << (m_fixture->presets() == oldFolder ? "old" : "new")
+                 << oldFolder->medias(true).first()->name();
+        };
+        m_fixture->import("b a");
+        QCOMPARE(seen.join(QLatin1Char(',')),
+                 QStringLiteral("before reload,old,A,after reload,new,A"));
+        // Items outlive every reload.
+        QCOMPARE(m_fixture->item("a"), item);
+    }
 
-void TestMediaLibrary::unusableLibraryHasAnEmptyRoot()
-{
-    LibraryFixture fixture;
-    QFile inTheWay(fixture.settings.directory);
-    QVERIFY(inTheWay.open(QIODevice::WriteOnly));
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("cannot be opened")));
-    QString error;
-    QVERIFY(!fixture.open(&error));
-    QVERIFY(!error.isEmpty());
-    QVERIFY(!fixture.library().importLooks({makeLook(QStringLiteral("glow"))}));
-    QVERIFY(fixture.root());
-    QVERIFY(fixture.root()->medias(true).isEmpty());
-    QVERIFY(!fixture.library().refreshCatalogue());
-    QVERIFY(fixture.library().mediaItemManager()->loadFolder(fixture.root()));
-}
+    void observersMayGoDuringANotice()
+    {
+        IZkMediaItemManager *manager = m_fixture->manager();
+        NoticeLog second;
+        manager->addObserver(&second);
+        manager->addObserver(&second);
+        m_fixture->log.onEntry = [&](const QString &) { manager->removeObserver(&second); };
+        manager->loadFolder(m_fixture->root());
+        QTRY_COMPARE(m_fixture->log.entries.size(), 1);
+        QVERIFY(second.entries.isEmpty());
+
+        NoticeLog late;
+        m_fixture->log.onEntry = [&](const QString &) { manager->addObserver(&late); };
+        manager->loadFolder(m_fixture->root());
+        QTRY_COMPARE(m_fixture->log.entries.size(), 2);
+        QVERIFY(late.entries.isEmpty());
+        m_fixture->log.onEntry = nullptr;
+        manager->loadFolder(m_fixture->root());
+        QTRY_COMPARE(late.entries.size(), 1);
+    }
+
+    // A view that answers a notice with a dialog lets the world turn meanwhile.
+    void reloadInsideANoticeKillsNothing()
+    {
+        m_fixture->import("a b c");
+        IZkFolderMedia *const folder = m_fixture->presets();
+        IZkAbstractMedia *const media = folder->medias(true).first();
+        QString afterwards;
+        m_fixture->log.onEntry = [&](const QString &entry) {
+            if (!entry.startsWith(QLatin1String("finished")))
+                return;
+            QEventLoop loop;
+            QTimer::singleShot(0, &loop, [&] {
+                m_fixture->import("c b a");
+                m_fixture->import("c b");
+                loop.quit();
+            });
+            loop.exec();
+            afterwards = media->name() + folder->name() + media->mediaItem()->slug();
+        };
+        QCOMPARE(m_fixture->download("a"), QStringLiteral("finished a 2 0"));
+        QCOMPARE(afterwards, QStringLiteral("Asubject_smart_cutout_preseta"));
+        QCOMPARE(m_fixture->slugs(), QStringLiteral("c b"));
+    }
+};
 
 ZK_TEST_MAIN(TestMediaLibrary)
 #include "tst_medialibrary.moc"

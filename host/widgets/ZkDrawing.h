@@ -58,7 +58,6 @@ Q_SIGNALS:
     void sigDrawingFinished(const QImage &mask, bool finished);
 
 protected:
-    bool event(QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;

@@ -50,6 +50,24 @@ EncodedMatte::EncodedMatte(const QImage &mask)
     m_data = compressed(pixels(box));
 }
 
+bool EncodedMatte::fromParts(const QSize &size,
+                             const QRect &box,
+                             int objectPixels,
+                             const QByteArray &data,
+                             EncodedMatte *matte)
+{
+    EncodedMatte read;
+    read.m_size = size;
+    read.m_box = box;
+    read.m_objectPixels = objectPixels;
+    read.m_data = data;
+    const bool isSane = size.width() <= maxEdge && size.height() <= maxEdge
+        && (read.isEmpty() || QRect(QPoint(), size).contains(box))
+        && read.isEmpty() == data.isEmpty();
+    *matte = isSane ? read : EncodedMatte();
+    return isSane;
+}
+
 QImage EncodedMatte::decoded() const
 {
     if (isNull())
@@ -76,16 +94,15 @@ QDataStream &operator<<(QDataStream &stream, const EncodedMatte &matte)
 
 QDataStream &operator>>(QDataStream &stream, EncodedMatte &matte)
 {
-    EncodedMatte read;
+    QSize size;
+    QRect box;
     qint32 objectPixels = 0;
-    stream >> read.m_size >> read.m_box >> objectPixels >> read.m_data;
-    read.m_objectPixels = objectPixels;
-    const bool isSane = read.m_size.width() <= maxEdge && read.m_size.height() <= maxEdge
-        && (read.isEmpty() || QRect(QPoint(), read.m_size).contains(read.m_box))
-        && read.isEmpty() == read.m_data.isEmpty();
-    if (stream.status() == QDataStream::Ok && !isSane)
+    QByteArray data;
+    stream >> size >> box >> objectPixels >> data;
+    matte = EncodedMatte();
+    if (stream.status() == QDataStream::Ok
+        && !EncodedMatte::fromParts(size, box, objectPixels, data, &matte))
         stream.setStatus(QDataStream::ReadCorruptData);
-    matte = stream.status() == QDataStream::Ok ? read : EncodedMatte();
     return stream;
 }
 

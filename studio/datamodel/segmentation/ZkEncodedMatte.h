@@ -20,6 +20,13 @@ public:
     EncodedMatte() = default;
     // The image is best Format_Grayscale8; others are converted. Null images give "no mask".
     explicit EncodedMatte(const QImage &mask);
+    // What box(), objectPixels() and data() of another one said. False, and *matte is "no mask", when
+    // that cannot be.
+    static bool fromParts(const QSize &size,
+                          const QRect &box,
+                          int objectPixels,
+                          const QByteArray &data,
+                          EncodedMatte *matte);
 
     bool isNull() const { return m_size.isEmpty(); }
     QSize size() const { return m_size; } // of the frame
@@ -29,6 +36,8 @@ public:
     int objectPixels() const { return m_objectPixels; }
     bool hasObject() const { return m_objectPixels > 0; }
     int byteCount() const { return m_data.size(); }
+    QRect box() const { return m_box; } // of the pixels that are not 0
+    QByteArray data() const { return m_data; } // the box's pixels, compressed
 
     // Format_Grayscale8 of the frame's size; null for "no mask" and for damaged data.
     QImage decoded() const;

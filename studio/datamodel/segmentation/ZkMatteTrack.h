@@ -19,6 +19,7 @@ public:
     ~MatteTrack();
 
     qint64 frameCount() const { return m_mattes.size(); }
+    const QVector<EncodedMatte> &mattes() const { return m_mattes; } // frame by frame
     // Format_Grayscale8; null outside the track.
     QImage matteAt(qint64 frame) const;
     qint64 byteCount() const; // compressed

@@ -94,6 +94,11 @@ bool Segments::hasAnything(qint64 frame) const
     return !shown.first.isEmpty() || !shown.second.isEmpty();
 }
 
+float Segments::confidenceAt(qint64 frame) const
+{
+    return hasMask(frame) ? shownAt(frame).confidence : -1;
+}
+
 qint64 Segments::nearestObject(qint64 frame, int step) const
 {
     if (hasObject(frame))
@@ -133,11 +138,16 @@ void Segments::skipRevisions(quint64 upTo)
     while (last < upTo && !lastRevision.compare_exchange_weak(last, upTo)) { }
 }
 
+Segments::Shown Segments::shownOf(const TrackedSide &side)
+{
+    return {side.matte, {}, 1, side.confidence};
+}
+
 Segments::Shown Segments::shownAt(qint64 frame) const
 {
     const auto node = m_nodes.constFind(frame);
     if (node != m_nodes.constEnd())
-        return {node.value()->result, {}, 1};
+        return {node.value()->result, {}, 1, 1};
     const auto tracked = m_tracked.constFind(frame);
     return tracked != m_tracked.constEnd() ? trackedShownAt(frame, tracked.value()) : Shown();
 }
@@ -152,12 +162,15 @@ Segments::Shown Segments::trackedShownAt(qint64 frame, const TrackedMattes &matt
     if (isForwardFresh && isBackwardFresh) {
         const double weight = forwardWeight(frame, mattes);
         if (weight > 0 && weight < 1)
-            return {mattes.forward.matte, mattes.backward.matte, weight};
-        return {weight > 0 ? mattes.forward.matte : mattes.backward.matte, {}, 1};
+            return {mattes.forward.matte,
+                    mattes.backward.matte,
+                    weight,
+                    qMax(mattes.forward.confidence, mattes.backward.confidence)};
+        return shownOf(weight > 0 ? mattes.forward : mattes.backward);
     }
     if (isForwardFresh != isBackwardFresh)
-        return {isForwardFresh ? mattes.forward.matte : mattes.backward.matte, {}, 1};
-    return {later(mattes).matte, {}, 1};
+        return shownOf(isForwardFresh ? mattes.forward : mattes.backward);
+    return shownOf(later(mattes));
 }
 
 // Whether the run came from the node of that frame as it is now.

@@ -68,6 +68,9 @@ public:
     bool hasMask(qint64 frame) const;
     bool hasObject(qint64 frame) const; // any pixel of at least 128
     bool hasAnything(qint64 frame) const; // any pixel that is not 0
+    // How sure tracking is of the frame's mask, 0 (the object was lost) to 1; 1 for a node; -1 when the
+    // frame has no mask.
+    float confidenceAt(qint64 frame) const;
     // The nearest frame whose mask has an object: at `frame`, or else before it (step -1) or after it
     // (step 1); -1: none.
     qint64 nearestObject(qint64 frame, int step) const;
@@ -84,7 +87,9 @@ private:
         EncodedMatte first;
         EncodedMatte second; // null unless two runs share the frame
         double weight = 1; // of the first
+        float confidence = 1; // of the surer one
     };
+    static Shown shownOf(const TrackedSide &side);
     Shown shownAt(qint64 frame) const;
     Shown trackedShownAt(qint64 frame, const TrackedMattes &mattes) const;
     bool isFresh(qint64 seedFrame, const TrackedSide &side) const;

@@ -131,15 +131,45 @@ void ZkStudioSmartKeyingService::restoreNode(qint64 frame, const SegmentNodePtr 
     });
 }
 
+bool ZkStudioSmartKeyingService::removeNodes(const QVector<qint64> &frames, const QString &text)
+{
+    QVector<qint64> nodes;
+    for (qint64 frame : frames) {
+        if (m_segments.node(frame) && !nodes.contains(frame))
+            nodes.append(frame);
+    }
+    if (m_isLocked || nodes.isEmpty())
+        return false;
+    ZkStudioUndoRedoService *undo = timeline()->undoRedoService();
+    // The step is closed before the change is reported.
+    const ZkPauseEventCommander pause(undo);
+    const ZkUndoRedoCommander step(
+        undo, text, QStringLiteral("ZkStudioSmartKeyingService::removeNodes"));
+    for (qint64 frame : qAsConst(nodes))
+        changeNode(frame, {}, text);
+    return true;
+}
+
 void ZkStudioSmartKeyingService::storeTracked(qint64 frame, bool isForward, const TrackedSide &side)
 {
     m_segments.setTracked(frame, isForward, side);
+    m_trackedObservers.forEach([=](TrackedObserver *observer) { observer->onTrackedEvent(frame); });
 }
 
 void ZkStudioSmartKeyingService::closeTracking(const QMap<qint64, TrackedMattes> &before,
                                                const QString &text)
 {
     timeline()->undoRedoService()->push(new TrackItem(this, before, text));
+}
+
+void ZkStudioSmartKeyingService::addTrackedObserver(TrackedObserver *observer)
+{
+    m_trackedObservers.add(observer);
+}
+
+void ZkStudioSmartKeyingService::removeTrackedObserver(TrackedObserver *observer)
+{
+    m_trackedObservers.remove(observer);
 }
 
 void ZkStudioSmartKeyingService::reportChange()

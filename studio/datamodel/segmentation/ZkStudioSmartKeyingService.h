@@ -1,5 +1,6 @@
 #pragma once
 
+#include "../timeline/ZkObserverList.h"
 #include "ZkSegmentArchive.h"
 
 #include "ZkDataModel.h"
@@ -9,6 +10,18 @@
 
 class ZkStudioClip;
 class ZkStudioTimeline;
+
+namespace zk::datamodel {
+
+class ZK_INTERFACE TrackedObserver
+{
+public:
+    virtual ~TrackedObserver() = default;
+    // A run that is under way has stored its result of that frame.
+    virtual void onTrackedEvent(qint64 frame) = 0;
+};
+
+} // namespace zk::datamodel
 
 // The segmentation of one clip for one workspace. Frames are frames of the clip. GUI thread only; a
 // copy of segments() is for every thread.
@@ -36,7 +49,11 @@ public:
 
     // Undoable; a null node takes the frame's away.
     void changeNode(qint64 frame, const zk::datamodel::SegmentNodePtr &node, const QString &text);
-    // Stores the result of a run that is under way: neither an undo step nor reported.
+    // Takes the nodes of these frames away, with their strokes and masks, as one undoable step of that
+    // text, reported once. What tracking made of them stays until it is tracked again, as it does when a
+    // stroke is undone. False, and nothing has changed, while locked or when none of them has a node.
+    bool removeNodes(const QVector<qint64> &frames, const QString &text);
+    // Stores the result of a run that is under way: no undo step, and only tracked observers hear of it.
     void storeTracked(qint64 frame, bool isForward, const zk::datamodel::TrackedSide &side);
     // Makes all that was tracked since `before` one undo step of that text.
     void closeTracking(const QMap<qint64, zk::datamodel::TrackedMattes> &before,
@@ -47,6 +64,9 @@ public:
     void setWorkMode(ZKSMARTKEYING::ZkSegmentWorkMode mode) { m_workMode = mode; }
     // Called after a node was changed, undone or redone, and after its change record.
     void setNodeListener(NodeListener listener) { m_nodeListener = std::move(listener); }
+    // Not owned; an observer must be removed before it dies.
+    void addTrackedObserver(zk::datamodel::TrackedObserver *observer);
+    void removeTrackedObserver(zk::datamodel::TrackedObserver *observer);
     // Reports SegmentData.
     void reportChange();
 
@@ -89,5 +109,6 @@ private:
     bool m_isLocked = false;
     ZKSMARTKEYING::ZkSegmentWorkMode m_workMode = ZKSMARTKEYING::EditingMode;
     NodeListener m_nodeListener;
+    zk::datamodel::ObserverList<zk::datamodel::TrackedObserver> m_trackedObservers;
     std::shared_ptr<int> m_alive = std::make_shared<int>(0);
 };

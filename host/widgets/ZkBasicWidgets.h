@@ -16,8 +16,6 @@
 
 #include <memory>
 
-class QSpinBox;
-
 namespace ZKWIDGET {
 // Sizes of the widgets that come in several; the dynamic property "SizeKind" tells the skin.
 enum ZkSizeKind {
@@ -101,6 +99,7 @@ public:
     bool isRowHidden(int row) const;
 
 protected:
+    bool event(QEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 };
@@ -123,14 +122,32 @@ Q_SIGNALS:
     void sigItemClicked(int id);
 };
 
-// The skin's icon button. The icon comes from its style sheet ("qproperty-icon" per state).
+// The skin's icon button. Its style sheet names the icon: "qproperty-iconName". Enter clicks it while it
+// has the focus, as windows may have other uses for the space bar. What its tooltip says is its
+// accessible name, until it is given one.
 class ZKWIDGETS_EXPORT ZkToolButton : public QToolButton
 {
     Q_OBJECT
+    Q_PROPERTY(QString iconName READ iconName WRITE setIconName)
 
 public:
     explicit ZkToolButton(QWidget *parent = nullptr);
     ~ZkToolButton() override;
+
+    QString iconName() const { return m_iconName; }
+    // One of the skin's icons (ZkSkinManager::icon()) with its looks for all states.
+    void setIconName(const QString &name);
+
+protected:
+    bool event(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void followToolTip();
+
+    QString m_iconName;
+    QString m_nameFromToolTip;
 };
 
 // A button that shows a colour.
@@ -152,7 +169,8 @@ private:
     QColor m_color;
 };
 
-// A frameless dialog to choose a colour. Esc and a click beside it close it.
+// A frameless dialog to choose a colour. A click beside it and Enter close it; Esc does, too, and puts
+// the colour back that it was opened with.
 class ZKWIDGETS_EXPORT ZkColorSelecter : public QDialog
 {
     Q_OBJECT
@@ -164,9 +182,15 @@ public:
     QColor currentColor() const;
     // Does not report.
     void setCurrentColor(const QColor &color);
+    void reject() override;
 
 Q_SIGNALS:
     void sigCurrentColorChanged(const QColor &color); // by the user
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     class Private;
@@ -174,7 +198,8 @@ private:
 };
 
 // Shows and edits a position as hh:mm:ss:ff. Up, Down and the wheel step by a frame. What is typed is
-// taken over by Enter or when the focus leaves; a text that is no time is put back.
+// taken over by Enter or when the focus leaves; a text that is no time is put back, as Esc does. Typing
+// may leave out the hours, minutes and seconds, and the colons: "1210" is 12 seconds and 10 frames.
 class ZKWIDGETS_EXPORT ZkTimeEditWidget : public ZkWidget
 {
     Q_OBJECT
@@ -202,6 +227,7 @@ Q_SIGNALS:
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
     ZkTimeEditWidget(QWidget *parent, int kind);
@@ -228,6 +254,9 @@ public:
 
 Q_SIGNALS:
     void sigValueChanged(int value); // by the user, Add() or Sub()
+
+protected:
+    void changeEvent(QEvent *event) override;
 
 private:
     explicit ZkZoomSlider(QWidget *parent);

@@ -4,15 +4,31 @@
 #include "../ZkGlobal.h"
 
 #include <QColor>
+#include <QIcon>
 #include <QString>
 #include <QWidget>
 
 // Numbers of the skin's palette.
 namespace ZKSKIN {
 enum ZkColorType {
+    Canvas = 1, // behind pictures and between panels
+    Field = 2, // what one types or chooses in
+    Raised = 3, // buttons
+    RaisedHover = 4,
+    Border = 5,
+    Text = 6,
     KeepStroke = 7, // strokes that keep an area
+    DimText = 8,
+    DisabledText = 9,
+    Accent = 10, // what is chosen, on or has the focus
     PanelBackground = 11, // bars and panels
+    AccentHover = 12,
+    AccentPressed = 13,
+    OnAccent = 14, // text on the accent colour
     RemoveStroke = 116, // strokes that remove or erase an area
+    TimelinePlayhead = 201,
+    TimelineNode = 202, // frames with strokes
+    TimelineTracked = 203, // frames that tracking came by
 };
 }
 
@@ -27,6 +43,9 @@ public:
     // Resolves the key "area/objectName" to the skin's style sheet and sets it on the widget.
     // False, and the widget is left as it was, when the skin has no such key.
     bool applyStyleSheet(QWidget *widget, const QString &key) const;
+    // The icon of that name, as large as 24 widget pixels, with its looks when it is disabled and, for
+    // buttons that are on, when it is checked. A null icon when the skin lacks it.
+    QIcon icon(const QString &name) const;
 
 private:
     ZkSkinManager();

@@ -59,7 +59,8 @@ private:
 };
 
 // The bar under a player: playback buttons and a slider, which drive the player by themselves. Derived
-// bars lay them out. Buttons and slider are disabled while there is no player or nothing to play.
+// bars lay them out. The slider and all buttons but FitButton are disabled while there is no player or
+// nothing to play. FitButton does nothing by itself.
 class ZKWIDGETS_EXPORT ZkPlayerToolBarBase : public ZkWidget, private IZkPlayerControlObserver
 {
     Q_OBJECT
@@ -67,7 +68,7 @@ class ZKWIDGETS_EXPORT ZkPlayerToolBarBase : public ZkWidget, private IZkPlayerC
 public:
     enum ButtonId {
         PlayPauseButton = 1, // a switch button: state 1 play or pause, 2 stops tracking's look
-        StopButton = 3,
+        StopButton = 3, // and back to where playback started
         PreviousFrameButton = 4,
         NextFrameButton = 5,
         FitButton = 10,
@@ -75,6 +76,14 @@ public:
     enum SwitchState {
         PlaybackState = 1,
         TrackingState = 2, // the button shows that a tracking run is on
+    };
+
+    // Numbers that shortcutText() is asked for.
+    enum ShortcutId {
+        PlayPauseShortcut = 3000,
+        StopShortcut = 3001,
+        PreviousFrameShortcut = 3004,
+        NextFrameShortcut = 3005,
     };
 
     // ownButtons: lays out play, stop and steps by itself, before what derived bars add.
@@ -101,7 +110,8 @@ protected:
     // The clip has that many frames now.
     virtual void durationChanged(int duration);
     virtual void frameChanged(int frame);
-    // Sets all tooltips; also called when the language changes.
+    // Sets the tooltips of what a derived bar adds; called when the language changes. The base's buttons
+    // have theirs anyway.
     virtual void updateToolTip();
     // "text (key)" with the property WITH_SHORTCUT, or the text alone when the key is empty.
     static void setToolTipWithShortcut(QWidget *widget, const QString &text, const QString &key);
@@ -111,11 +121,14 @@ private:
     void playerStateChanged(int state) override;
     void playerFrameChanged(int frame) override;
     void playerDurationChanged(int frames) override;
+    ZkToolButton *makeButton(int id);
+    void layOutOwnButtons();
     void clicked(int id);
     void refresh();
+    void refreshToolTips();
 
     IZkPlayerControl *m_player = nullptr;
     QHash<int, ZkToolButton *> m_buttons;
     QHash<int, int> m_switchStates;
-    QSlider *m_slider = nullptr;
+    QSlider *m_slider = nullptr; // made on first use
 };

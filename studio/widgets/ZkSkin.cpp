@@ -39,7 +39,10 @@ ZkSkin::ZkSkin(const QString &folder)
     readPalette(dir.filePath(QStringLiteral("palette.json")));
     const auto files = dir.entryInfoList({QStringLiteral("*.qss")}, QDir::Files, QDir::Name);
     for (const QFileInfo &file : files)
-        readStyleSheets(file.filePath(), file.completeBaseName());
+        readSections(file.filePath(), file.completeBaseName());
+    const QStringList keys = m_sections.keys();
+    for (const QString &key : keys)
+        m_styleSheets.insert(key, withColors(withUsed(key), key));
 }
 
 void ZkSkin::readPalette(const QString &path)
@@ -71,7 +74,7 @@ void ZkSkin::addColor(const QJsonObject &entry)
         m_byNumber.insert(number.toInt(), color.rgb());
 }
 
-void ZkSkin::readStyleSheets(const QString &path, const QString &area)
+void ZkSkin::readSections(const QString &path, const QString &area)
 {
     static const QRegularExpression header(
         QStringLiteral("^/\\*\\s*@section\\s+(\\S+)\\s*\\*/\\s*$"),
@@ -83,9 +86,29 @@ void ZkSkin::readStyleSheets(const QString &path, const QString &area)
         const QRegularExpressionMatch next = header.match(text, begin);
         const int end = next.hasMatch() ? next.capturedStart() : text.size();
         const QString key = area + QLatin1Char('/') + section.captured(1);
-        m_styleSheets.insert(key, withColors(text.mid(begin, end - begin).trimmed(), key));
+        m_sections.insert(key, text.mid(begin, end - begin).trimmed());
         section = next;
     }
+}
+
+QString ZkSkin::withUsed(const QString &key) const
+{
+    static const QRegularExpression use(QStringLiteral("^@use\\s+(\\S+)\\s*$"),
+                                        QRegularExpression::MultilineOption);
+    const QString section = m_sections.value(key);
+    QString result = QLatin1String("");
+    int copied = 0;
+    auto uses = use.globalMatch(section);
+    while (uses.hasNext()) {
+        const QRegularExpressionMatch match = uses.next();
+        const auto used = m_sections.constFind(match.captured(1));
+        if (used == m_sections.constEnd())
+            warn(QStringLiteral("%1 uses the unknown section %2").arg(key, match.captured(1)));
+        result += section.midRef(copied, match.capturedStart() - copied);
+        result += used == m_sections.constEnd() ? QString() : *used + QLatin1Char('\n');
+        copied = match.capturedEnd();
+    }
+    return result + section.midRef(copied);
 }
 
 QString ZkSkin::withColors(const QString &section, const QString &key) const

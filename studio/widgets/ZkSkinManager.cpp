@@ -2,12 +2,21 @@
 
 #include "ZkSkin_p.h"
 
+#include <QFile>
+
 namespace {
 
 const ZkSkin &skin()
 {
     static const ZkSkin loaded(QStringLiteral(":/ZkSkin"));
     return loaded;
+}
+
+// Adding a file that is not there would hide the look that stands in for it.
+void addLook(QIcon &icon, const QString &path, QIcon::Mode mode, QIcon::State state)
+{
+    if (QFile::exists(path))
+        icon.addFile(path, QSize(), mode, state);
 }
 
 } // namespace
@@ -36,4 +45,16 @@ bool ZkSkinManager::applyStyleSheet(QWidget *widget, const QString &key) const
     if (widget->styleSheet() != styleSheet)
         widget->setStyleSheet(styleSheet);
     return true;
+}
+
+QIcon ZkSkinManager::icon(const QString &name) const
+{
+    const QString base = QStringLiteral(":/ZkSkin/icons/icon24_") + name;
+    const QString disabled = base + QLatin1String("_disabled.png");
+    QIcon icon;
+    addLook(icon, base + QLatin1String(".png"), QIcon::Normal, QIcon::Off);
+    addLook(icon, base + QLatin1String("_checked.png"), QIcon::Normal, QIcon::On);
+    addLook(icon, disabled, QIcon::Disabled, QIcon::Off);
+    addLook(icon, disabled, QIcon::Disabled, QIcon::On);
+    return icon;
 }

@@ -1,7 +1,7 @@
 # Sourced by ./run and ./test: installs the Debian packages that are missing.
 
 zk_packages="cmake ninja-build g++ pkg-config
-qtbase5-dev libqt5sql5-sqlite
+qtbase5-dev qttools5-dev qttools5-dev-tools libqt5sql5-sqlite qttranslations5-l10n
 libopencv-dev
 libavformat-dev libavcodec-dev libavutil-dev libswscale-dev libswresample-dev
 fonts-dejavu-core"

@@ -1,0 +1,20 @@
+# zk_add_translations(TARGET FILE.ts ...)
+# Compiles the translations and embeds them in the target as :/ZkTranslations/FILE.qm.
+function(zk_add_translations target)
+    qt5_add_translation(compiled ${ARGN})
+    set(entries "")
+    foreach(file IN LISTS compiled)
+        get_filename_component(name ${file} NAME)
+        string(APPEND entries "        <file alias=\"${name}\">${file}</file>\n")
+    endforeach()
+    set(list ${CMAKE_CURRENT_BINARY_DIR}/${target}Translations.qrc)
+    file(CONFIGURE OUTPUT ${list} @ONLY CONTENT
+"<RCC>
+    <qresource prefix=\"/ZkTranslations\">
+@entries@    </qresource>
+</RCC>
+")
+    qt5_add_resources(embedded ${list})
+    set_source_files_properties(${embedded} PROPERTIES SKIP_AUTOGEN ON)
+    target_sources(${target} PRIVATE ${embedded})
+endfunction()

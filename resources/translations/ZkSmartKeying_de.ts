@@ -1,0 +1,140 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name>ZCutoutPresetItemManager</name>
+    <message>
+        <source>Download failed. Please try again later.</source>
+        <translation>Herunterladen fehlgeschlagen. Bitte versuchen Sie es später erneut.</translation>
+    </message>
+</context>
+<context>
+    <name>ZCutoutPresetItemModel</name>
+    <message>
+        <source>None</source>
+        <translation>Keine</translation>
+    </message>
+</context>
+<context>
+    <name>ZkSmartKeyingHeaderToolBar</name>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <source>Mask Areas to Keep</source>
+        <translation>Zu behaltende Bereiche markieren</translation>
+    </message>
+    <message>
+        <source>Mask Areas to Remove</source>
+        <translation>Zu entfernende Bereiche markieren</translation>
+    </message>
+    <message>
+        <source>Eraser</source>
+        <translation>Radierer</translation>
+    </message>
+    <message>
+        <source>Pan</source>
+        <translation>Ansicht verschieben</translation>
+    </message>
+    <message>
+        <source>Invert Mask</source>
+        <translation>Maske umkehren</translation>
+    </message>
+    <message>
+        <source>Preview Mode</source>
+        <translation>Vorschaumodus</translation>
+    </message>
+    <message>
+        <source>Overlay Color</source>
+        <translation>Überlagerungsfarbe</translation>
+    </message>
+    <message>
+        <source>Toggle Alpha Overlay</source>
+        <translation>Farbüberlagerung anzeigen</translation>
+    </message>
+    <message>
+        <source>Toggle Transparency Grid</source>
+        <translation>Transparenz als Schachbrett anzeigen</translation>
+    </message>
+    <message>
+        <source>Toggle Transparency Black</source>
+        <translation>Transparenz schwarz anzeigen</translation>
+    </message>
+    <message>
+        <source>Toggle Alpha</source>
+        <translation>Alphakanal anzeigen</translation>
+    </message>
+    <message>
+        <source>Zoom Level - Fit:</source>
+        <translation>Zoomstufe – Einpassen:</translation>
+    </message>
+</context>
+<context>
+    <name>ZkSmartKeyingMediaPlayerWidget</name>
+    <message>
+        <source>Please draw mask first. Then you can start tracking.</source>
+        <translation>Zeichnen Sie zuerst eine Maske. Danach können Sie das Tracking starten.</translation>
+    </message>
+    <message>
+        <source>Track rendering failed, please try again!</source>
+        <translation>Das Tracking ist fehlgeschlagen. Bitte versuchen Sie es erneut!</translation>
+    </message>
+    <message>
+        <source>No objects to track in this direction, please select another direction.</source>
+        <translation>In dieser Richtung gibt es kein Objekt zum Verfolgen. Bitte wählen Sie eine andere Richtung.</translation>
+    </message>
+</context>
+<context>
+    <name>ZkSmartKeyingPlayerToolBar</name>
+    <message>
+        <source>Playhead Position</source>
+        <translation>Position des Abspielkopfs</translation>
+    </message>
+    <message>
+        <source>Zoom out</source>
+        <translation>Verkleinern</translation>
+    </message>
+    <message>
+        <source>Zoom in</source>
+        <translation>Vergrößern</translation>
+    </message>
+    <message>
+        <source>Zoom to Fit Timeline</source>
+        <translation>Timeline einpassen</translation>
+    </message>
+</context>
+<context>
+    <name>ZkSmartKeyingPresenter</name>
+    <message>
+        <source>Change pen width</source>
+        <translation>Pinselgröße ändern</translation>
+    </message>
+</context>
+<context>
+    <name>ZkSmartKeyingProgressOverlayWidget</name>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>%1%</source>
+        <translation>%1 %</translation>
+    </message>
+</context>
+<context>
+    <name>ZkZoomLevelBox</name>
+    <message>
+        <source>Fit</source>
+        <translation>Einpassen</translation>
+    </message>
+    <message>
+        <source>%1%</source>
+        <translation>%1 %</translation>
+    </message>
+</context>
+</TS>

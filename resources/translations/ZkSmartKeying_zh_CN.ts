@@ -1,0 +1,140 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_CN" sourcelanguage="en">
+<context>
+    <name>ZCutoutPresetItemManager</name>
+    <message>
+        <source>Download failed. Please try again later.</source>
+        <translation>下载失败，请稍后重试。</translation>
+    </message>
+</context>
+<context>
+    <name>ZCutoutPresetItemModel</name>
+    <message>
+        <source>None</source>
+        <translation>无</translation>
+    </message>
+</context>
+<context>
+    <name>ZkSmartKeyingHeaderToolBar</name>
+    <message>
+        <source>Undo</source>
+        <translation>撤销</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>重做</translation>
+    </message>
+    <message>
+        <source>Mask Areas to Keep</source>
+        <translation>绘制要保留的区域</translation>
+    </message>
+    <message>
+        <source>Mask Areas to Remove</source>
+        <translation>绘制要移除的区域</translation>
+    </message>
+    <message>
+        <source>Eraser</source>
+        <translation>橡皮擦</translation>
+    </message>
+    <message>
+        <source>Pan</source>
+        <translation>平移</translation>
+    </message>
+    <message>
+        <source>Invert Mask</source>
+        <translation>反转蒙版</translation>
+    </message>
+    <message>
+        <source>Preview Mode</source>
+        <translation>预览模式</translation>
+    </message>
+    <message>
+        <source>Overlay Color</source>
+        <translation>叠加颜色</translation>
+    </message>
+    <message>
+        <source>Toggle Alpha Overlay</source>
+        <translation>显示 Alpha 叠加</translation>
+    </message>
+    <message>
+        <source>Toggle Transparency Grid</source>
+        <translation>显示透明网格</translation>
+    </message>
+    <message>
+        <source>Toggle Transparency Black</source>
+        <translation>显示黑色背景</translation>
+    </message>
+    <message>
+        <source>Toggle Alpha</source>
+        <translation>显示 Alpha 通道</translation>
+    </message>
+    <message>
+        <source>Zoom Level - Fit:</source>
+        <translation>缩放级别 - 适合窗口：</translation>
+    </message>
+</context>
+<context>
+    <name>ZkSmartKeyingMediaPlayerWidget</name>
+    <message>
+        <source>Please draw mask first. Then you can start tracking.</source>
+        <translation>请先绘制蒙版，然后即可开始跟踪。</translation>
+    </message>
+    <message>
+        <source>Track rendering failed, please try again!</source>
+        <translation>跟踪渲染失败，请重试！</translation>
+    </message>
+    <message>
+        <source>No objects to track in this direction, please select another direction.</source>
+        <translation>此方向上没有可跟踪的对象，请选择其他方向。</translation>
+    </message>
+</context>
+<context>
+    <name>ZkSmartKeyingPlayerToolBar</name>
+    <message>
+        <source>Playhead Position</source>
+        <translation>播放头位置</translation>
+    </message>
+    <message>
+        <source>Zoom out</source>
+        <translation>缩小</translation>
+    </message>
+    <message>
+        <source>Zoom in</source>
+        <translation>放大</translation>
+    </message>
+    <message>
+        <source>Zoom to Fit Timeline</source>
+        <translation>缩放以适合时间线</translation>
+    </message>
+</context>
+<context>
+    <name>ZkSmartKeyingPresenter</name>
+    <message>
+        <source>Change pen width</source>
+        <translation>更改画笔粗细</translation>
+    </message>
+</context>
+<context>
+    <name>ZkSmartKeyingProgressOverlayWidget</name>
+    <message>
+        <source>Progress</source>
+        <translation>进度</translation>
+    </message>
+    <message>
+        <source>%1%</source>
+        <translation>%1%</translation>
+    </message>
+</context>
+<context>
+    <name>ZkZoomLevelBox</name>
+    <message>
+        <source>Fit</source>
+        <translation>适合</translation>
+    </message>
+    <message>
+        <source>%1%</source>
+        <translation>%1%</translation>
+    </message>
+</context>
+</TS>

@@ -95,6 +95,11 @@ QSize RenderSnapshot::frameSize() const
     return m_data ? m_data->format.frameSize : QSize();
 }
 
+qint64 RenderSnapshot::inFrame() const
+{
+    return m_data ? m_data->inFrame : 0;
+}
+
 qint64 RenderSnapshot::frameCount() const
 {
     return m_data ? m_data->frameCount : 0;

@@ -35,6 +35,7 @@ public:
     bool isNull() const { return !m_data; }
     QString mediaPath() const;
     QSize frameSize() const; // pixels
+    qint64 inFrame() const; // frame of the file that frame 0 shows
     qint64 frameCount() const;
     int frameRateNum() const;
     int frameRateDen() const;

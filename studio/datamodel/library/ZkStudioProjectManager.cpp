@@ -76,7 +76,12 @@ bool ZkStudioProjectManager::isNewProject() const
 
 void ZkStudioProjectManager::startProject()
 {
-    m_projectId = QUuid::createUuid().toString(QUuid::WithoutBraces);
+    startProject(QUuid::createUuid().toString(QUuid::WithoutBraces));
+}
+
+void ZkStudioProjectManager::startProject(const QString &id)
+{
+    m_projectId = id;
     m_isNewProject = true;
 }
 

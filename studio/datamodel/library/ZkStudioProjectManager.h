@@ -27,6 +27,8 @@ public:
 
     // A project with a fresh id that has never been saved. The one at the start is such.
     void startProject();
+    // The same, with an id that it had before (a recovered project).
+    void startProject(const QString &id);
     // The project with that id was read from a file.
     void setOpenedProject(const QString &id);
     void setProjectSaved();

@@ -73,6 +73,7 @@ Q_SIGNALS:
 
 private:
     bool takeSlot(const QString &file);
+    void schedule();
     void onContentChanged();
     void onDirtyChanged(bool dirty);
     void onReset();

@@ -6,6 +6,7 @@
 
 #include <QDateTime>
 #include <QString>
+#include <QStringList>
 
 namespace zk::datamodel {
 
@@ -37,5 +38,8 @@ ZKDATAMODEL_EXPORT bool probeMedia(const QString &path, MediaEntry *entry, QStri
 // Otherwise *reason (may be null) says what differs.
 ZKDATAMODEL_EXPORT bool
 fitsInPlaceOf(const MediaEntry &old, const MediaEntry &other, QString *reason);
+
+// The entry as its file is now, which is looked for at these places in turn.
+MediaEntry lookedUp(const MediaEntry &known, const QStringList &places);
 
 } // namespace zk::datamodel

@@ -64,7 +64,6 @@ public:
     bool isSaving() const;
     // Until the save that is under way is done and savingFinished() has been emitted.
     void waitForSaving();
-    // With the origin set, for an autosave.
     ProjectSnapshot snapshot() const;
 
     const QVector<MediaEntry> &media() const { return m_media; } // in the order of their import
@@ -101,6 +100,7 @@ public:
     ZkStudioUndoRedoService *undoRedoService() const;
 
 Q_SIGNALS:
+    void aboutToReset(); // the clips of before are alive until reset() has been emitted
     void reset(); // everything is another one
     void clipAdded(zk::datamodel::ProjectClip *clip);
     void clipRemoved(zk::datamodel::ProjectClip *clip); // it is alive during the call
@@ -119,24 +119,36 @@ Q_SIGNALS:
     void savingFinished(bool success, const QString &error);
 
 private:
-    friend class ProjectEdits;
-    class Loaded;
-    struct Mark; // a state of the content
+    class PlaceMediaItem;
+    class PlaceClipItem;
+    class MoveClipItem;
 
-    bool load(const QString &path, Loaded *loaded, QString *error) const;
-    void replace(Loaded *loaded, const QString &path);
-    void adoptClips(const QVector<ProjectClipPtr> &clips);
+    // A state of the content, so that a save knows which one it has saved.
+    struct Mark
+    {
+        quint64 step = 0; // of the history
+        quint64 modifications = 0; // that are no undo steps
+        bool operator==(const Mark &other) const
+        {
+            return step == other.step && modifications == other.modifications;
+        }
+    };
     Mark mark() const;
-    void onSaved(const QString &path, quint64 state, quint64 modifications);
-    void onWritten(bool success, const QString &error);
     void updateDirty();
     void onHistoryChanged();
-    void updateClips(qint64 mediaId);
+
+    void replace(const ProjectSnapshot &snapshot, const QString &path, bool isSaved);
+    void take(const ProjectSnapshot &snapshot);
+    void onSaved(const QString &path, const Mark &mark);
+    void onWritten(bool success, const QString &error);
+
     MediaEntry *mediaEntry(qint64 id);
+    void setMediaEntry(const MediaEntry &entry);
     void putMedia(const MediaEntry &entry, int index);
     void takeMedia(qint64 id);
     void putClip(const ProjectClipPtr &clip, int index);
     void takeClip(const ProjectClipPtr &clip);
+    void shiftClip(int from, int to);
 
     ZkStudioProjectManager *const m_manager;
     QString m_id;
@@ -145,10 +157,11 @@ private:
     QVector<ProjectClipPtr> m_clips;
     qint64 m_currentClip = 0;
     qint64 m_lastId = 0; // of media and clips
-    quint64 m_modifications = 0; // that are no undo steps
-    quint64 m_savedModifications = 0;
-    quint64 m_savedState = 0; // of the history
+    quint64 m_modifications = 0;
+    Mark m_saved;
     bool m_wasDirty = false;
+    QString m_savingPath;
+    Mark m_saving;
     std::unique_ptr<ProjectHistory> m_history;
     std::unique_ptr<SnapshotWriter> m_writer;
 };

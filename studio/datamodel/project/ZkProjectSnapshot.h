@@ -4,6 +4,7 @@
 #include "../segmentation/ZkSegmentArchive.h"
 #include "ZkMediaEntry.h"
 
+#include "ZkLook.h"
 #include "datamodel/ZkSmartKeyingTypes.h"
 
 #include <QVector>
@@ -22,11 +23,10 @@ class MatteTrack;
 // and write it while the project is being edited.
 struct ZKDATAMODEL_EXPORT ProjectSnapshot
 {
-    struct Effect
+    struct Effect // a cutout
     {
-        int type = 0;
+        zk::effects::Look look;
         QString slug;
-        QByteArray settings; // JSON of the look; empty: the plain cutout
         bool isEnabled = true;
     };
     struct Segmentation
@@ -53,11 +53,11 @@ struct ZKDATAMODEL_EXPORT ProjectSnapshot
     QVector<Clip> clips;
     qint64 currentClip = 0; // 0: none
 
-    // Rows for a file in that folder, which paths are also kept relative to.
+    // Paths are also kept relative to the folder; empty: they are not.
     zk::storage::ProjectRecord toRecord(const QString &folder) const;
     // False when the rows contradict each other or hold damaged data; *this is undefined then. Media
-    // are as they were noted, not looked up.
-    bool fromRecord(const zk::storage::ProjectRecord &record);
+    // are looked for, first relative to the folder.
+    bool fromRecord(const zk::storage::ProjectRecord &record, const QString &folder);
 };
 
 } // namespace zk::datamodel

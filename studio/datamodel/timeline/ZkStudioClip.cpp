@@ -39,6 +39,11 @@ const zk::media::MediaInfo &ZkStudioClip::media() const
     return m_source->info();
 }
 
+void ZkStudioClip::setMedia(const zk::media::MediaInfo &media)
+{
+    m_source->setInfo(media);
+}
+
 ZkStudioSmartKeyingService *
 ZkStudioClip::studioService(ZKSMARTKEYING::ZkSmartKeyingBusinessType type) const
 {

@@ -35,6 +35,8 @@ public:
     std::unique_ptr<ZkStudioClip> copyTo(ZkStudioTimeline *timeline) const;
 
     const zk::media::MediaInfo &media() const;
+    // Another file with the same pictures at another place; neither an undo step nor reported.
+    void setMedia(const zk::media::MediaInfo &media);
     QSize frameSize() const { return media().size; }
     qint64 inFrame() const { return m_inFrame; } // frame of the file
     qint64 frameCount() const { return m_frameCount; }

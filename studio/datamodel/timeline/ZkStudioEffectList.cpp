@@ -90,11 +90,14 @@ ZkStudioEffect *ZkStudioEffectList::cutoutEffect() const
 
 void ZkStudioEffectList::copyFrom(const ZkStudioEffectList &other)
 {
-    for (const ZkEffectPtr &effect : other.m_effects) {
-        const ZkEffectPtr copy = effect->createInstance();
-        copy.staticCast<ZkStudioEffect>()->setList(this);
-        m_effects.append(copy);
-    }
+    for (const ZkEffectPtr &effect : other.m_effects)
+        restore(effect->createInstance());
+}
+
+void ZkStudioEffectList::restore(const ZkEffectPtr &effect)
+{
+    effect.staticCast<ZkStudioEffect>()->setList(this);
+    m_effects.append(effect);
 }
 
 void ZkStudioEffectList::changeEnabled(ZkStudioEffect *effect, bool enabled)

@@ -18,6 +18,8 @@ public:
     ZkStudioEffect *cutoutEffect() const;
     // Copies of the effects of an unused list, without undo steps and reports.
     void copyFrom(const ZkStudioEffectList &other);
+    // Puts an effect of no clip at the end, without an undo step and a report.
+    void restore(const ZkEffectPtr &effect);
     // Enables or disables the effect as an undo step.
     void changeEnabled(ZkStudioEffect *effect, bool enabled);
 

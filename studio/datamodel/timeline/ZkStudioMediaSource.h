@@ -12,10 +12,11 @@ public:
     { }
 
     const zk::media::MediaInfo &info() const { return m_info; }
+    void setInfo(const zk::media::MediaInfo &info) { m_info = info; }
 
     QString filePath() const override { return m_info.path; }
     bool isAnimatedGif() const override { return m_info.isAnimatedGif; }
 
 private:
-    const zk::media::MediaInfo m_info;
+    zk::media::MediaInfo m_info;
 };

@@ -9,20 +9,39 @@ Q_LOGGING_CATEGORY(lcUndo, "zk.undo")
 
 namespace {
 
+quint64 nextState()
+{
+    static quint64 last = 0; // GUI thread only
+    return ++last;
+}
+
 class Command : public QUndoCommand
 {
 public:
     explicit Command(std::unique_ptr<IZkUndoRedoItem> item)
         : QUndoCommand(item->description())
         , m_item(std::move(item))
+        , m_state(nextState())
     { }
+
+    quint64 state() const { return m_state; }
 
     void redo() override { m_item->redo(); }
     void undo() override { m_item->undo(); }
 
 private:
     const std::unique_ptr<IZkUndoRedoItem> m_item;
+    const quint64 m_state; // that it leads to
 };
+
+// Of a macro it is that of its last command.
+quint64 stateOf(const QUndoCommand *step)
+{
+    while (step->childCount() > 0)
+        step = step->child(step->childCount() - 1);
+    const auto *command = dynamic_cast<const Command *>(step);
+    return command ? command->state() : 0; // a macro that is just being begun
+}
 
 } // namespace
 
@@ -45,7 +64,8 @@ private:
 };
 
 ZkStudioUndoRedoService::ZkStudioUndoRedoService(ChangeSink sink)
-    : m_sink(std::move(sink))
+    : m_baseState(nextState())
+    , m_sink(std::move(sink))
 { }
 
 ZkStudioUndoRedoService::~ZkStudioUndoRedoService() = default;
@@ -60,6 +80,13 @@ void ZkStudioUndoRedoService::runAfterStep(std::function<void()> function)
 {
     m_functions.append(std::move(function));
     flushFunctions();
+}
+
+// While a macro is open it is the last step on the stack, but not counted yet.
+quint64 ZkStudioUndoRedoService::stateId() const
+{
+    const int steps = m_stack.index() + (isMacroStarted() ? 1 : 0);
+    return steps > 0 ? stateOf(m_stack.command(steps - 1)) : m_baseState;
 }
 
 void ZkStudioUndoRedoService::setBlocked(bool blocked)
@@ -111,6 +138,7 @@ void ZkStudioUndoRedoService::clearHistory()
     {
         const Working working(this);
         hadHistory = closeMacros() || m_stack.count() > 0;
+        m_baseState = stateId();
         m_stack.clear();
     }
     settle(hadHistory);

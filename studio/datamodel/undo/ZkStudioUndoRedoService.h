@@ -33,6 +33,10 @@ public:
     // Runs the function at once, or after the step that is being done and its change records.
     void runAfterStep(std::function<void()> function);
 
+    // Names the state that the steps have led to: undo and redo come back to the same number, no other
+    // state has it, and clearing the history keeps it. Changes that were not recorded do not count.
+    quint64 stateId() const;
+
     // While blocked, undo() and redo() are refused; what there is to undo stays the same.
     void setBlocked(bool blocked);
     bool isBlocked() const { return m_isBlocked; }
@@ -72,6 +76,7 @@ private:
     bool flushFunctions();
 
     QUndoStack m_stack;
+    quint64 m_baseState; // without any step
     ChangeSink m_sink;
     QStringList m_macros; // the open ones, outermost first
     int m_startedMacros = 0; // how many of them the stack knows

@@ -1,0 +1,223 @@
+#include "ProjectRows_p.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+
+namespace zk::storage {
+
+namespace {
+
+// Mattes that share their bytes are one; the bytes of an empty one are nowhere.
+QByteArray keyOf(const MatteRecord &matte)
+{
+    const quintptr place = matte.pixels.isEmpty() ? 0 : quintptr(matte.pixels.constData());
+    QByteArray key;
+    for (const qint64 part : {qint64(place),
+                              qint64(matte.size.width()),
+                              qint64(matte.size.height()),
+                              qint64(matte.box.x()),
+                              qint64(matte.box.y()),
+                              qint64(matte.box.width()),
+                              qint64(matte.box.height())})
+        key.append(reinterpret_cast<const char *>(&part), int(sizeof part));
+    return key;
+}
+
+// Texts and bytes that are null would come back as NULL.
+QString text(const QString &value)
+{
+    return value.isNull() ? QStringLiteral("") : value;
+}
+
+} // namespace
+
+bool ProjectWriter::write(const ProjectRecord &project)
+{
+    collect(project);
+    return m_database.run(QStringLiteral("BEGIN")) && writeMattes() && writeMedia(project)
+        && writeClips(project) && writeEffects(project) && writeSegmentations(project)
+        && writeNodes(project) && writeTracked(project) && writeApplied(project)
+        && writeProject(project) && m_database.run(QStringLiteral("COMMIT"));
+}
+
+void ProjectWriter::collect(const ProjectRecord &project)
+{
+    for (const ClipRecord &clip : project.clips) {
+        for (const SegmentationRecord &segmentation : clip.segmentations) {
+            for (const NodeRecord &node : segmentation.nodes) {
+                for (const MatteRecord *matte :
+                     {&node.keep, &node.remove, &node.erase, &node.given, &node.result})
+                    collect(*matte);
+            }
+            for (const TrackedRecord &tracked : segmentation.tracked)
+                collect(tracked.matte);
+        }
+        for (const MatteRecord &matte : clip.mattes)
+            collect(matte);
+    }
+}
+
+void ProjectWriter::collect(const MatteRecord &matte)
+{
+    if (matte.isNull() || m_ids.contains(keyOf(matte)))
+        return;
+    m_mattes.append(matte);
+    m_ids.insert(keyOf(matte), m_mattes.size());
+}
+
+QVariant ProjectWriter::idOf(const MatteRecord &matte) const
+{
+    return matte.isNull() ? QVariant(QVariant::LongLong) : QVariant(m_ids.value(keyOf(matte)));
+}
+
+bool ProjectWriter::writeMattes()
+{
+    bool isGood = m_database.beginTable(ProjectTable::Matte);
+    for (int i = 0; i < m_mattes.size() && isGood; ++i) {
+        const MatteRecord &matte = m_mattes.at(i);
+        isGood = m_database.addRow({i + 1,
+                                    matte.size.width(),
+                                    matte.size.height(),
+                                    matte.box.x(),
+                                    matte.box.y(),
+                                    matte.box.width(),
+                                    matte.box.height(),
+                                    matte.objectPixels,
+                                    matte.pixels});
+    }
+    return isGood;
+}
+
+bool ProjectWriter::writeMedia(const ProjectRecord &project)
+{
+    bool isGood = m_database.beginTable(ProjectTable::Media);
+    for (int i = 0; i < project.media.size() && isGood; ++i) {
+        const MediaRecord &media = project.media.at(i);
+        isGood = m_database.addRow({i,
+                                    media.id,
+                                    text(media.path),
+                                    text(media.relativePath),
+                                    media.fileSize,
+                                    media.modified,
+                                    media.size.width(),
+                                    media.size.height(),
+                                    media.frameRateNum,
+                                    media.frameRateDen,
+                                    media.frameCount,
+                                    int(media.hasAudio),
+                                    int(media.isStill),
+                                    int(media.isAnimatedGif),
+                                    int(media.hasAlpha),
+                                    int(media.isVariableRate),
+                                    media.rotation,
+                                    text(media.formatSuffix)});
+    }
+    return isGood;
+}
+
+bool ProjectWriter::writeClips(const ProjectRecord &project)
+{
+    bool isGood = m_database.beginTable(ProjectTable::Clip);
+    for (int i = 0; i < project.clips.size() && isGood; ++i) {
+        const ClipRecord &clip = project.clips.at(i);
+        isGood = m_database.addRow(
+            {i, clip.id, clip.media, clip.inFrame, clip.frameCount, clip.playhead});
+    }
+    return isGood;
+}
+
+bool ProjectWriter::writeEffects(const ProjectRecord &project)
+{
+    bool isGood = m_database.beginTable(ProjectTable::Effect);
+    for (const ClipRecord &clip : project.clips) {
+        for (const EffectRecord &effect : clip.effects)
+            isGood = isGood
+                && m_database.addRow({clip.id,
+                                      effect.type,
+                                      text(effect.slug),
+                                      effect.settings,
+                                      int(effect.isEnabled)});
+    }
+    return isGood;
+}
+
+bool ProjectWriter::writeSegmentations(const ProjectRecord &project)
+{
+    bool isGood = m_database.beginTable(ProjectTable::Segmentation);
+    for (const ClipRecord &clip : project.clips) {
+        for (const SegmentationRecord &segmentation : clip.segmentations)
+            isGood = isGood
+                && m_database.addRow({clip.id,
+                                      segmentation.businessType,
+                                      segmentation.previewType,
+                                      text(segmentation.overlayColour),
+                                      segmentation.overlayAlpha,
+                                      int(segmentation.isInverted)});
+    }
+    return isGood;
+}
+
+bool ProjectWriter::writeNodes(const ProjectRecord &project)
+{
+    bool isGood = m_database.beginTable(ProjectTable::Node);
+    for (const ClipRecord &clip : project.clips) {
+        for (const SegmentationRecord &segmentation : clip.segmentations) {
+            for (const NodeRecord &node : segmentation.nodes)
+                isGood = isGood
+                    && m_database.addRow({clip.id,
+                                          segmentation.businessType,
+                                          node.frame,
+                                          qint64(node.revision),
+                                          idOf(node.keep),
+                                          idOf(node.remove),
+                                          idOf(node.erase),
+                                          idOf(node.given),
+                                          idOf(node.result)});
+        }
+    }
+    return isGood;
+}
+
+bool ProjectWriter::writeTracked(const ProjectRecord &project)
+{
+    bool isGood = m_database.beginTable(ProjectTable::Tracked);
+    for (const ClipRecord &clip : project.clips) {
+        for (const SegmentationRecord &segmentation : clip.segmentations) {
+            for (const TrackedRecord &tracked : segmentation.tracked)
+                isGood = isGood
+                    && m_database.addRow({clip.id,
+                                          segmentation.businessType,
+                                          tracked.frame,
+                                          int(tracked.isForward),
+                                          idOf(tracked.matte),
+                                          tracked.confidence,
+                                          tracked.seed,
+                                          qint64(tracked.seedRevision),
+                                          qint64(tracked.serial)});
+        }
+    }
+    return isGood;
+}
+
+bool ProjectWriter::writeApplied(const ProjectRecord &project)
+{
+    bool isGood = m_database.beginTable(ProjectTable::Applied);
+    for (const ClipRecord &clip : project.clips) {
+        for (int frame = 0; frame < clip.mattes.size() && isGood; ++frame)
+            isGood = m_database.addRow({clip.id, frame, idOf(clip.mattes.at(frame))});
+    }
+    return isGood;
+}
+
+bool ProjectWriter::writeProject(const ProjectRecord &project)
+{
+    return m_database.beginTable(ProjectTable::Project)
+        && m_database.addRow({text(project.id),
+                              QCoreApplication::applicationVersion(),
+                              QDateTime::currentMSecsSinceEpoch(),
+                              text(project.origin),
+                              project.currentClip,
+                              QString::fromLatin1(m_database.digest())});
+}
+
+} // namespace zk::storage

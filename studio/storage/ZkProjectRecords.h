@@ -1,0 +1,111 @@
+// The rows of a project file.
+#pragma once
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QRect>
+#include <QSize>
+#include <QString>
+#include <QVector>
+
+namespace zk::storage {
+
+// A compressed mask. Records with the same bytes (not merely equal ones) are stored once.
+struct MatteRecord
+{
+    QSize size; // of the frame; empty: no mask
+    QRect box; // of the pixels that the bytes hold
+    int objectPixels = 0;
+    QByteArray pixels;
+
+    bool isNull() const { return size.isEmpty(); }
+};
+
+struct MediaRecord
+{
+    qint64 id = 0;
+    QString path; // absolute
+    QString relativePath; // to the folder of the project; empty: there is no way from there
+    qint64 fileSize = 0; // bytes
+    qint64 modified = 0; // ms since 1970, UTC
+    // What was found in it.
+    QSize size;
+    int frameRateNum = 0;
+    int frameRateDen = 1;
+    qint64 frameCount = 0;
+    bool hasAudio = false;
+    bool isStill = false;
+    bool isAnimatedGif = false;
+    bool hasAlpha = false;
+    bool isVariableRate = false;
+    int rotation = 0;
+    QString formatSuffix;
+};
+
+struct EffectRecord
+{
+    int type = 0;
+    QString slug;
+    QByteArray settings;
+    bool isEnabled = true;
+};
+
+struct NodeRecord
+{
+    qint64 frame = 0;
+    quint64 revision = 0;
+    MatteRecord keep;
+    MatteRecord remove;
+    MatteRecord erase;
+    MatteRecord given;
+    MatteRecord result;
+};
+
+struct TrackedRecord
+{
+    qint64 frame = 0;
+    bool isForward = true;
+    MatteRecord matte;
+    double confidence = 0;
+    qint64 seed = -1;
+    quint64 seedRevision = 0;
+    quint64 serial = 0;
+};
+
+struct SegmentationRecord
+{
+    int businessType = 0;
+    int previewType = 0;
+    QString overlayColour; // #aarrggbb
+    int overlayAlpha = 0;
+    bool isInverted = false;
+    QVector<NodeRecord> nodes; // by frame
+    QVector<TrackedRecord> tracked; // by frame
+};
+
+struct ClipRecord
+{
+    qint64 id = 0;
+    qint64 media = 0;
+    qint64 inFrame = 0;
+    qint64 frameCount = 0;
+    qint64 playhead = 0;
+    QVector<EffectRecord> effects; // in their order
+    QVector<SegmentationRecord> segmentations;
+    QVector<MatteRecord> mattes; // of the applied cutout, frame by frame; empty: none
+};
+
+struct ProjectRecord
+{
+    QString id;
+    QString origin; // of an autosave: the project's own file
+    qint64 currentClip = 0;
+    QVector<MediaRecord> media;
+    QVector<ClipRecord> clips; // in their order
+
+    // Set by reading; writing puts in what is true then.
+    QString application; // version of the program that wrote it
+    QDateTime saved; // UTC
+};
+
+} // namespace zk::storage

@@ -109,7 +109,7 @@ ExitCode CutoutOptions::parse(const QStringList &arguments, QString *message)
     *message =
         QStringLiteral("--background must be a colour (#rrggbb or a name) or a picture file");
     if (parser.isSet(QStringLiteral("background"))
-        && !readBackground(parser.value(QStringLiteral("background"))))
+        && !setBackground(parser.value(QStringLiteral("background"))))
         return ExitCode::Usage;
     return check(message);
 }
@@ -160,16 +160,6 @@ bool CutoutOptions::readDirection(const QString &text)
     else
         return text == QLatin1String("both");
     return true;
-}
-
-bool CutoutOptions::readBackground(const QString &text)
-{
-    if (QFileInfo::exists(text)) {
-        backgroundPicture = text;
-        return true;
-    }
-    backgroundColour = QColor(text);
-    return backgroundColour.isValid();
 }
 
 } // namespace zk::app

@@ -2,14 +2,11 @@
 #pragma once
 
 #include "ZkExitCode.h"
-
-#include <QColor>
-#include <QString>
-#include <QStringList>
+#include "ZkExportSettings.h"
 
 namespace zk::app {
 
-struct CutoutOptions
+struct CutoutOptions : ExportSettings
 {
     enum class Direction { Forward, Backward, Both };
 
@@ -21,10 +18,6 @@ struct CutoutOptions
     qint64 matteFrame = 0;
     Direction direction = Direction::Both;
     QString preset; // slug; empty: the plain cutout
-    bool matteOnly = false;
-    QColor backgroundColour; // under outputs without transparency; invalid: black
-    QString backgroundPicture;
-    QStringList outputs;
     QString contactSheet;
     QString truthFolder; // %05d.png true mattes to compare with
     QString libraryFolder; // empty: the user's
@@ -41,7 +34,6 @@ private:
     ExitCode check(QString *message);
     bool readMatte(const QString &text);
     bool readDirection(const QString &text);
-    bool readBackground(const QString &text);
 };
 
 } // namespace zk::app

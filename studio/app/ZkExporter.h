@@ -2,14 +2,12 @@
 #pragma once
 
 #include "ZkExitCode.h"
+#include "ZkExportSettings.h"
 #include "ZkFrameRenderer.h"
-#include "ZkMediaWriter.h"
 
-#include <QColor>
 #include <QElapsedTimer>
 #include <QObject>
 #include <QStringList>
-#include <QVector>
 
 #include <atomic>
 #include <functional>
@@ -18,26 +16,6 @@
 #include <vector>
 
 namespace zk::app {
-
-// One line of a choice of formats.
-struct ExportFormat
-{
-    media::OutputFormat format;
-    QString suffix; // with the dot; of a picture sequence "/%05d.png", below a folder
-    QString name; // for the user
-    bool hasAlpha;
-    bool hasAudio;
-};
-QVector<ExportFormat> exportFormats();
-
-struct ExportSettings
-{
-    QStringList outputs; // the suffix of each picks its format
-    bool matteOnly = false;
-    // Under outputs without transparency: the picture, or else the colour (invalid: black).
-    QColor backgroundColour;
-    QString backgroundPicture;
-};
 
 struct ExportOutcome
 {
@@ -85,6 +63,8 @@ private:
     ExportOutcome finish();
     QImage pictureFor(const Output &output, const Frame &frame) const;
 
+    bool isCancelled() const { return m_hooks.isCancelled && m_hooks.isCancelled(); }
+
     const ExportSettings m_settings;
     const Hooks m_hooks;
     datamodel::FrameRenderer m_renderer;
@@ -114,7 +94,7 @@ Q_SIGNALS:
     void finished(const zk::app::ExportOutcome &outcome);
 
 private:
-    void work(const datamodel::RenderSnapshot &snapshot, const ExportSettings &settings);
+    ExportOutcome work(const datamodel::RenderSnapshot &snapshot, const ExportSettings &settings);
     void report(qint64 done, qint64 count);
     void conclude(const ExportOutcome &outcome);
 

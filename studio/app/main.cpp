@@ -1,5 +1,6 @@
 // zkstudio: the reference editor. Without windows it does its work as a command line program.
 #include "ZkCutoutJob.h"
+#include "ZkExportCommand.h"
 #include "ZkInterrupt.h"
 #include "ZkPresetsCommand.h"
 #include "ZkProgressReport.h"
@@ -19,6 +20,7 @@ using zk::app::ExitCode;
 const char usage[] = "zkstudio: cuts objects out of videos\n"
                      "\n"
                      "  zkstudio cutout IN --strokes FILE.json -o OUT   cut out what is painted\n"
+                     "  zkstudio export PROJECT -o OUT                  write the clips of a project\n"
                      "  zkstudio sample DIR                             draw the sample clip\n"
                      "  zkstudio presets                                list the looks\n"
                      "  zkstudio COMMAND --help                         more about a command\n"
@@ -47,6 +49,8 @@ ExitCode runCommand(const QStringList &arguments)
     const QString command = arguments.value(1);
     if (command == QLatin1String("cutout"))
         return runCutout(arguments.mid(2));
+    if (command == QLatin1String("export"))
+        return zk::app::runExportCommand(arguments.mid(2));
     if (command == QLatin1String("sample"))
         return zk::app::runSampleCommand(arguments.mid(2));
     if (command == QLatin1String("presets"))

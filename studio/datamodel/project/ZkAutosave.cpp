@@ -142,7 +142,7 @@ void Autosave::onReset()
 
 void Autosave::write()
 {
-    if (!m_isWanted || m_writer->isBusy())
+    if (!m_isWanted || m_seconds <= 0 || m_writer->isBusy())
         return;
     m_isWanted = false;
     QDir().mkpath(m_folder);

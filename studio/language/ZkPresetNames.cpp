@@ -6,24 +6,24 @@ namespace zk::app {
 
 // Never read: they are here for translators.
 [[maybe_unused]] static const char *const names[] = {
-    QT_TRANSLATE_NOOP("presets", "Background"),      QT_TRANSLATE_NOOP("presets", "Border"),
-    QT_TRANSLATE_NOOP("presets", "Light"),           QT_TRANSLATE_NOOP("presets", "Shadow"),
-    QT_TRANSLATE_NOOP("presets", "Style"),           QT_TRANSLATE_NOOP("presets", "Aura"),
-    QT_TRANSLATE_NOOP("presets", "Chalk Doodle"),    QT_TRANSLATE_NOOP("presets", "Colour Pop"),
-    QT_TRANSLATE_NOOP("presets", "Comic"),           QT_TRANSLATE_NOOP("presets", "Dashed Border"),
-    QT_TRANSLATE_NOOP("presets", "Double Border"),   QT_TRANSLATE_NOOP("presets", "Drop Shadow"),
-    QT_TRANSLATE_NOOP("presets", "Duotone"),         QT_TRANSLATE_NOOP("presets", "Ghost Trail"),
-    QT_TRANSLATE_NOOP("presets", "Glitch"),          QT_TRANSLATE_NOOP("presets", "Glow"),
-    QT_TRANSLATE_NOOP("presets", "Gradient Border"), QT_TRANSLATE_NOOP("presets", "Neon"),
-    QT_TRANSLATE_NOOP("presets", "Neon Pulse"),      QT_TRANSLATE_NOOP("presets", "Retro Offset"),
-    QT_TRANSLATE_NOOP("presets", "Shockwave"),       QT_TRANSLATE_NOOP("presets", "Sketch Border"),
-    QT_TRANSLATE_NOOP("presets", "Solid Border"),    QT_TRANSLATE_NOOP("presets", "Spotlight"),
-    QT_TRANSLATE_NOOP("presets", "Sticker"),         QT_TRANSLATE_NOOP("presets", "Sunset Border"),
+    QT_TRANSLATE_NOOP("Preset", "Background"),      QT_TRANSLATE_NOOP("Preset", "Border"),
+    QT_TRANSLATE_NOOP("Preset", "Light"),           QT_TRANSLATE_NOOP("Preset", "Shadow"),
+    QT_TRANSLATE_NOOP("Preset", "Style"),           QT_TRANSLATE_NOOP("Preset", "Aura"),
+    QT_TRANSLATE_NOOP("Preset", "Chalk Doodle"),    QT_TRANSLATE_NOOP("Preset", "Colour Pop"),
+    QT_TRANSLATE_NOOP("Preset", "Comic"),           QT_TRANSLATE_NOOP("Preset", "Dashed Border"),
+    QT_TRANSLATE_NOOP("Preset", "Double Border"),   QT_TRANSLATE_NOOP("Preset", "Drop Shadow"),
+    QT_TRANSLATE_NOOP("Preset", "Duotone"),         QT_TRANSLATE_NOOP("Preset", "Ghost Trail"),
+    QT_TRANSLATE_NOOP("Preset", "Glitch"),          QT_TRANSLATE_NOOP("Preset", "Glow"),
+    QT_TRANSLATE_NOOP("Preset", "Gradient Border"), QT_TRANSLATE_NOOP("Preset", "Neon"),
+    QT_TRANSLATE_NOOP("Preset", "Neon Pulse"),      QT_TRANSLATE_NOOP("Preset", "Retro Offset"),
+    QT_TRANSLATE_NOOP("Preset", "Shockwave"),       QT_TRANSLATE_NOOP("Preset", "Sketch Border"),
+    QT_TRANSLATE_NOOP("Preset", "Solid Border"),    QT_TRANSLATE_NOOP("Preset", "Spotlight"),
+    QT_TRANSLATE_NOOP("Preset", "Sticker"),         QT_TRANSLATE_NOOP("Preset", "Sunset Border"),
 };
 
 QString presetName(const QString &name)
 {
-    return QCoreApplication::translate("presets", name.toUtf8().constData());
+    return QCoreApplication::translate("Preset", name.toUtf8().constData());
 }
 
 } // namespace zk::app

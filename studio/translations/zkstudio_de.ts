@@ -2,6 +2,48 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>ExportFormat</name>
+    <message>
+        <source>ProRes 4444 with transparency (.mov)</source>
+        <translation>ProRes 4444 mit Transparenz (.mov)</translation>
+    </message>
+    <message>
+        <source>VP9 with transparency (.webm)</source>
+        <translation>VP9 mit Transparenz (.webm)</translation>
+    </message>
+    <message>
+        <source>FFV1, lossless, with transparency (.mkv)</source>
+        <translation>FFV1, verlustfrei, mit Transparenz (.mkv)</translation>
+    </message>
+    <message>
+        <source>PNG pictures with transparency</source>
+        <translation>PNG-Bilder mit Transparenz</translation>
+    </message>
+    <message>
+        <source>H.264 over a background (.mp4)</source>
+        <translation>H.264 vor einem Hintergrund (.mp4)</translation>
+    </message>
+</context>
+<context>
+    <name>Exporter</name>
+    <message>
+        <source>%1 is not a picture, choose a PNG or JPEG file</source>
+        <translation>%1 ist kein Bild; wählen Sie eine PNG- oder JPEG-Datei</translation>
+    </message>
+    <message>
+        <source>frame %1 cannot be read: %2</source>
+        <translation>Bild %1 kann nicht gelesen werden: %2</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>interrupted, nothing was written</source>
+        <translation>abgebrochen, es wurde nichts geschrieben</translation>
+    </message>
+</context>
+<context>
     <name>MediaEntry</name>
     <message>
         <source>%1 is missing.</source>
@@ -26,6 +68,113 @@
     <message>
         <source>it has only %1 frames instead of %2.</source>
         <translation>sie hat nur %1 statt %2 Bilder.</translation>
+    </message>
+</context>
+<context>
+    <name>Preset</name>
+    <message>
+        <source>Background</source>
+        <translation>Hintergrund</translation>
+    </message>
+    <message>
+        <source>Light</source>
+        <translation>Licht</translation>
+    </message>
+    <message>
+        <source>Style</source>
+        <translation>Stil</translation>
+    </message>
+    <message>
+        <source>Chalk Doodle</source>
+        <translation>Kreidezeichnung</translation>
+    </message>
+    <message>
+        <source>Comic</source>
+        <translation>Comic</translation>
+    </message>
+    <message>
+        <source>Double Border</source>
+        <translation>Doppelter Rand</translation>
+    </message>
+    <message>
+        <source>Duotone</source>
+        <translation>Duplex</translation>
+    </message>
+    <message>
+        <source>Glitch</source>
+        <translation>Glitch</translation>
+    </message>
+    <message>
+        <source>Gradient Border</source>
+        <translation>Rand mit Verlauf</translation>
+    </message>
+    <message>
+        <source>Neon Pulse</source>
+        <translation>Pulsierendes Neon</translation>
+    </message>
+    <message>
+        <source>Shockwave</source>
+        <translation>Schockwelle</translation>
+    </message>
+    <message>
+        <source>Solid Border</source>
+        <translation>Einfarbiger Rand</translation>
+    </message>
+    <message>
+        <source>Sticker</source>
+        <translation>Aufkleber</translation>
+    </message>
+    <message>
+        <source>Border</source>
+        <translation>Rand</translation>
+    </message>
+    <message>
+        <source>Shadow</source>
+        <translation>Schatten</translation>
+    </message>
+    <message>
+        <source>Aura</source>
+        <translation>Aura</translation>
+    </message>
+    <message>
+        <source>Colour Pop</source>
+        <translation>Farbakzent</translation>
+    </message>
+    <message>
+        <source>Dashed Border</source>
+        <translation>Gestrichelter Rand</translation>
+    </message>
+    <message>
+        <source>Drop Shadow</source>
+        <translation>Schlagschatten</translation>
+    </message>
+    <message>
+        <source>Ghost Trail</source>
+        <translation>Nachbild</translation>
+    </message>
+    <message>
+        <source>Glow</source>
+        <translation>Leuchten</translation>
+    </message>
+    <message>
+        <source>Neon</source>
+        <translation>Neon</translation>
+    </message>
+    <message>
+        <source>Retro Offset</source>
+        <translation>Retro-Versatz</translation>
+    </message>
+    <message>
+        <source>Sketch Border</source>
+        <translation>Skizzierter Rand</translation>
+    </message>
+    <message>
+        <source>Spotlight</source>
+        <translation>Spotlicht</translation>
+    </message>
+    <message>
+        <source>Sunset Border</source>
+        <translation>Sonnenuntergangsrand</translation>
     </message>
 </context>
 <context>
@@ -184,144 +333,280 @@
     </message>
 </context>
 <context>
-    <name>presets</name>
+    <name>zk::app::BrushSection</name>
     <message>
-        <source>Background</source>
-        <translation>Hintergrund</translation>
+        <source>%1 px</source>
+        <translation>%1 px</translation>
     </message>
     <message>
-        <source>Border</source>
-        <translation>Rand</translation>
+        <source>Brush width</source>
+        <translation>Pinselgröße</translation>
     </message>
     <message>
-        <source>Light</source>
-        <translation>Licht</translation>
+        <source>Brush width. Also [ and ], or Ctrl and a drag on the picture.</source>
+        <translation>Pinselgröße. Auch mit [ und ] oder durch Ziehen auf dem Bild mit Strg.</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::ClipCommands</name>
+    <message>
+        <source>Import Media</source>
+        <translation>Medien importieren</translation>
     </message>
     <message>
-        <source>Shadow</source>
-        <translation>Schatten</translation>
+        <source>Videos and pictures (*.mp4 *.mov *.mkv *.webm *.avi *.m4v *.mpg *.gif *.png *.jpg *.jpeg *.bmp *.webp)</source>
+        <translation>Videos und Bilder (*.mp4 *.mov *.mkv *.webm *.avi *.m4v *.mpg *.gif *.png *.jpg *.jpeg *.bmp *.webp)</translation>
     </message>
     <message>
-        <source>Style</source>
-        <translation>Stil</translation>
+        <source>All files (*)</source>
+        <translation>Alle Dateien (*)</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s) could not be imported</source>
+        <translation>
+            <numerusform>%n Datei konnte nicht importiert werden</numerusform>
+            <numerusform>%n Dateien konnten nicht importiert werden</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Import %n file(s)</source>
+        <translation>
+            <numerusform>%n Datei importieren</numerusform>
+            <numerusform>%n Dateien importieren</numerusform>
+        </translation>
     </message>
     <message>
-        <source>Aura</source>
-        <translation>Aura</translation>
+        <source>The file is in use</source>
+        <translation>Die Datei wird verwendet</translation>
     </message>
     <message>
-        <source>Chalk Doodle</source>
-        <translation>Kreidezeichnung</translation>
+        <source>Remove the clips that use it first.</source>
+        <translation>Entfernen Sie zuerst die Clips, die sie verwenden.</translation>
     </message>
     <message>
-        <source>Colour Pop</source>
-        <translation>Farbakzent</translation>
+        <source>Where is %1?</source>
+        <translation>Wo liegt %1?</translation>
     </message>
     <message>
-        <source>Comic</source>
-        <translation>Comic</translation>
+        <source>The file cannot stand in for %1</source>
+        <translation>Die Datei kann %1 nicht ersetzen</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::ClipList</name>
+    <message>
+        <source>Clips</source>
+        <translation>Clips</translation>
     </message>
     <message>
-        <source>Dashed Border</source>
-        <translation>Gestrichelter Rand</translation>
-    </message>
-    <message>
-        <source>Double Border</source>
-        <translation>Doppelter Rand</translation>
-    </message>
-    <message>
-        <source>Drop Shadow</source>
-        <translation>Schlagschatten</translation>
-    </message>
-    <message>
-        <source>Duotone</source>
-        <translation>Duplex</translation>
-    </message>
-    <message>
-        <source>Ghost Trail</source>
-        <translation>Nachbild</translation>
-    </message>
-    <message>
-        <source>Glitch</source>
-        <translation>Glitch</translation>
-    </message>
-    <message>
-        <source>Glow</source>
-        <translation>Leuchten</translation>
-    </message>
-    <message>
-        <source>Gradient Border</source>
-        <translation>Rand mit Verlauf</translation>
-    </message>
-    <message>
-        <source>Neon</source>
-        <translation>Neon</translation>
-    </message>
-    <message>
-        <source>Neon Pulse</source>
-        <translation>Pulsierendes Neon</translation>
-    </message>
-    <message>
-        <source>Retro Offset</source>
-        <translation>Retro-Versatz</translation>
-    </message>
-    <message>
-        <source>Shockwave</source>
-        <translation>Schockwelle</translation>
-    </message>
-    <message>
-        <source>Sketch Border</source>
-        <translation>Skizzierter Rand</translation>
-    </message>
-    <message>
-        <source>Solid Border</source>
-        <translation>Einfarbiger Rand</translation>
-    </message>
-    <message>
-        <source>Spotlight</source>
-        <translation>Spotlicht</translation>
-    </message>
-    <message>
-        <source>Sticker</source>
-        <translation>Aufkleber</translation>
-    </message>
-    <message>
-        <source>Sunset Border</source>
-        <translation>Sonnenuntergangsrand</translation>
+        <source>Drop videos here, or double-click one in the media list.</source>
+        <translation>Ziehen Sie Videos hierher oder doppelklicken Sie eines in der Medienliste.</translation>
     </message>
 </context>
 <context>
     <name>zk::app::ClipListModel</name>
     <message>
         <source>%1, %2, cut out</source>
-        <translation type="unfinished"></translation>
+        <translation>%1, %2, freigestellt</translation>
     </message>
     <message>
         <source>Missing</source>
-        <translation type="unfinished"></translation>
+        <translation>Fehlt</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::ExportDialog</name>
+    <message>
+        <source>Write the matte only</source>
+        <translation>Nur die Maske schreiben</translation>
+    </message>
+    <message>
+        <source>Export</source>
+        <translation>Exportieren</translation>
+    </message>
+    <message>
+        <source>&amp;Clip</source>
+        <translation>&amp;Clip</translation>
+    </message>
+    <message>
+        <source>&amp;Format</source>
+        <translation>&amp;Format</translation>
+    </message>
+    <message>
+        <source>&amp;Save to</source>
+        <translation>&amp;Speichern unter</translation>
+    </message>
+    <message>
+        <source>&amp;Background</source>
+        <translation>&amp;Hintergrund</translation>
+    </message>
+    <message>
+        <source>Clip</source>
+        <translation>Clip</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>Format</translation>
+    </message>
+    <message>
+        <source>All clips, a file each</source>
+        <translation>Alle Clips, je eine Datei</translation>
+    </message>
+    <message>
+        <source>Browse...</source>
+        <translation>Durchsuchen...</translation>
+    </message>
+    <message>
+        <source>Save to</source>
+        <translation>Speichern unter</translation>
+    </message>
+    <message>
+        <source>Background</source>
+        <translation>Hintergrund</translation>
+    </message>
+    <message>
+        <source>Black</source>
+        <translation>Schwarz</translation>
+    </message>
+    <message>
+        <source>Colour</source>
+        <translation>Farbe</translation>
+    </message>
+    <message>
+        <source>Picture</source>
+        <translation>Bild</translation>
+    </message>
+    <message>
+        <source>Choose the colour</source>
+        <translation>Farbe wählen</translation>
+    </message>
+    <message>
+        <source>Choose...</source>
+        <translation>Auswählen...</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>Show in Folder</source>
+        <translation>Im Ordner anzeigen</translation>
+    </message>
+    <message>
+        <source>&amp;Export</source>
+        <translation>&amp;Exportieren</translation>
+    </message>
+    <message>
+        <source>There is no clip to export.</source>
+        <translation>Es gibt keinen Clip zum Exportieren.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n clip(s), each in its own size and rate</source>
+        <translation>
+            <numerusform>%n Clip in seiner Größe und Bildrate</numerusform>
+            <numerusform>%n Clips, jeder in seiner Größe und Bildrate</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n frame(s)</source>
+        <translation>
+            <numerusform>%n Bild</numerusform>
+            <numerusform>%n Bilder</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>with sound</source>
+        <translation>mit Ton</translation>
+    </message>
+    <message>
+        <source>without sound</source>
+        <translation>ohne Ton</translation>
+    </message>
+    <message>
+        <source>nothing is cut out</source>
+        <translation>nichts freigestellt</translation>
+    </message>
+    <message>
+        <source>-cutout</source>
+        <translation>-freigestellt</translation>
+    </message>
+    <message>
+        <source>What is written needs no background.</source>
+        <translation>Dieses Format braucht keinen Hintergrund.</translation>
+    </message>
+    <message>
+        <source>Folder for the Pictures</source>
+        <translation>Ordner für die Bilder</translation>
+    </message>
+    <message>
+        <source>Background Picture</source>
+        <translation>Hintergrundbild</translation>
+    </message>
+    <message>
+        <source>Pictures (*.png *.jpg *.jpeg *.bmp *.webp)</source>
+        <translation>Bilder (*.png *.jpg *.jpeg *.bmp *.webp)</translation>
+    </message>
+    <message>
+        <source>Replace what is there?</source>
+        <translation>Vorhandenes ersetzen?</translation>
+    </message>
+    <message>
+        <source>This exists already:</source>
+        <translation>Dies existiert bereits:</translation>
+    </message>
+    <message>
+        <source>Replace</source>
+        <translation>Ersetzen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s) written.</source>
+        <translation>
+            <numerusform>%n Datei geschrieben.</numerusform>
+            <numerusform>%n Dateien geschrieben.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Cancelled. Nothing incomplete was left behind.</source>
+        <translation>Abgebrochen. Es ist nichts Unvollständiges zurückgeblieben.</translation>
+    </message>
+    <message>
+        <source>The export failed</source>
+        <translation>Der Export ist fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>Cancelling...</source>
+        <translation>Wird abgebrochen...</translation>
     </message>
 </context>
 <context>
     <name>zk::app::Format</name>
     <message>
         <source>%1 × %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 × %2</translation>
     </message>
     <message>
         <source>%1 fps</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 fps</translation>
     </message>
     <message>
         <source>%1 s</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 s</translation>
     </message>
     <message>
         <source>%1 s left</source>
-        <translation type="unfinished"></translation>
+        <translation>noch %1 s</translation>
     </message>
     <message>
         <source>%1 min %2 s left</source>
-        <translation type="unfinished"></translation>
+        <translation>noch %1 min %2 s</translation>
     </message>
 </context>
 <context>
@@ -332,14 +617,335 @@
     </message>
 </context>
 <context>
-    <name>zk::app::MediaBinModel</name>
+    <name>zk::app::MainWindow</name>
     <message>
-        <source>Missing</source>
+        <source>Presets: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Picture, %1</source>
+        <source>Cancel the export?</source>
         <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>An export is under way. What it has written so far is removed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel the Export</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Importing %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Edit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Clip</source>
+        <translation>&amp;Clip</translation>
+    </message>
+    <message>
+        <source>&amp;Playback</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open &amp;Recent</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tools</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Import</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::MediaBin</name>
+    <message>
+        <source>Media</source>
+        <translation>Medien</translation>
+    </message>
+    <message>
+        <source>Imported videos and pictures appear here.</source>
+        <translation>Importierte Videos und Bilder erscheinen hier.</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::MediaBinModel</name>
+    <message>
+        <source>Missing</source>
+        <translation>Fehlt</translation>
+    </message>
+    <message>
+        <source>Picture, %1</source>
+        <translation>Bild, %1</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::PresetListModel</name>
+    <message>
+        <source>%1, applied</source>
+        <translation>%1, angewendet</translation>
+    </message>
+    <message>
+        <source>%1, will be downloaded</source>
+        <translation>%1, wird heruntergeladen</translation>
+    </message>
+    <message>
+        <source>%1, downloading, %2%</source>
+        <translation>%1, wird heruntergeladen, %2 %</translation>
+    </message>
+    <message>
+        <source>%1, download failed</source>
+        <translation>%1, Herunterladen fehlgeschlagen</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::PresetPicker</name>
+    <message>
+        <source>Search presets</source>
+        <translation>Vorgaben suchen</translation>
+    </message>
+    <message>
+        <source>Cutout presets</source>
+        <translation>Freistell-Vorgaben</translation>
+    </message>
+    <message>
+        <source>Retry</source>
+        <translation>Erneut versuchen</translation>
+    </message>
+    <message>
+        <source>“%1” could not be downloaded. Check the network connection.</source>
+        <translation>„%1“ konnte nicht heruntergeladen werden. Prüfen Sie die Netzwerkverbindung.</translation>
+    </message>
+    <message>
+        <source>The preset server cannot be reached. Presets on this computer can be used.</source>
+        <translation>Der Vorgaben-Server ist nicht erreichbar. Vorgaben auf diesem Computer können verwendet werden.</translation>
+    </message>
+    <message>
+        <source>No preset has that name.</source>
+        <translation>Keine Vorgabe hat diesen Namen.</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::PreviewBar</name>
+    <message>
+        <source>Position</source>
+        <translation>Position</translation>
+    </message>
+    <message>
+        <source>Length</source>
+        <translation>Länge</translation>
+    </message>
+    <message>
+        <source>Fit</source>
+        <translation>Einpassen</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>Zoom</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::PreviewPanel</name>
+    <message>
+        <source>Preview</source>
+        <translation>Vorschau</translation>
+    </message>
+    <message>
+        <source>Drop a clip here or press Import</source>
+        <translation>Ziehen Sie einen Clip hierher oder klicken Sie auf „Importieren“</translation>
+    </message>
+    <message>
+        <source>The file of &quot;%1&quot; is missing. Show where it is now to go on.</source>
+        <translation>Die Datei von „%1“ fehlt. Zeigen Sie, wo sie jetzt liegt, um fortzufahren.</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::ProjectController</name>
+    <message>
+        <source>Autosave failed: %1</source>
+        <translation>Automatisches Speichern fehlgeschlagen: %1</translation>
+    </message>
+    <message>
+        <source>The project could not be saved</source>
+        <translation>Das Projekt konnte nicht gespeichert werden</translation>
+    </message>
+    <message>
+        <source>Open Project</source>
+        <translation>Projekt öffnen</translation>
+    </message>
+    <message>
+        <source>ZkStudio projects (*%1)</source>
+        <translation>ZkStudio-Projekte (*%1)</translation>
+    </message>
+    <message>
+        <source>The project could not be opened</source>
+        <translation>Das Projekt konnte nicht geöffnet werden</translation>
+    </message>
+    <message>
+        <source>Some files of the project are missing</source>
+        <translation>Einige Dateien des Projekts fehlen</translation>
+    </message>
+    <message>
+        <source>Their clips are kept. Choose &quot;Relink&quot; on one to show where its file is.</source>
+        <translation>Ihre Clips bleiben erhalten. Wählen Sie bei einem Clip „Neu verknüpfen“, um zu zeigen, wo seine Datei liegt.</translation>
+    </message>
+    <message>
+        <source>Save Project</source>
+        <translation>Projekt speichern</translation>
+    </message>
+    <message>
+        <source>Saving...</source>
+        <translation>Speichern ...</translation>
+    </message>
+    <message>
+        <source>Saved</source>
+        <translation>Gespeichert</translation>
+    </message>
+    <message>
+        <source>The project could not be recovered</source>
+        <translation>Das Projekt konnte nicht wiederhergestellt werden</translation>
+    </message>
+    <message>
+        <source>Recovered. Save the project to keep it.</source>
+        <translation>Wiederhergestellt. Speichern Sie das Projekt, um es zu behalten.</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::Prompts</name>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>und %n weitere</numerusform>
+            <numerusform>und %n weitere</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Save the changes to &quot;%1&quot;?</source>
+        <translation>Änderungen an „%1“ speichern?</translation>
+    </message>
+    <message>
+        <source>What you have changed since the last save is lost otherwise.</source>
+        <translation>Andernfalls geht verloren, was Sie seit dem letzten Speichern geändert haben.</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::PropertyPanel</name>
+    <message>
+        <source>Plain cutout</source>
+        <translation>Einfache Freistellung</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 (%n frame(s))</source>
+        <translation>
+            <numerusform>%1 (%n Bild)</numerusform>
+            <numerusform>%1 (%n Bilder)</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>Ja</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>Nein</translation>
+    </message>
+    <message>
+        <source>Look: %1</source>
+        <translation>Look: %1</translation>
+    </message>
+    <message>
+        <source>Nothing is cut out of this clip yet.</source>
+        <translation>Aus diesem Clip wurde noch nichts freigestellt.</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Größe</translation>
+    </message>
+    <message>
+        <source>Rate</source>
+        <translation>Bildrate</translation>
+    </message>
+    <message>
+        <source>Length</source>
+        <translation>Länge</translation>
+    </message>
+    <message>
+        <source>Sound</source>
+        <translation>Ton</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Ordner</translation>
+    </message>
+    <message>
+        <source>Choose a clip to see what it is.</source>
+        <translation>Wählen Sie einen Clip, um seine Eigenschaften zu sehen.</translation>
+    </message>
+    <message>
+        <source>Clip</source>
+        <translation>Clip</translation>
+    </message>
+    <message>
+        <source>Smart Cutout</source>
+        <translation>Intelligentes Freistellen</translation>
+    </message>
+    <message>
+        <source>Show the cutout</source>
+        <translation>Freistellung anzeigen</translation>
+    </message>
+    <message>
+        <source>%1%</source>
+        <translation>%1 %</translation>
+    </message>
+    <message>
+        <source>Painting</source>
+        <translation>Malen</translation>
+    </message>
+    <message>
+        <source>Overlay opacity</source>
+        <translation>Deckkraft der Überlagerung</translation>
+    </message>
+    <message>
+        <source>How strongly the overlay colours the object</source>
+        <translation>Wie stark die Überlagerung das Objekt einfärbt</translation>
+    </message>
+    <message>
+        <source>Cutout Effect</source>
+        <translation>Freistelleffekt</translation>
+    </message>
+    <message>
+        <source>Show the effect</source>
+        <translation>Effekt anzeigen</translation>
+    </message>
+    <message>
+        <source>Shows the frame with the effect of the preset, or without it</source>
+        <translation>Zeigt das Bild mit dem Effekt der Vorgabe oder ohne ihn</translation>
     </message>
 </context>
 <context>
@@ -347,6 +953,547 @@
     <message>
         <source>Clear List</source>
         <translation>Liste leeren</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::RecoveryDialog</name>
+    <message>
+        <source>Recover Projects</source>
+        <translation>Projekte wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Projects that can be recovered</source>
+        <translation>Projekte, die wiederhergestellt werden können</translation>
+    </message>
+    <message>
+        <source>ZkStudio was ended before these projects were saved.</source>
+        <translation>ZkStudio wurde beendet, bevor diese Projekte gespeichert wurden.</translation>
+    </message>
+    <message>
+        <source>&amp;Recover</source>
+        <translation>&amp;Wiederherstellen</translation>
+    </message>
+    <message>
+        <source>&amp;Delete</source>
+        <translation>&amp;Löschen</translation>
+    </message>
+    <message>
+        <source>Not Now</source>
+        <translation>Nicht jetzt</translation>
+    </message>
+    <message>
+        <source>Untitled</source>
+        <translation>Unbenannt</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 – %2, %n clip(s)</source>
+        <translation>
+            <numerusform>%1 – %2, %n Clip</numerusform>
+            <numerusform>%1 – %2, %n Clips</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The project&apos;s own file is newer.</source>
+        <translation>Die Projektdatei selbst ist neuer.</translation>
+    </message>
+    <message>
+        <source>Delete this autosave?</source>
+        <translation>Diese automatische Sicherung löschen?</translation>
+    </message>
+    <message>
+        <source>What was not saved of the project is lost then.</source>
+        <translation>Was vom Projekt nicht gespeichert wurde, geht dann verloren.</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::SettingsDialog</name>
+    <message>
+        <source>Note which functions I use, in a file on this computer</source>
+        <translation>In einer Datei auf diesem Computer festhalten, welche Funktionen ich nutze</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source> s</source>
+        <translation> s</translation>
+    </message>
+    <message>
+        <source>Never</source>
+        <translation>Nie</translation>
+    </message>
+    <message>
+        <source>&amp;Language</source>
+        <translation>&amp;Sprache</translation>
+    </message>
+    <message>
+        <source>&amp;Autosave every</source>
+        <translation>&amp;Automatisch speichern alle</translation>
+    </message>
+    <message>
+        <source>Language of the system</source>
+        <translation>Sprache des Systems</translation>
+    </message>
+    <message>
+        <source>The file cannot be written</source>
+        <translation>Die Datei kann nicht geschrieben werden</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::ShortcutsDialog</name>
+    <message>
+        <source>Keyboard Shortcuts</source>
+        <translation>Tastenkürzel</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>Befehl</translation>
+    </message>
+    <message>
+        <source>Key</source>
+        <translation>Taste</translation>
+    </message>
+    <message>
+        <source>Editor</source>
+        <translation>Editor</translation>
+    </message>
+    <message>
+        <source>Smart Cutout</source>
+        <translation>Intelligentes Freistellen</translation>
+    </message>
+    <message>
+        <source>About ZkStudio</source>
+        <translation>Über ZkStudio</translation>
+    </message>
+    <message>
+        <source>ZkStudio %1</source>
+        <translation>ZkStudio %1</translation>
+    </message>
+    <message>
+        <source>Cuts objects out of videos: paint over what to keep, let it be tracked, give it a look, and export it with transparency.</source>
+        <translation>Stellt Objekte in Videos frei: Übermalen Sie, was bleiben soll, lassen Sie es verfolgen, geben Sie ihm einen Look und exportieren Sie es mit Transparenz.</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::TimelinePanel</name>
+    <message>
+        <source>Timeline</source>
+        <translation>Timeline</translation>
+    </message>
+    <message>
+        <source>Timeline – %1</source>
+        <translation>Timeline – %1</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::UndoActions</name>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Rückgängig</translation>
+    </message>
+    <message>
+        <source>&amp;Undo %1</source>
+        <translation>%1 &amp;rückgängig machen</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;Wiederholen</translation>
+    </message>
+    <message>
+        <source>&amp;Redo %1</source>
+        <translation>%1 &amp;wiederholen</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::WindowActions</name>
+    <message>
+        <source>&amp;New Project</source>
+        <translation>&amp;Neues Projekt</translation>
+    </message>
+    <message>
+        <source>&amp;Open Project...</source>
+        <translation>Projekt ö&amp;ffnen...</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;Speichern</translation>
+    </message>
+    <message>
+        <source>Save &amp;As...</source>
+        <translation>Speichern &amp;unter...</translation>
+    </message>
+    <message>
+        <source>&amp;Import Media...</source>
+        <translation>Medien &amp;importieren...</translation>
+    </message>
+    <message>
+        <source>&amp;Export...</source>
+        <translation>&amp;Exportieren...</translation>
+    </message>
+    <message>
+        <source>Se&amp;ttings...</source>
+        <translation>Eins&amp;tellungen...</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;Beenden</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <source>Smart &amp;Cutout</source>
+        <translation>Intelligentes &amp;Freistellen</translation>
+    </message>
+    <message>
+        <source>Remove C&amp;utout</source>
+        <translation>Freistellung en&amp;tfernen</translation>
+    </message>
+    <message>
+        <source>Re&amp;link...</source>
+        <translation>Neu &amp;verknüpfen...</translation>
+    </message>
+    <message>
+        <source>&amp;Add to Clips</source>
+        <translation>Zu &amp;Clips hinzufügen</translation>
+    </message>
+    <message>
+        <source>Remove from Media</source>
+        <translation>Aus Medien entfernen</translation>
+    </message>
+    <message>
+        <source>&amp;Remove Clip</source>
+        <translation>Clip &amp;entfernen</translation>
+    </message>
+    <message>
+        <source>Move Clip to the Left</source>
+        <translation>Clip nach links verschieben</translation>
+    </message>
+    <message>
+        <source>Move Clip to the Right</source>
+        <translation>Clip nach rechts verschieben</translation>
+    </message>
+    <message>
+        <source>&amp;Play or Pause</source>
+        <translation>&amp;Wiedergabe oder Pause</translation>
+    </message>
+    <message>
+        <source>S&amp;top and Go Back</source>
+        <translation>S&amp;toppen und zurückspringen</translation>
+    </message>
+    <message>
+        <source>P&amp;revious Frame</source>
+        <translation>&amp;Vorheriges Bild</translation>
+    </message>
+    <message>
+        <source>&amp;Next Frame</source>
+        <translation>&amp;Nächstes Bild</translation>
+    </message>
+    <message>
+        <source>F&amp;irst Frame</source>
+        <translation>&amp;Erstes Bild</translation>
+    </message>
+    <message>
+        <source>&amp;Last Frame</source>
+        <translation>&amp;Letztes Bild</translation>
+    </message>
+    <message>
+        <source>&amp;Fit Picture</source>
+        <translation>Bild ein&amp;passen</translation>
+    </message>
+    <message>
+        <source>Fit Ti&amp;meline</source>
+        <translation>Ti&amp;meline einpassen</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;In Timeline</source>
+        <translation>In Timeline &amp;hineinzoomen</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;Out Timeline</source>
+        <translation>Aus Timeline her&amp;auszoomen</translation>
+    </message>
+    <message>
+        <source>&amp;Media</source>
+        <translation>Me&amp;dien</translation>
+    </message>
+    <message>
+        <source>&amp;Properties</source>
+        <translation>&amp;Eigenschaften</translation>
+    </message>
+    <message>
+        <source>&amp;Timeline</source>
+        <translation>&amp;Timeline</translation>
+    </message>
+    <message>
+        <source>F&amp;ull Screen</source>
+        <translation>&amp;Vollbild</translation>
+    </message>
+    <message>
+        <source>&amp;Reset Layout</source>
+        <translation>Layout &amp;zurücksetzen</translation>
+    </message>
+    <message>
+        <source>&amp;Keyboard Shortcuts</source>
+        <translation>&amp;Tastenkürzel</translation>
+    </message>
+    <message>
+        <source>&amp;About ZkStudio</source>
+        <translation>Ü&amp;ber ZkStudio</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::WorkspaceBar</name>
+    <message>
+        <source>Track Backward</source>
+        <translation>Rückwärts verfolgen</translation>
+    </message>
+    <message>
+        <source>Track Both Ways</source>
+        <translation>In beide Richtungen verfolgen</translation>
+    </message>
+    <message>
+        <source>Track Forward</source>
+        <translation>Vorwärts verfolgen</translation>
+    </message>
+    <message>
+        <source>Track in Simple Mode: the direction is chosen for you</source>
+        <translation>Im einfachen Modus verfolgen: Die Richtung wird für Sie gewählt</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stopp</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>Zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Discard strokes, tracking and preset</source>
+        <translation>Striche, Tracking und Vorgabe verwerfen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Close without changing the clip</source>
+        <translation>Schließen, ohne den Clip zu ändern</translation>
+    </message>
+    <message>
+        <source>Apply</source>
+        <translation>Anwenden</translation>
+    </message>
+    <message>
+        <source>Save the cutout to the clip</source>
+        <translation>Freistellung in den Clip übernehmen</translation>
+    </message>
+    <message>
+        <source>Saving</source>
+        <translation>Speichern</translation>
+    </message>
+    <message>
+        <source>Tracking</source>
+        <translation>Tracking läuft</translation>
+    </message>
+    <message>
+        <source>Cancel Saving</source>
+        <translation>Speichern abbrechen</translation>
+    </message>
+    <message>
+        <source>Stop Tracking</source>
+        <translation>Tracking stoppen</translation>
+    </message>
+    <message>
+        <source>%1%</source>
+        <translation>%1 %</translation>
+    </message>
+    <message>
+        <source>Track</source>
+        <translation>Verfolgen</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::WorkspacePage</name>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <source>Mask areas to keep</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Eraser</source>
+        <translation>Radierer</translation>
+    </message>
+    <message>
+        <source>Pan</source>
+        <translation>Ansicht verschieben</translation>
+    </message>
+    <message>
+        <source>Narrower brush</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Wider brush</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Fit the frame</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Play or pause</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop and return</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>One frame back</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>One frame forward</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove the selected nodes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Zoom into the timeline</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Zoom out of the timeline</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Fit the timeline</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>“%1” cannot be cut out.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file has no picture that can be read. It may have been moved, or is damaged.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Smart Cutout</source>
+        <translation>Intelligentes Freistellen</translation>
+    </message>
+    <message>
+        <source>Discard everything that was done?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Strokes, tracking results and the effect are taken away. This cannot be undone.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>Zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Keep</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop saving and close?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Apply the cutout before closing?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>What has not been applied is lost: strokes, tracking results and the effect.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Apply</source>
+        <translation>Anwenden</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Keep Editing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The cutout could not be saved.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The clip is as it was. What you have done here is kept; try again, or paint the frames anew that look wrong.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>zk::datamodel::Autosave</name>
+    <message>
+        <source>Another ZkStudio has recovered this project meanwhile.</source>
+        <translation>Ein anderes ZkStudio hat dieses Projekt inzwischen wiederhergestellt.</translation>
+    </message>
+</context>
+<context>
+    <name>zk::datamodel::Project</name>
+    <message>
+        <source>Untitled</source>
+        <translation>Unbenannt</translation>
+    </message>
+    <message>
+        <source>%1 holds contradictory data and cannot be opened. The file was not changed.</source>
+        <translation>%1 enthält widersprüchliche Daten und kann nicht geöffnet werden. Die Datei wurde nicht verändert.</translation>
+    </message>
+    <message>
+        <source>Import media</source>
+        <translation>Medien importieren</translation>
+    </message>
+    <message>
+        <source>Remove media</source>
+        <translation>Medien entfernen</translation>
+    </message>
+    <message>
+        <source>Add clip</source>
+        <translation>Clip hinzufügen</translation>
+    </message>
+    <message>
+        <source>Remove clip</source>
+        <translation>Clip entfernen</translation>
+    </message>
+    <message>
+        <source>Move clip</source>
+        <translation>Clip verschieben</translation>
+    </message>
+    <message>
+        <source>%1 does not fit: %2</source>
+        <translation>%1 passt nicht: %2</translation>
     </message>
 </context>
 <context>

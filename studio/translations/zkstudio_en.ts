@@ -1,4 +1,75 @@
 <?xml version="1.0" encoding="utf-8"?>
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="en">
+<context>
+    <name>zk::app::ClipCommands</name>
+    <message numerus="yes">
+        <source>%n file(s) could not be imported</source>
+        <translation>
+            <numerusform>%n file could not be imported</numerusform>
+            <numerusform>%n files could not be imported</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Import %n file(s)</source>
+        <translation>
+            <numerusform>Import %n file</numerusform>
+            <numerusform>Import %n files</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::ExportDialog</name>
+    <message numerus="yes">
+        <source>%n clip(s), each in its own size and rate</source>
+        <translation>
+            <numerusform>%n clip in its own size and rate</numerusform>
+            <numerusform>%n clips, each in its own size and rate</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n frame(s)</source>
+        <translation>
+            <numerusform>%n frame</numerusform>
+            <numerusform>%n frames</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s) written.</source>
+        <translation>
+            <numerusform>%n file written.</numerusform>
+            <numerusform>%n files written.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::Prompts</name>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>and %n more</numerusform>
+            <numerusform>and %n more</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::PropertyPanel</name>
+    <message numerus="yes">
+        <source>%1 (%n frame(s))</source>
+        <translation>
+            <numerusform>%1 (%n frame)</numerusform>
+            <numerusform>%1 (%n frames)</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::RecoveryDialog</name>
+    <message numerus="yes">
+        <source>%1 – %2, %n clip(s)</source>
+        <translation>
+            <numerusform>%1 – %2, %n clip</numerusform>
+            <numerusform>%1 – %2, %n clips</numerusform>
+        </translation>
+    </message>
+</context>
 </TS>

@@ -2,6 +2,48 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>ExportFormat</name>
+    <message>
+        <source>ProRes 4444 with transparency (.mov)</source>
+        <translation>ProRes 4444，带透明通道 (.mov)</translation>
+    </message>
+    <message>
+        <source>VP9 with transparency (.webm)</source>
+        <translation>VP9，带透明通道 (.webm)</translation>
+    </message>
+    <message>
+        <source>FFV1, lossless, with transparency (.mkv)</source>
+        <translation>FFV1，无损，带透明通道 (.mkv)</translation>
+    </message>
+    <message>
+        <source>PNG pictures with transparency</source>
+        <translation>PNG 图像序列，带透明通道</translation>
+    </message>
+    <message>
+        <source>H.264 over a background (.mp4)</source>
+        <translation>H.264，带背景 (.mp4)</translation>
+    </message>
+</context>
+<context>
+    <name>Exporter</name>
+    <message>
+        <source>%1 is not a picture, choose a PNG or JPEG file</source>
+        <translation>%1 不是图像，请选择 PNG 或 JPEG 文件</translation>
+    </message>
+    <message>
+        <source>frame %1 cannot be read: %2</source>
+        <translation>无法读取第 %1 帧：%2</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1：%2</translation>
+    </message>
+    <message>
+        <source>interrupted, nothing was written</source>
+        <translation>已中断，未写入任何内容</translation>
+    </message>
+</context>
+<context>
     <name>MediaEntry</name>
     <message>
         <source>%1 is missing.</source>
@@ -26,6 +68,113 @@
     <message>
         <source>it has only %1 frames instead of %2.</source>
         <translation>其只有 %1 帧，而非 %2 帧。</translation>
+    </message>
+</context>
+<context>
+    <name>Preset</name>
+    <message>
+        <source>Background</source>
+        <translation>背景</translation>
+    </message>
+    <message>
+        <source>Light</source>
+        <translation>光效</translation>
+    </message>
+    <message>
+        <source>Style</source>
+        <translation>风格</translation>
+    </message>
+    <message>
+        <source>Chalk Doodle</source>
+        <translation>粉笔涂鸦</translation>
+    </message>
+    <message>
+        <source>Comic</source>
+        <translation>漫画</translation>
+    </message>
+    <message>
+        <source>Double Border</source>
+        <translation>双层边框</translation>
+    </message>
+    <message>
+        <source>Duotone</source>
+        <translation>双色调</translation>
+    </message>
+    <message>
+        <source>Glitch</source>
+        <translation>故障</translation>
+    </message>
+    <message>
+        <source>Gradient Border</source>
+        <translation>渐变边框</translation>
+    </message>
+    <message>
+        <source>Neon Pulse</source>
+        <translation>霓虹脉冲</translation>
+    </message>
+    <message>
+        <source>Shockwave</source>
+        <translation>冲击波</translation>
+    </message>
+    <message>
+        <source>Solid Border</source>
+        <translation>纯色边框</translation>
+    </message>
+    <message>
+        <source>Sticker</source>
+        <translation>贴纸</translation>
+    </message>
+    <message>
+        <source>Border</source>
+        <translation>边框</translation>
+    </message>
+    <message>
+        <source>Shadow</source>
+        <translation>阴影</translation>
+    </message>
+    <message>
+        <source>Aura</source>
+        <translation>光环</translation>
+    </message>
+    <message>
+        <source>Colour Pop</source>
+        <translation>局部色彩</translation>
+    </message>
+    <message>
+        <source>Dashed Border</source>
+        <translation>虚线边框</translation>
+    </message>
+    <message>
+        <source>Drop Shadow</source>
+        <translation>投影</translation>
+    </message>
+    <message>
+        <source>Ghost Trail</source>
+        <translation>残影</translation>
+    </message>
+    <message>
+        <source>Glow</source>
+        <translation>发光</translation>
+    </message>
+    <message>
+        <source>Neon</source>
+        <translation>霓虹</translation>
+    </message>
+    <message>
+        <source>Retro Offset</source>
+        <translation>复古错位</translation>
+    </message>
+    <message>
+        <source>Sketch Border</source>
+        <translation>手绘边框</translation>
+    </message>
+    <message>
+        <source>Spotlight</source>
+        <translation>聚光灯</translation>
+    </message>
+    <message>
+        <source>Sunset Border</source>
+        <translation>日落边框</translation>
     </message>
 </context>
 <context>
@@ -184,144 +333,275 @@
     </message>
 </context>
 <context>
-    <name>presets</name>
+    <name>zk::app::BrushSection</name>
     <message>
-        <source>Background</source>
-        <translation>背景</translation>
+        <source>%1 px</source>
+        <translation>%1 像素</translation>
     </message>
     <message>
-        <source>Border</source>
-        <translation>边框</translation>
+        <source>Brush width</source>
+        <translation>画笔大小</translation>
     </message>
     <message>
-        <source>Light</source>
-        <translation>光效</translation>
+        <source>Brush width. Also [ and ], or Ctrl and a drag on the picture.</source>
+        <translation>画笔大小。也可使用 [ 和 ]，或按住 Ctrl 在画面上拖动。</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::ClipCommands</name>
+    <message>
+        <source>Import Media</source>
+        <translation>导入媒体</translation>
     </message>
     <message>
-        <source>Shadow</source>
-        <translation>阴影</translation>
+        <source>Videos and pictures (*.mp4 *.mov *.mkv *.webm *.avi *.m4v *.mpg *.gif *.png *.jpg *.jpeg *.bmp *.webp)</source>
+        <translation>视频和图像 (*.mp4 *.mov *.mkv *.webm *.avi *.m4v *.mpg *.gif *.png *.jpg *.jpeg *.bmp *.webp)</translation>
     </message>
     <message>
-        <source>Style</source>
-        <translation>风格</translation>
+        <source>All files (*)</source>
+        <translation>所有文件 (*)</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s) could not be imported</source>
+        <translation>
+            <numerusform>%n 个文件无法导入</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Import %n file(s)</source>
+        <translation>
+            <numerusform>导入 %n 个文件</numerusform>
+        </translation>
     </message>
     <message>
-        <source>Aura</source>
-        <translation>光环</translation>
+        <source>The file is in use</source>
+        <translation>文件正在使用中</translation>
     </message>
     <message>
-        <source>Chalk Doodle</source>
-        <translation>粉笔涂鸦</translation>
+        <source>Remove the clips that use it first.</source>
+        <translation>请先移除使用它的剪辑。</translation>
     </message>
     <message>
-        <source>Colour Pop</source>
-        <translation>局部色彩</translation>
+        <source>Where is %1?</source>
+        <translation>%1 在哪里？</translation>
     </message>
     <message>
-        <source>Comic</source>
-        <translation>漫画</translation>
+        <source>The file cannot stand in for %1</source>
+        <translation>该文件无法替代 %1</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::ClipList</name>
+    <message>
+        <source>Clips</source>
+        <translation>剪辑</translation>
     </message>
     <message>
-        <source>Dashed Border</source>
-        <translation>虚线边框</translation>
-    </message>
-    <message>
-        <source>Double Border</source>
-        <translation>双层边框</translation>
-    </message>
-    <message>
-        <source>Drop Shadow</source>
-        <translation>投影</translation>
-    </message>
-    <message>
-        <source>Duotone</source>
-        <translation>双色调</translation>
-    </message>
-    <message>
-        <source>Ghost Trail</source>
-        <translation>残影</translation>
-    </message>
-    <message>
-        <source>Glitch</source>
-        <translation>故障</translation>
-    </message>
-    <message>
-        <source>Glow</source>
-        <translation>发光</translation>
-    </message>
-    <message>
-        <source>Gradient Border</source>
-        <translation>渐变边框</translation>
-    </message>
-    <message>
-        <source>Neon</source>
-        <translation>霓虹</translation>
-    </message>
-    <message>
-        <source>Neon Pulse</source>
-        <translation>霓虹脉冲</translation>
-    </message>
-    <message>
-        <source>Retro Offset</source>
-        <translation>复古错位</translation>
-    </message>
-    <message>
-        <source>Shockwave</source>
-        <translation>冲击波</translation>
-    </message>
-    <message>
-        <source>Sketch Border</source>
-        <translation>手绘边框</translation>
-    </message>
-    <message>
-        <source>Solid Border</source>
-        <translation>纯色边框</translation>
-    </message>
-    <message>
-        <source>Spotlight</source>
-        <translation>聚光灯</translation>
-    </message>
-    <message>
-        <source>Sticker</source>
-        <translation>贴纸</translation>
-    </message>
-    <message>
-        <source>Sunset Border</source>
-        <translation>日落边框</translation>
+        <source>Drop videos here, or double-click one in the media list.</source>
+        <translation>将视频拖到此处，或双击媒体列表中的视频。</translation>
     </message>
 </context>
 <context>
     <name>zk::app::ClipListModel</name>
     <message>
         <source>%1, %2, cut out</source>
-        <translation type="unfinished"></translation>
+        <translation>%1，%2，已抠像</translation>
     </message>
     <message>
         <source>Missing</source>
-        <translation type="unfinished"></translation>
+        <translation>缺失</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::ExportDialog</name>
+    <message>
+        <source>Write the matte only</source>
+        <translation>仅写入遮罩</translation>
+    </message>
+    <message>
+        <source>Export</source>
+        <translation>导出</translation>
+    </message>
+    <message>
+        <source>&amp;Clip</source>
+        <translation>剪辑(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Format</source>
+        <translation>格式(&amp;F)</translation>
+    </message>
+    <message>
+        <source>&amp;Save to</source>
+        <translation>保存到(&amp;S)</translation>
+    </message>
+    <message>
+        <source>&amp;Background</source>
+        <translation>背景(&amp;B)</translation>
+    </message>
+    <message>
+        <source>Clip</source>
+        <translation>剪辑</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>格式</translation>
+    </message>
+    <message>
+        <source>All clips, a file each</source>
+        <translation>所有剪辑，每个剪辑一个文件</translation>
+    </message>
+    <message>
+        <source>Browse...</source>
+        <translation>浏览...</translation>
+    </message>
+    <message>
+        <source>Save to</source>
+        <translation>保存到</translation>
+    </message>
+    <message>
+        <source>Background</source>
+        <translation>背景</translation>
+    </message>
+    <message>
+        <source>Black</source>
+        <translation>黑色</translation>
+    </message>
+    <message>
+        <source>Colour</source>
+        <translation>颜色</translation>
+    </message>
+    <message>
+        <source>Picture</source>
+        <translation>画面</translation>
+    </message>
+    <message>
+        <source>Choose the colour</source>
+        <translation>选择颜色</translation>
+    </message>
+    <message>
+        <source>Choose...</source>
+        <translation>选择...</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>进度</translation>
+    </message>
+    <message>
+        <source>Show in Folder</source>
+        <translation>在文件夹中显示</translation>
+    </message>
+    <message>
+        <source>&amp;Export</source>
+        <translation>导出(&amp;E)</translation>
+    </message>
+    <message>
+        <source>There is no clip to export.</source>
+        <translation>没有可导出的剪辑。</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n clip(s), each in its own size and rate</source>
+        <translation>
+            <numerusform>%n 个剪辑，各自保持原尺寸和帧速率</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n frame(s)</source>
+        <translation>
+            <numerusform>%n 帧</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>with sound</source>
+        <translation>含音频</translation>
+    </message>
+    <message>
+        <source>without sound</source>
+        <translation>无音频</translation>
+    </message>
+    <message>
+        <source>nothing is cut out</source>
+        <translation>未抠像</translation>
+    </message>
+    <message>
+        <source>-cutout</source>
+        <translation>-抠像</translation>
+    </message>
+    <message>
+        <source>What is written needs no background.</source>
+        <translation>此输出不需要背景。</translation>
+    </message>
+    <message>
+        <source>Folder for the Pictures</source>
+        <translation>图像文件夹</translation>
+    </message>
+    <message>
+        <source>Background Picture</source>
+        <translation>背景图像</translation>
+    </message>
+    <message>
+        <source>Pictures (*.png *.jpg *.jpeg *.bmp *.webp)</source>
+        <translation>图像 (*.png *.jpg *.jpeg *.bmp *.webp)</translation>
+    </message>
+    <message>
+        <source>Replace what is there?</source>
+        <translation>是否替换现有内容？</translation>
+    </message>
+    <message>
+        <source>This exists already:</source>
+        <translation>以下内容已存在：</translation>
+    </message>
+    <message>
+        <source>Replace</source>
+        <translation>替换</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s) written.</source>
+        <translation>
+            <numerusform>已写入 %n 个文件。</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Cancelled. Nothing incomplete was left behind.</source>
+        <translation>已取消。未留下任何不完整的文件。</translation>
+    </message>
+    <message>
+        <source>The export failed</source>
+        <translation>导出失败</translation>
+    </message>
+    <message>
+        <source>Cancelling...</source>
+        <translation>正在取消...</translation>
     </message>
 </context>
 <context>
     <name>zk::app::Format</name>
     <message>
         <source>%1 × %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 × %2</translation>
     </message>
     <message>
         <source>%1 fps</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 fps</translation>
     </message>
     <message>
         <source>%1 s</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 秒</translation>
     </message>
     <message>
         <source>%1 s left</source>
-        <translation type="unfinished"></translation>
+        <translation>剩余 %1 秒</translation>
     </message>
     <message>
         <source>%1 min %2 s left</source>
-        <translation type="unfinished"></translation>
+        <translation>剩余 %1 分 %2 秒</translation>
     </message>
 </context>
 <context>
@@ -332,14 +612,333 @@
     </message>
 </context>
 <context>
-    <name>zk::app::MediaBinModel</name>
+    <name>zk::app::MainWindow</name>
     <message>
-        <source>Missing</source>
+        <source>Presets: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Picture, %1</source>
+        <source>Cancel the export?</source>
         <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>An export is under way. What it has written so far is removed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel the Export</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Importing %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Edit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Clip</source>
+        <translation>剪辑(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Playback</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open &amp;Recent</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tools</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Import</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::MediaBin</name>
+    <message>
+        <source>Media</source>
+        <translation>媒体</translation>
+    </message>
+    <message>
+        <source>Imported videos and pictures appear here.</source>
+        <translation>导入的视频和图像将显示在此处。</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::MediaBinModel</name>
+    <message>
+        <source>Missing</source>
+        <translation>缺失</translation>
+    </message>
+    <message>
+        <source>Picture, %1</source>
+        <translation>图像，%1</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::PresetListModel</name>
+    <message>
+        <source>%1, applied</source>
+        <translation>%1，已应用</translation>
+    </message>
+    <message>
+        <source>%1, will be downloaded</source>
+        <translation>%1，将会下载</translation>
+    </message>
+    <message>
+        <source>%1, downloading, %2%</source>
+        <translation>%1，正在下载，%2%</translation>
+    </message>
+    <message>
+        <source>%1, download failed</source>
+        <translation>%1，下载失败</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::PresetPicker</name>
+    <message>
+        <source>Search presets</source>
+        <translation>搜索预设</translation>
+    </message>
+    <message>
+        <source>Cutout presets</source>
+        <translation>抠像预设</translation>
+    </message>
+    <message>
+        <source>Retry</source>
+        <translation>重试</translation>
+    </message>
+    <message>
+        <source>“%1” could not be downloaded. Check the network connection.</source>
+        <translation>无法下载“%1”。请检查网络连接。</translation>
+    </message>
+    <message>
+        <source>The preset server cannot be reached. Presets on this computer can be used.</source>
+        <translation>无法连接预设服务器。可使用此计算机上的预设。</translation>
+    </message>
+    <message>
+        <source>No preset has that name.</source>
+        <translation>没有该名称的预设。</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::PreviewBar</name>
+    <message>
+        <source>Position</source>
+        <translation>位置</translation>
+    </message>
+    <message>
+        <source>Length</source>
+        <translation>时长</translation>
+    </message>
+    <message>
+        <source>Fit</source>
+        <translation>适合</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>缩放</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::PreviewPanel</name>
+    <message>
+        <source>Preview</source>
+        <translation>预览</translation>
+    </message>
+    <message>
+        <source>Drop a clip here or press Import</source>
+        <translation>将剪辑拖到此处，或点击“导入”</translation>
+    </message>
+    <message>
+        <source>The file of &quot;%1&quot; is missing. Show where it is now to go on.</source>
+        <translation>“%1”的文件缺失。请指定其当前位置以继续。</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::ProjectController</name>
+    <message>
+        <source>Autosave failed: %1</source>
+        <translation>自动保存失败：%1</translation>
+    </message>
+    <message>
+        <source>The project could not be saved</source>
+        <translation>无法保存项目</translation>
+    </message>
+    <message>
+        <source>Open Project</source>
+        <translation>打开项目</translation>
+    </message>
+    <message>
+        <source>ZkStudio projects (*%1)</source>
+        <translation>ZkStudio 项目 (*%1)</translation>
+    </message>
+    <message>
+        <source>The project could not be opened</source>
+        <translation>无法打开项目</translation>
+    </message>
+    <message>
+        <source>Some files of the project are missing</source>
+        <translation>项目的部分文件缺失</translation>
+    </message>
+    <message>
+        <source>Their clips are kept. Choose &quot;Relink&quot; on one to show where its file is.</source>
+        <translation>这些剪辑已保留。请在剪辑上选择“重新链接”以指定文件位置。</translation>
+    </message>
+    <message>
+        <source>Save Project</source>
+        <translation>保存项目</translation>
+    </message>
+    <message>
+        <source>Saving...</source>
+        <translation>正在保存...</translation>
+    </message>
+    <message>
+        <source>Saved</source>
+        <translation>已保存</translation>
+    </message>
+    <message>
+        <source>The project could not be recovered</source>
+        <translation>无法恢复项目</translation>
+    </message>
+    <message>
+        <source>Recovered. Save the project to keep it.</source>
+        <translation>已恢复。请保存项目以保留内容。</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::Prompts</name>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>以及另外 %n 个</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Save the changes to &quot;%1&quot;?</source>
+        <translation>是否保存对“%1”的更改？</translation>
+    </message>
+    <message>
+        <source>What you have changed since the last save is lost otherwise.</source>
+        <translation>否则，自上次保存以来的更改将会丢失。</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::PropertyPanel</name>
+    <message>
+        <source>Plain cutout</source>
+        <translation>普通抠像</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 (%n frame(s))</source>
+        <translation>
+            <numerusform>%1（%n 帧）</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>是</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>否</translation>
+    </message>
+    <message>
+        <source>Look: %1</source>
+        <translation>样式：%1</translation>
+    </message>
+    <message>
+        <source>Nothing is cut out of this clip yet.</source>
+        <translation>此剪辑尚未抠像。</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>尺寸</translation>
+    </message>
+    <message>
+        <source>Rate</source>
+        <translation>帧速率</translation>
+    </message>
+    <message>
+        <source>Length</source>
+        <translation>时长</translation>
+    </message>
+    <message>
+        <source>Sound</source>
+        <translation>音频</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>文件夹</translation>
+    </message>
+    <message>
+        <source>Choose a clip to see what it is.</source>
+        <translation>选择剪辑以查看其信息。</translation>
+    </message>
+    <message>
+        <source>Clip</source>
+        <translation>剪辑</translation>
+    </message>
+    <message>
+        <source>Smart Cutout</source>
+        <translation>智能抠像</translation>
+    </message>
+    <message>
+        <source>Show the cutout</source>
+        <translation>显示抠像</translation>
+    </message>
+    <message>
+        <source>%1%</source>
+        <translation>%1%</translation>
+    </message>
+    <message>
+        <source>Painting</source>
+        <translation>绘制</translation>
+    </message>
+    <message>
+        <source>Overlay opacity</source>
+        <translation>叠加不透明度</translation>
+    </message>
+    <message>
+        <source>How strongly the overlay colours the object</source>
+        <translation>叠加颜色覆盖对象的强度</translation>
+    </message>
+    <message>
+        <source>Cutout Effect</source>
+        <translation>抠像效果</translation>
+    </message>
+    <message>
+        <source>Show the effect</source>
+        <translation>显示效果</translation>
+    </message>
+    <message>
+        <source>Shows the frame with the effect of the preset, or without it</source>
+        <translation>显示应用或不应用预设效果的画面</translation>
     </message>
 </context>
 <context>
@@ -347,6 +946,546 @@
     <message>
         <source>Clear List</source>
         <translation>清空列表</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::RecoveryDialog</name>
+    <message>
+        <source>Recover Projects</source>
+        <translation>恢复项目</translation>
+    </message>
+    <message>
+        <source>Projects that can be recovered</source>
+        <translation>可恢复的项目</translation>
+    </message>
+    <message>
+        <source>ZkStudio was ended before these projects were saved.</source>
+        <translation>ZkStudio 在保存这些项目之前已退出。</translation>
+    </message>
+    <message>
+        <source>&amp;Recover</source>
+        <translation>恢复(&amp;R)</translation>
+    </message>
+    <message>
+        <source>&amp;Delete</source>
+        <translation>删除(&amp;D)</translation>
+    </message>
+    <message>
+        <source>Not Now</source>
+        <translation>暂不</translation>
+    </message>
+    <message>
+        <source>Untitled</source>
+        <translation>未命名</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 – %2, %n clip(s)</source>
+        <translation>
+            <numerusform>%1 – %2，%n 个剪辑</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The project&apos;s own file is newer.</source>
+        <translation>项目文件本身更新。</translation>
+    </message>
+    <message>
+        <source>Delete this autosave?</source>
+        <translation>是否删除此自动保存？</translation>
+    </message>
+    <message>
+        <source>What was not saved of the project is lost then.</source>
+        <translation>项目中未保存的内容将会丢失。</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>删除</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::SettingsDialog</name>
+    <message>
+        <source>Note which functions I use, in a file on this computer</source>
+        <translation>在此计算机的文件中记录我使用的功能</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>设置</translation>
+    </message>
+    <message>
+        <source> s</source>
+        <translation> 秒</translation>
+    </message>
+    <message>
+        <source>Never</source>
+        <translation>从不</translation>
+    </message>
+    <message>
+        <source>&amp;Language</source>
+        <translation>语言(&amp;L)</translation>
+    </message>
+    <message>
+        <source>&amp;Autosave every</source>
+        <translation>自动保存间隔(&amp;A)</translation>
+    </message>
+    <message>
+        <source>Language of the system</source>
+        <translation>系统语言</translation>
+    </message>
+    <message>
+        <source>The file cannot be written</source>
+        <translation>无法写入文件</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::ShortcutsDialog</name>
+    <message>
+        <source>Keyboard Shortcuts</source>
+        <translation>键盘快捷键</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>命令</translation>
+    </message>
+    <message>
+        <source>Key</source>
+        <translation>按键</translation>
+    </message>
+    <message>
+        <source>Editor</source>
+        <translation>编辑器</translation>
+    </message>
+    <message>
+        <source>Smart Cutout</source>
+        <translation>智能抠像</translation>
+    </message>
+    <message>
+        <source>About ZkStudio</source>
+        <translation>关于 ZkStudio</translation>
+    </message>
+    <message>
+        <source>ZkStudio %1</source>
+        <translation>ZkStudio %1</translation>
+    </message>
+    <message>
+        <source>Cuts objects out of videos: paint over what to keep, let it be tracked, give it a look, and export it with transparency.</source>
+        <translation>从视频中抠出对象：涂抹要保留的部分，自动跟踪，套用样式，并带透明通道导出。</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::TimelinePanel</name>
+    <message>
+        <source>Timeline</source>
+        <translation>时间线</translation>
+    </message>
+    <message>
+        <source>Timeline – %1</source>
+        <translation>时间线 – %1</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::UndoActions</name>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>撤销(&amp;U)</translation>
+    </message>
+    <message>
+        <source>&amp;Undo %1</source>
+        <translation>撤销(&amp;U) %1</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>重做(&amp;R)</translation>
+    </message>
+    <message>
+        <source>&amp;Redo %1</source>
+        <translation>重做(&amp;R) %1</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::WindowActions</name>
+    <message>
+        <source>&amp;New Project</source>
+        <translation>新建项目(&amp;N)</translation>
+    </message>
+    <message>
+        <source>&amp;Open Project...</source>
+        <translation>打开项目(&amp;O)...</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>保存(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Save &amp;As...</source>
+        <translation>另存为(&amp;A)...</translation>
+    </message>
+    <message>
+        <source>&amp;Import Media...</source>
+        <translation>导入媒体(&amp;I)...</translation>
+    </message>
+    <message>
+        <source>&amp;Export...</source>
+        <translation>导出(&amp;E)...</translation>
+    </message>
+    <message>
+        <source>Se&amp;ttings...</source>
+        <translation>设置(&amp;T)...</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>退出(&amp;Q)</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>撤销</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>重做</translation>
+    </message>
+    <message>
+        <source>Smart &amp;Cutout</source>
+        <translation>智能抠像(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Remove C&amp;utout</source>
+        <translation>移除抠像(&amp;U)</translation>
+    </message>
+    <message>
+        <source>Re&amp;link...</source>
+        <translation>重新链接(&amp;L)...</translation>
+    </message>
+    <message>
+        <source>&amp;Add to Clips</source>
+        <translation>添加到剪辑(&amp;A)</translation>
+    </message>
+    <message>
+        <source>Remove from Media</source>
+        <translation>从媒体中移除</translation>
+    </message>
+    <message>
+        <source>&amp;Remove Clip</source>
+        <translation>移除剪辑(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Move Clip to the Left</source>
+        <translation>将剪辑左移</translation>
+    </message>
+    <message>
+        <source>Move Clip to the Right</source>
+        <translation>将剪辑右移</translation>
+    </message>
+    <message>
+        <source>&amp;Play or Pause</source>
+        <translation>播放或暂停(&amp;P)</translation>
+    </message>
+    <message>
+        <source>S&amp;top and Go Back</source>
+        <translation>停止并返回(&amp;T)</translation>
+    </message>
+    <message>
+        <source>P&amp;revious Frame</source>
+        <translation>上一帧(&amp;R)</translation>
+    </message>
+    <message>
+        <source>&amp;Next Frame</source>
+        <translation>下一帧(&amp;N)</translation>
+    </message>
+    <message>
+        <source>F&amp;irst Frame</source>
+        <translation>第一帧(&amp;I)</translation>
+    </message>
+    <message>
+        <source>&amp;Last Frame</source>
+        <translation>最后一帧(&amp;L)</translation>
+    </message>
+    <message>
+        <source>&amp;Fit Picture</source>
+        <translation>画面适合窗口(&amp;F)</translation>
+    </message>
+    <message>
+        <source>Fit Ti&amp;meline</source>
+        <translation>时间线适合窗口(&amp;M)</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;In Timeline</source>
+        <translation>放大时间线(&amp;I)</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;Out Timeline</source>
+        <translation>缩小时间线(&amp;O)</translation>
+    </message>
+    <message>
+        <source>&amp;Media</source>
+        <translation>媒体(&amp;M)</translation>
+    </message>
+    <message>
+        <source>&amp;Properties</source>
+        <translation>属性(&amp;P)</translation>
+    </message>
+    <message>
+        <source>&amp;Timeline</source>
+        <translation>时间线(&amp;T)</translation>
+    </message>
+    <message>
+        <source>F&amp;ull Screen</source>
+        <translation>全屏(&amp;U)</translation>
+    </message>
+    <message>
+        <source>&amp;Reset Layout</source>
+        <translation>重置布局(&amp;R)</translation>
+    </message>
+    <message>
+        <source>&amp;Keyboard Shortcuts</source>
+        <translation>键盘快捷键(&amp;K)</translation>
+    </message>
+    <message>
+        <source>&amp;About ZkStudio</source>
+        <translation>关于 ZkStudio(&amp;A)</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::WorkspaceBar</name>
+    <message>
+        <source>Track Backward</source>
+        <translation>向后跟踪</translation>
+    </message>
+    <message>
+        <source>Track Both Ways</source>
+        <translation>双向跟踪</translation>
+    </message>
+    <message>
+        <source>Track Forward</source>
+        <translation>向前跟踪</translation>
+    </message>
+    <message>
+        <source>Track in Simple Mode: the direction is chosen for you</source>
+        <translation>以简单模式跟踪：自动选择方向</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>重置</translation>
+    </message>
+    <message>
+        <source>Discard strokes, tracking and preset</source>
+        <translation>放弃笔触、跟踪和预设</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Close without changing the clip</source>
+        <translation>关闭而不更改剪辑</translation>
+    </message>
+    <message>
+        <source>Apply</source>
+        <translation>应用</translation>
+    </message>
+    <message>
+        <source>Save the cutout to the clip</source>
+        <translation>将抠像保存到剪辑</translation>
+    </message>
+    <message>
+        <source>Saving</source>
+        <translation>正在保存</translation>
+    </message>
+    <message>
+        <source>Tracking</source>
+        <translation>正在跟踪</translation>
+    </message>
+    <message>
+        <source>Cancel Saving</source>
+        <translation>取消保存</translation>
+    </message>
+    <message>
+        <source>Stop Tracking</source>
+        <translation>停止跟踪</translation>
+    </message>
+    <message>
+        <source>%1%</source>
+        <translation>%1%</translation>
+    </message>
+    <message>
+        <source>Track</source>
+        <translation>跟踪</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>进度</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::WorkspacePage</name>
+    <message>
+        <source>Undo</source>
+        <translation>撤销</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>重做</translation>
+    </message>
+    <message>
+        <source>Mask areas to keep</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Eraser</source>
+        <translation>橡皮擦</translation>
+    </message>
+    <message>
+        <source>Pan</source>
+        <translation>平移</translation>
+    </message>
+    <message>
+        <source>Narrower brush</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Wider brush</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Fit the frame</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Play or pause</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop and return</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>One frame back</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>One frame forward</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove the selected nodes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Zoom into the timeline</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Zoom out of the timeline</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Fit the timeline</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>“%1” cannot be cut out.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file has no picture that can be read. It may have been moved, or is damaged.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Smart Cutout</source>
+        <translation>智能抠像</translation>
+    </message>
+    <message>
+        <source>Discard everything that was done?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Strokes, tracking results and the effect are taken away. This cannot be undone.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>重置</translation>
+    </message>
+    <message>
+        <source>Keep</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop saving and close?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Apply the cutout before closing?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>What has not been applied is lost: strokes, tracking results and the effect.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Apply</source>
+        <translation>应用</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Keep Editing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The cutout could not be saved.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The clip is as it was. What you have done here is kept; try again, or paint the frames anew that look wrong.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>zk::datamodel::Autosave</name>
+    <message>
+        <source>Another ZkStudio has recovered this project meanwhile.</source>
+        <translation>另一个 ZkStudio 已恢复此项目。</translation>
+    </message>
+</context>
+<context>
+    <name>zk::datamodel::Project</name>
+    <message>
+        <source>Untitled</source>
+        <translation>未命名</translation>
+    </message>
+    <message>
+        <source>%1 holds contradictory data and cannot be opened. The file was not changed.</source>
+        <translation>%1 包含相互矛盾的数据，无法打开。文件未被更改。</translation>
+    </message>
+    <message>
+        <source>Import media</source>
+        <translation>导入媒体</translation>
+    </message>
+    <message>
+        <source>Remove media</source>
+        <translation>移除媒体</translation>
+    </message>
+    <message>
+        <source>Add clip</source>
+        <translation>添加剪辑</translation>
+    </message>
+    <message>
+        <source>Remove clip</source>
+        <translation>移除剪辑</translation>
+    </message>
+    <message>
+        <source>Move clip</source>
+        <translation>移动剪辑</translation>
+    </message>
+    <message>
+        <source>%1 does not fit: %2</source>
+        <translation>%1 不匹配：%2</translation>
     </message>
 </context>
 <context>

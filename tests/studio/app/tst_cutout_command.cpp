@@ -12,6 +12,8 @@
 
 #ifdef Q_OS_UNIX
 #include <csignal>
+#include <sys/stat.h>
+#include <unistd.h>
 #endif
 
 using zk::app::ExitCode;
@@ -20,6 +22,20 @@ Q_DECLARE_METATYPE(zk::app::ExitCode)
 namespace {
 
 constexpr int timeoutMs = 60000;
+
+#ifdef Q_OS_UNIX
+// The program run by a user without rights: nothing is forbidden to root.
+class ProgramOfNobody : public QProcess
+{
+protected:
+    void setupChildProcess() override
+    {
+        constexpr int nobodyId = 65534;
+        if (geteuid() == 0 && (setgid(nobodyId) != 0 || setuid(nobodyId) != 0))
+            _exit(99);
+    }
+};
+#endif
 
 void writeFile(const QString &path, const QByteArray &content)
 {
@@ -189,6 +205,31 @@ private Q_SLOTS:
         QCOMPARE(visibleOutputs(folder.path()), QStringList());
         QCOMPARE(run(arguments), 0); // cleans up
         QCOMPARE(allOutputs(), QStringList {QStringLiteral("out.webm")});
+    }
+
+    void reportsAFolderThatCannotBeWritten()
+    {
+#ifdef Q_OS_UNIX
+        const QTemporaryDir folder;
+        const QString closed = folder.filePath(QStringLiteral("closed"));
+        const QString library = folder.filePath(QStringLiteral("library"));
+        QVERIFY(QDir().mkdir(closed) && QDir().mkdir(library));
+        for (const QString &path : {m_folder.path(), folder.path()})
+            ::chmod(QFile::encodeName(path).constData(), 0755);
+        ::chmod(QFile::encodeName(closed).constData(), 0555);
+        ::chmod(QFile::encodeName(library).constData(), 0777);
+        QStringList arguments = cutout({"-o", closed + QStringLiteral("/out.mkv")});
+        arguments[arguments.indexOf(file(QStringLiteral("library")))] = library;
+        ProgramOfNobody program;
+        program.start(QStringLiteral(ZKSTUDIO_PROGRAM), arguments);
+        QVERIFY(program.waitForFinished(timeoutMs));
+        const QByteArray errors = program.readAllStandardError();
+        if (program.exitCode() == 99 || errors.contains("error while loading shared libraries"))
+            QSKIP("the program cannot be run as another user here");
+        QCOMPARE(program.exitCode(), int(ExitCode::BadOutput));
+        QVERIFY2(errors.contains(closed.toUtf8()), errors.constData());
+        QCOMPARE(visibleOutputs(closed), QStringList());
+#endif
     }
 
     void reportsAFullDisk()

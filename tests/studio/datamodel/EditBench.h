@@ -236,13 +236,13 @@ public:
     {
         const int started = start(frame, direction, type);
         const auto isOver = [&] { return service()->workMode() != ZKSMARTKEYING::TrackingMode; };
-        return QTest::qWaitFor(isOver, 30000) ? started : -1;
+        return QTest::qWaitFor(isOver, 300000) ? started : -1;
     }
     bool applyAndWait()
     {
         const int before = observer.results.size();
         controller->apply();
-        return QTest::qWaitFor([&] { return observer.results.size() > before; }, 10000);
+        return QTest::qWaitFor([&] { return observer.results.size() > before; }, 100000);
     }
 
 private:

@@ -126,7 +126,7 @@ private Q_SLOTS:
     {
         QVERIFY(bench->giveTruth(0));
         QCOMPARE(bench->start(0), 0);
-        QTRY_VERIFY(bench->player.frames.size() >= 3);
+        QTRY_VERIFY_WITH_TIMEOUT(bench->player.frames.size() >= 3, 60000);
         const QVector<qint64> shown = bench->player.frames;
         QElapsedTimer timer;
         timer.start();
@@ -202,7 +202,7 @@ private Q_SLOTS:
     {
         QVERIFY(bench->giveTruth(0));
         QCOMPARE(bench->start(0), 0);
-        QTRY_VERIFY(!bench->player.frames.isEmpty());
+        QTRY_VERIFY_WITH_TIMEOUT(!bench->player.frames.isEmpty(), 60000);
         const int frames = bench->player.frames.size();
         bench->controller->releaseMediaPlayer();
         QTest::qWait(50);

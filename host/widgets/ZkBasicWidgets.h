@@ -137,6 +137,8 @@ public:
     QString iconName() const { return m_iconName; }
     // One of the skin's icons (ZkSkinManager::icon()) with its looks for all states.
     void setIconName(const QString &name);
+    // The icon and 2 pixels around it.
+    QSize sizeHint() const override;
 
 protected:
     bool event(QEvent *event) override;

@@ -90,7 +90,7 @@ public:
     explicit ZkPlayerToolBarBase(QWidget *parent, bool ownButtons = false);
     ~ZkPlayerToolBarBase() override;
 
-    // Not owned; must outlive the bar or be replaced by null before it dies.
+    // Not owned. A player that is a QObject may die first, another one must be replaced before it dies.
     void setPlayerPresenter(IZkPlayerControl *player);
     IZkPlayerControl *playerPresenter() const { return m_player; }
     // Made on first use. Null for a number that the base does not know.
@@ -121,6 +121,7 @@ private:
     void playerStateChanged(int state) override;
     void playerFrameChanged(int frame) override;
     void playerDurationChanged(int frames) override;
+    void leavePlayer();
     ZkToolButton *makeButton(int id);
     void layOutOwnButtons();
     void clicked(int id);
@@ -128,6 +129,7 @@ private:
     void refreshToolTips();
 
     IZkPlayerControl *m_player = nullptr;
+    QMetaObject::Connection m_playerDies;
     QHash<int, ZkToolButton *> m_buttons;
     QHash<int, int> m_switchStates;
     QSlider *m_slider = nullptr; // made on first use

@@ -12,12 +12,13 @@
 
 namespace {
 
-constexpr int fieldWidth = 232; // widget pixels
-constexpr int fieldHeight = 150;
-constexpr int bandHeight = 20;
-constexpr int margin = 12;
+constexpr int margin = 12; // widget pixels
+constexpr int swatchSide = 28;
 constexpr int swatchGap = 4;
 constexpr int swatchColumns = 8;
+constexpr int fieldWidth = swatchColumns * (swatchSide + swatchGap) - swatchGap;
+constexpr int fieldHeight = 160;
+constexpr int bandHeight = 22;
 
 // Colours that stand out from most pictures come first: the dialog chooses those of overlays and strokes.
 const char *const swatchColors[] = {"#c9727b",
@@ -124,7 +125,7 @@ void ZkColorSelecter::Private::addSwatches(QVBoxLayout *column)
     for (const char *name : swatchColors) {
         const QColor swatch(QLatin1String {name});
         auto *button = new ZkColorToolButton(swatch, q);
-        button->setAutoRaise(true);
+        button->setFixedSize(swatchSide, swatchSide);
         button->setToolTip(swatch.name());
         QObject::connect(button, &QAbstractButton::clicked, q, [this, swatch] { take(swatch); });
         grid->addWidget(button, count / swatchColumns, count % swatchColumns);

@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QListView>
 #include <QStandardItemModel>
+#include <QStyledItemDelegate>
 
 namespace {
 
@@ -19,8 +20,9 @@ QListView *listOf(const ZkComboBox *box)
 ZkComboBox::ZkComboBox(QWidget *parent)
     : QComboBox(parent)
 {
-    // The view that a combo box makes by itself ignores most of the style sheet.
+    // The view and the delegate that a combo box makes by itself ignore most of the style sheet.
     setView(new QListView(this));
+    setItemDelegate(new QStyledItemDelegate(this));
     ZkSkinManager::instance()->applyStyleSheet(this, QStringLiteral("Widgets/ComboBox"));
 }
 

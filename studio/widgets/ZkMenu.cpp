@@ -1,9 +1,38 @@
 #include "ZkWidgets.h"
 
-#include <QGuiApplication>
+#include <QApplication>
+#include <QPointer>
+#include <QProxyStyle>
 #include <QScreen>
 
 namespace {
+
+constexpr int iconSide = 24; // widget pixels; the icons are drawn for that size
+
+// A style sheet cannot set the size of a menu's icons.
+class MenuStyle : public QProxyStyle
+{
+public:
+    int pixelMetric(PixelMetric metric,
+                    const QStyleOption *option,
+                    const QWidget *widget) const override
+    {
+        if (metric == PM_SmallIconSize)
+            return iconSide;
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+};
+
+// One for all menus: a widget does not own its style.
+QStyle *menuStyle()
+{
+    static QPointer<QStyle> style;
+    if (!style) {
+        style = new MenuStyle;
+        style->setParent(qApp);
+    }
+    return style;
+}
 
 // Of the screen that the widget's middle is on.
 QRect screenArea(const QWidget *widget)
@@ -30,6 +59,7 @@ QPoint placeBelow(const QWidget *widget, const QSize &size)
 ZkMenu::ZkMenu(QWidget *parent)
     : QMenu(parent)
 {
+    setStyle(menuStyle());
     ZkSkinManager::instance()->applyStyleSheet(this, QStringLiteral("Widgets/Menu"));
 }
 

@@ -46,8 +46,15 @@ ZkPlayerToolBarBase::ZkPlayerToolBarBase(QWidget *parent, bool ownButtons)
 
 ZkPlayerToolBarBase::~ZkPlayerToolBarBase()
 {
+    leavePlayer();
+}
+
+void ZkPlayerToolBarBase::leavePlayer()
+{
+    disconnect(m_playerDies);
     if (m_player)
         m_player->removeObserver(this);
+    m_player = nullptr;
 }
 
 void ZkPlayerToolBarBase::layOutOwnButtons()
@@ -61,9 +68,14 @@ void ZkPlayerToolBarBase::layOutOwnButtons()
 
 void ZkPlayerToolBarBase::setPlayerPresenter(IZkPlayerControl *player)
 {
-    if (m_player)
-        m_player->removeObserver(this);
+    leavePlayer();
     m_player = player;
+    if (auto *object = dynamic_cast<QObject *>(player)) {
+        m_playerDies = connect(object, &QObject::destroyed, this, [this] {
+            m_player = nullptr; // too late to leave it
+            refresh();
+        });
+    }
     if (m_player) {
         m_player->addObserver(this);
         playerDurationChanged(m_player->duration());
@@ -207,7 +219,8 @@ void ZkPlayerToolBarBase::refresh()
     if (ZkToolButton *button = m_buttons.value(PlayPauseButton)) {
         const bool plays = m_player && m_player->state() == ZKPLAYER::PlayingState;
         const bool tracks = switchButtonState(PlayPauseButton) == TrackingState;
-        button->setIconName(tracks      ? QStringLiteral("tracking")
+        // In full colour though the bar is disabled while tracking.
+        button->setIconName(tracks      ? QStringLiteral("tracking_checked")
                                 : plays ? QStringLiteral("pause")
                                         : QStringLiteral("play"));
     }

@@ -50,9 +50,12 @@ bool ZkSkinManager::applyStyleSheet(QWidget *widget, const QString &key) const
 QIcon ZkSkinManager::icon(const QString &name) const
 {
     const QString base = QStringLiteral(":/ZkSkin/icons/icon24_") + name;
-    const QString disabled = base + QLatin1String("_disabled.png");
+    const QString normal = base + QLatin1String(".png");
+    QString disabled = base + QLatin1String("_disabled.png");
+    if (!QFile::exists(disabled))
+        disabled = normal; // some signs say the same in every state
     QIcon icon;
-    addLook(icon, base + QLatin1String(".png"), QIcon::Normal, QIcon::Off);
+    addLook(icon, normal, QIcon::Normal, QIcon::Off);
     addLook(icon, base + QLatin1String("_checked.png"), QIcon::Normal, QIcon::On);
     addLook(icon, disabled, QIcon::Disabled, QIcon::Off);
     addLook(icon, disabled, QIcon::Disabled, QIcon::On);

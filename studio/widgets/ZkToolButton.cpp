@@ -8,6 +8,7 @@
 namespace {
 
 constexpr int iconSide = 24; // widget pixels
+constexpr int iconMargin = 2;
 constexpr int swatchSide = 16;
 constexpr double swatchRadius = 3;
 constexpr double disabledOpacity = 0.4;
@@ -30,6 +31,13 @@ void ZkToolButton::setIconName(const QString &name)
         return;
     m_iconName = name;
     setIcon(ZkSkinManager::instance()->icon(name));
+}
+
+QSize ZkToolButton::sizeHint() const
+{
+    if (!text().isEmpty() && toolButtonStyle() != Qt::ToolButtonIconOnly)
+        return QToolButton::sizeHint();
+    return iconSize() + QSize(2 * iconMargin, 2 * iconMargin);
 }
 
 bool ZkToolButton::event(QEvent *event)

@@ -415,6 +415,76 @@
     </message>
 </context>
 <context>
+    <name>zk::app::ClipProperties</name>
+    <message>
+        <source>Plain cutout</source>
+        <translation>Einfache Freistellung</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 (%n frame(s))</source>
+        <translation>
+            <numerusform>%1 (%n Bild)</numerusform>
+            <numerusform>%1 (%n Bilder)</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>Ja</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>Nein</translation>
+    </message>
+    <message>
+        <source>Look: %1</source>
+        <translation>Look: %1</translation>
+    </message>
+    <message>
+        <source>Nothing is cut out of this clip yet.</source>
+        <translation>Aus diesem Clip wurde noch nichts freigestellt.</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Größe</translation>
+    </message>
+    <message>
+        <source>Rate</source>
+        <translation>Bildrate</translation>
+    </message>
+    <message>
+        <source>Length</source>
+        <translation>Länge</translation>
+    </message>
+    <message>
+        <source>Sound</source>
+        <translation>Ton</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Ordner</translation>
+    </message>
+    <message>
+        <source>Choose a clip to see what it is.</source>
+        <translation>Wählen Sie einen Clip, um seine Eigenschaften zu sehen.</translation>
+    </message>
+    <message>
+        <source>Clip</source>
+        <translation>Clip</translation>
+    </message>
+    <message>
+        <source>Smart Cutout</source>
+        <translation>Intelligentes Freistellen</translation>
+    </message>
+    <message>
+        <source>Show the cutout</source>
+        <translation>Freistellung anzeigen</translation>
+    </message>
+</context>
+<context>
     <name>zk::app::ExportDialog</name>
     <message>
         <source>Write the matte only</source>
@@ -620,31 +690,31 @@
     <name>zk::app::MainWindow</name>
     <message>
         <source>Presets: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Vorgaben: %1</translation>
     </message>
     <message>
         <source>Cancel the export?</source>
-        <translation type="unfinished"></translation>
+        <translation>Export abbrechen?</translation>
     </message>
     <message>
         <source>An export is under way. What it has written so far is removed.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein Export läuft. Was er bisher geschrieben hat, wird entfernt.</translation>
     </message>
     <message>
         <source>Cancel the Export</source>
-        <translation type="unfinished"></translation>
+        <translation>Export abbrechen</translation>
     </message>
     <message>
         <source>Importing %1</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 wird importiert</translation>
     </message>
     <message>
         <source>&amp;File</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Datei</translation>
     </message>
     <message>
         <source>&amp;Edit</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Bearbeiten</translation>
     </message>
     <message>
         <source>&amp;Clip</source>
@@ -652,23 +722,23 @@
     </message>
     <message>
         <source>&amp;Playback</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Wiedergabe</translation>
     </message>
     <message>
         <source>&amp;View</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Ansicht</translation>
     </message>
     <message>
         <source>&amp;Help</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Hilfe</translation>
     </message>
     <message>
         <source>Open &amp;Recent</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Zuletzt geöffnet</translation>
     </message>
     <message>
         <source>Tools</source>
-        <translation type="unfinished"></translation>
+        <translation>Werkzeuge</translation>
     </message>
     <message>
         <source>Cancel</source>
@@ -676,7 +746,7 @@
     </message>
     <message>
         <source>Import</source>
-        <translation type="unfinished"></translation>
+        <translation>Importieren</translation>
     </message>
 </context>
 <context>
@@ -852,73 +922,6 @@
 </context>
 <context>
     <name>zk::app::PropertyPanel</name>
-    <message>
-        <source>Plain cutout</source>
-        <translation>Einfache Freistellung</translation>
-    </message>
-    <message numerus="yes">
-        <source>%1 (%n frame(s))</source>
-        <translation>
-            <numerusform>%1 (%n Bild)</numerusform>
-            <numerusform>%1 (%n Bilder)</numerusform>
-        </translation>
-    </message>
-    <message>
-        <source>Yes</source>
-        <translation>Ja</translation>
-    </message>
-    <message>
-        <source>No</source>
-        <translation>Nein</translation>
-    </message>
-    <message>
-        <source>Look: %1</source>
-        <translation>Look: %1</translation>
-    </message>
-    <message>
-        <source>Nothing is cut out of this clip yet.</source>
-        <translation>Aus diesem Clip wurde noch nichts freigestellt.</translation>
-    </message>
-    <message>
-        <source>Name</source>
-        <translation>Name</translation>
-    </message>
-    <message>
-        <source>Size</source>
-        <translation>Größe</translation>
-    </message>
-    <message>
-        <source>Rate</source>
-        <translation>Bildrate</translation>
-    </message>
-    <message>
-        <source>Length</source>
-        <translation>Länge</translation>
-    </message>
-    <message>
-        <source>Sound</source>
-        <translation>Ton</translation>
-    </message>
-    <message>
-        <source>Folder</source>
-        <translation>Ordner</translation>
-    </message>
-    <message>
-        <source>Choose a clip to see what it is.</source>
-        <translation>Wählen Sie einen Clip, um seine Eigenschaften zu sehen.</translation>
-    </message>
-    <message>
-        <source>Clip</source>
-        <translation>Clip</translation>
-    </message>
-    <message>
-        <source>Smart Cutout</source>
-        <translation>Intelligentes Freistellen</translation>
-    </message>
-    <message>
-        <source>Show the cutout</source>
-        <translation>Freistellung anzeigen</translation>
-    </message>
     <message>
         <source>%1%</source>
         <translation>%1 %</translation>
@@ -1339,7 +1342,7 @@
     </message>
     <message>
         <source>Mask areas to keep</source>
-        <translation type="unfinished"></translation>
+        <translation>Zu behaltende Bereiche markieren</translation>
     </message>
     <message>
         <source>Eraser</source>
@@ -1351,55 +1354,55 @@
     </message>
     <message>
         <source>Narrower brush</source>
-        <translation type="unfinished"></translation>
+        <translation>Schmalerer Pinsel</translation>
     </message>
     <message>
         <source>Wider brush</source>
-        <translation type="unfinished"></translation>
+        <translation>Breiterer Pinsel</translation>
     </message>
     <message>
         <source>Fit the frame</source>
-        <translation type="unfinished"></translation>
+        <translation>Bild einpassen</translation>
     </message>
     <message>
         <source>Play or pause</source>
-        <translation type="unfinished"></translation>
+        <translation>Wiedergabe oder Pause</translation>
     </message>
     <message>
         <source>Stop and return</source>
-        <translation type="unfinished"></translation>
+        <translation>Stoppen und zurückspringen</translation>
     </message>
     <message>
         <source>One frame back</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein Bild zurück</translation>
     </message>
     <message>
         <source>One frame forward</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein Bild vor</translation>
     </message>
     <message>
         <source>Remove the selected nodes</source>
-        <translation type="unfinished"></translation>
+        <translation>Ausgewählte Knoten entfernen</translation>
     </message>
     <message>
         <source>Zoom into the timeline</source>
-        <translation type="unfinished"></translation>
+        <translation>In die Timeline hineinzoomen</translation>
     </message>
     <message>
         <source>Zoom out of the timeline</source>
-        <translation type="unfinished"></translation>
+        <translation>Aus der Timeline herauszoomen</translation>
     </message>
     <message>
         <source>Fit the timeline</source>
-        <translation type="unfinished"></translation>
+        <translation>Timeline einpassen</translation>
     </message>
     <message>
         <source>“%1” cannot be cut out.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ kann nicht freigestellt werden.</translation>
     </message>
     <message>
         <source>The file has no picture that can be read. It may have been moved, or is damaged.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Datei enthält kein lesbares Bild. Vielleicht wurde sie verschoben oder ist beschädigt.</translation>
     </message>
     <message>
         <source>Smart Cutout</source>
@@ -1407,11 +1410,11 @@
     </message>
     <message>
         <source>Discard everything that was done?</source>
-        <translation type="unfinished"></translation>
+        <translation>Alles Gemachte verwerfen?</translation>
     </message>
     <message>
         <source>Strokes, tracking results and the effect are taken away. This cannot be undone.</source>
-        <translation type="unfinished"></translation>
+        <translation>Striche, Tracking-Ergebnisse und der Effekt werden entfernt. Dies kann nicht rückgängig gemacht werden.</translation>
     </message>
     <message>
         <source>Reset</source>
@@ -1419,19 +1422,19 @@
     </message>
     <message>
         <source>Keep</source>
-        <translation type="unfinished"></translation>
+        <translation>Behalten</translation>
     </message>
     <message>
         <source>Stop saving and close?</source>
-        <translation type="unfinished"></translation>
+        <translation>Speichern abbrechen und schließen?</translation>
     </message>
     <message>
         <source>Apply the cutout before closing?</source>
-        <translation type="unfinished"></translation>
+        <translation>Freistellung vor dem Schließen anwenden?</translation>
     </message>
     <message>
         <source>What has not been applied is lost: strokes, tracking results and the effect.</source>
-        <translation type="unfinished"></translation>
+        <translation>Was nicht angewendet wurde, geht verloren: Striche, Tracking-Ergebnisse und der Effekt.</translation>
     </message>
     <message>
         <source>Apply</source>
@@ -1439,19 +1442,19 @@
     </message>
     <message>
         <source>Discard</source>
-        <translation type="unfinished"></translation>
+        <translation>Verwerfen</translation>
     </message>
     <message>
         <source>Keep Editing</source>
-        <translation type="unfinished"></translation>
+        <translation>Weiter bearbeiten</translation>
     </message>
     <message>
         <source>The cutout could not be saved.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Freistellung konnte nicht gespeichert werden.</translation>
     </message>
     <message>
         <source>The clip is as it was. What you have done here is kept; try again, or paint the frames anew that look wrong.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Clip ist unverändert. Ihre Arbeit hier bleibt erhalten; versuchen Sie es erneut oder malen Sie die Bilder neu, die falsch aussehen.</translation>
     </message>
 </context>
 <context>

@@ -19,6 +19,16 @@
     </message>
 </context>
 <context>
+    <name>zk::app::ClipProperties</name>
+    <message numerus="yes">
+        <source>%1 (%n frame(s))</source>
+        <translation>
+            <numerusform>%1 (%n frame)</numerusform>
+            <numerusform>%1 (%n frames)</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>zk::app::ExportDialog</name>
     <message numerus="yes">
         <source>%n clip(s), each in its own size and rate</source>
@@ -49,16 +59,6 @@
         <translation>
             <numerusform>and %n more</numerusform>
             <numerusform>and %n more</numerusform>
-        </translation>
-    </message>
-</context>
-<context>
-    <name>zk::app::PropertyPanel</name>
-    <message numerus="yes">
-        <source>%1 (%n frame(s))</source>
-        <translation>
-            <numerusform>%1 (%n frame)</numerusform>
-            <numerusform>%1 (%n frames)</numerusform>
         </translation>
     </message>
 </context>

@@ -413,6 +413,75 @@
     </message>
 </context>
 <context>
+    <name>zk::app::ClipProperties</name>
+    <message>
+        <source>Plain cutout</source>
+        <translation>普通抠像</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 (%n frame(s))</source>
+        <translation>
+            <numerusform>%1（%n 帧）</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>是</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>否</translation>
+    </message>
+    <message>
+        <source>Look: %1</source>
+        <translation>样式：%1</translation>
+    </message>
+    <message>
+        <source>Nothing is cut out of this clip yet.</source>
+        <translation>此剪辑尚未抠像。</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>尺寸</translation>
+    </message>
+    <message>
+        <source>Rate</source>
+        <translation>帧速率</translation>
+    </message>
+    <message>
+        <source>Length</source>
+        <translation>时长</translation>
+    </message>
+    <message>
+        <source>Sound</source>
+        <translation>音频</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>文件夹</translation>
+    </message>
+    <message>
+        <source>Choose a clip to see what it is.</source>
+        <translation>选择剪辑以查看其信息。</translation>
+    </message>
+    <message>
+        <source>Clip</source>
+        <translation>剪辑</translation>
+    </message>
+    <message>
+        <source>Smart Cutout</source>
+        <translation>智能抠像</translation>
+    </message>
+    <message>
+        <source>Show the cutout</source>
+        <translation>显示抠像</translation>
+    </message>
+</context>
+<context>
     <name>zk::app::ExportDialog</name>
     <message>
         <source>Write the matte only</source>
@@ -615,31 +684,31 @@
     <name>zk::app::MainWindow</name>
     <message>
         <source>Presets: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>预设：%1</translation>
     </message>
     <message>
         <source>Cancel the export?</source>
-        <translation type="unfinished"></translation>
+        <translation>是否取消导出？</translation>
     </message>
     <message>
         <source>An export is under way. What it has written so far is removed.</source>
-        <translation type="unfinished"></translation>
+        <translation>正在导出。已写入的内容将被删除。</translation>
     </message>
     <message>
         <source>Cancel the Export</source>
-        <translation type="unfinished"></translation>
+        <translation>取消导出</translation>
     </message>
     <message>
         <source>Importing %1</source>
-        <translation type="unfinished"></translation>
+        <translation>正在导入 %1</translation>
     </message>
     <message>
         <source>&amp;File</source>
-        <translation type="unfinished"></translation>
+        <translation>文件(&amp;F)</translation>
     </message>
     <message>
         <source>&amp;Edit</source>
-        <translation type="unfinished"></translation>
+        <translation>编辑(&amp;E)</translation>
     </message>
     <message>
         <source>&amp;Clip</source>
@@ -647,23 +716,23 @@
     </message>
     <message>
         <source>&amp;Playback</source>
-        <translation type="unfinished"></translation>
+        <translation>播放(&amp;P)</translation>
     </message>
     <message>
         <source>&amp;View</source>
-        <translation type="unfinished"></translation>
+        <translation>视图(&amp;V)</translation>
     </message>
     <message>
         <source>&amp;Help</source>
-        <translation type="unfinished"></translation>
+        <translation>帮助(&amp;H)</translation>
     </message>
     <message>
         <source>Open &amp;Recent</source>
-        <translation type="unfinished"></translation>
+        <translation>打开最近的项目(&amp;R)</translation>
     </message>
     <message>
         <source>Tools</source>
-        <translation type="unfinished"></translation>
+        <translation>工具</translation>
     </message>
     <message>
         <source>Cancel</source>
@@ -671,7 +740,7 @@
     </message>
     <message>
         <source>Import</source>
-        <translation type="unfinished"></translation>
+        <translation>导入</translation>
     </message>
 </context>
 <context>
@@ -846,72 +915,6 @@
 </context>
 <context>
     <name>zk::app::PropertyPanel</name>
-    <message>
-        <source>Plain cutout</source>
-        <translation>普通抠像</translation>
-    </message>
-    <message numerus="yes">
-        <source>%1 (%n frame(s))</source>
-        <translation>
-            <numerusform>%1（%n 帧）</numerusform>
-        </translation>
-    </message>
-    <message>
-        <source>Yes</source>
-        <translation>是</translation>
-    </message>
-    <message>
-        <source>No</source>
-        <translation>否</translation>
-    </message>
-    <message>
-        <source>Look: %1</source>
-        <translation>样式：%1</translation>
-    </message>
-    <message>
-        <source>Nothing is cut out of this clip yet.</source>
-        <translation>此剪辑尚未抠像。</translation>
-    </message>
-    <message>
-        <source>Name</source>
-        <translation>名称</translation>
-    </message>
-    <message>
-        <source>Size</source>
-        <translation>尺寸</translation>
-    </message>
-    <message>
-        <source>Rate</source>
-        <translation>帧速率</translation>
-    </message>
-    <message>
-        <source>Length</source>
-        <translation>时长</translation>
-    </message>
-    <message>
-        <source>Sound</source>
-        <translation>音频</translation>
-    </message>
-    <message>
-        <source>Folder</source>
-        <translation>文件夹</translation>
-    </message>
-    <message>
-        <source>Choose a clip to see what it is.</source>
-        <translation>选择剪辑以查看其信息。</translation>
-    </message>
-    <message>
-        <source>Clip</source>
-        <translation>剪辑</translation>
-    </message>
-    <message>
-        <source>Smart Cutout</source>
-        <translation>智能抠像</translation>
-    </message>
-    <message>
-        <source>Show the cutout</source>
-        <translation>显示抠像</translation>
-    </message>
     <message>
         <source>%1%</source>
         <translation>%1%</translation>
@@ -1331,7 +1334,7 @@
     </message>
     <message>
         <source>Mask areas to keep</source>
-        <translation type="unfinished"></translation>
+        <translation>绘制要保留的区域</translation>
     </message>
     <message>
         <source>Eraser</source>
@@ -1343,55 +1346,55 @@
     </message>
     <message>
         <source>Narrower brush</source>
-        <translation type="unfinished"></translation>
+        <translation>缩小画笔</translation>
     </message>
     <message>
         <source>Wider brush</source>
-        <translation type="unfinished"></translation>
+        <translation>放大画笔</translation>
     </message>
     <message>
         <source>Fit the frame</source>
-        <translation type="unfinished"></translation>
+        <translation>画面适合窗口</translation>
     </message>
     <message>
         <source>Play or pause</source>
-        <translation type="unfinished"></translation>
+        <translation>播放或暂停</translation>
     </message>
     <message>
         <source>Stop and return</source>
-        <translation type="unfinished"></translation>
+        <translation>停止并返回</translation>
     </message>
     <message>
         <source>One frame back</source>
-        <translation type="unfinished"></translation>
+        <translation>后退一帧</translation>
     </message>
     <message>
         <source>One frame forward</source>
-        <translation type="unfinished"></translation>
+        <translation>前进一帧</translation>
     </message>
     <message>
         <source>Remove the selected nodes</source>
-        <translation type="unfinished"></translation>
+        <translation>移除所选节点</translation>
     </message>
     <message>
         <source>Zoom into the timeline</source>
-        <translation type="unfinished"></translation>
+        <translation>放大时间线</translation>
     </message>
     <message>
         <source>Zoom out of the timeline</source>
-        <translation type="unfinished"></translation>
+        <translation>缩小时间线</translation>
     </message>
     <message>
         <source>Fit the timeline</source>
-        <translation type="unfinished"></translation>
+        <translation>时间线适合窗口</translation>
     </message>
     <message>
         <source>“%1” cannot be cut out.</source>
-        <translation type="unfinished"></translation>
+        <translation>无法对“%1”进行抠像。</translation>
     </message>
     <message>
         <source>The file has no picture that can be read. It may have been moved, or is damaged.</source>
-        <translation type="unfinished"></translation>
+        <translation>文件中没有可读取的画面。文件可能已被移动或已损坏。</translation>
     </message>
     <message>
         <source>Smart Cutout</source>
@@ -1399,11 +1402,11 @@
     </message>
     <message>
         <source>Discard everything that was done?</source>
-        <translation type="unfinished"></translation>
+        <translation>是否放弃所有操作？</translation>
     </message>
     <message>
         <source>Strokes, tracking results and the effect are taken away. This cannot be undone.</source>
-        <translation type="unfinished"></translation>
+        <translation>笔触、跟踪结果和效果将被移除。此操作无法撤销。</translation>
     </message>
     <message>
         <source>Reset</source>
@@ -1411,19 +1414,19 @@
     </message>
     <message>
         <source>Keep</source>
-        <translation type="unfinished"></translation>
+        <translation>保留</translation>
     </message>
     <message>
         <source>Stop saving and close?</source>
-        <translation type="unfinished"></translation>
+        <translation>是否停止保存并关闭？</translation>
     </message>
     <message>
         <source>Apply the cutout before closing?</source>
-        <translation type="unfinished"></translation>
+        <translation>关闭前是否应用抠像？</translation>
     </message>
     <message>
         <source>What has not been applied is lost: strokes, tracking results and the effect.</source>
-        <translation type="unfinished"></translation>
+        <translation>未应用的内容将丢失：笔触、跟踪结果和效果。</translation>
     </message>
     <message>
         <source>Apply</source>
@@ -1431,19 +1434,19 @@
     </message>
     <message>
         <source>Discard</source>
-        <translation type="unfinished"></translation>
+        <translation>放弃</translation>
     </message>
     <message>
         <source>Keep Editing</source>
-        <translation type="unfinished"></translation>
+        <translation>继续编辑</translation>
     </message>
     <message>
         <source>The cutout could not be saved.</source>
-        <translation type="unfinished"></translation>
+        <translation>无法保存抠像。</translation>
     </message>
     <message>
         <source>The clip is as it was. What you have done here is kept; try again, or paint the frames anew that look wrong.</source>
-        <translation type="unfinished"></translation>
+        <translation>剪辑保持不变。您在此处的操作已保留；请重试，或重新绘制效果不正确的帧。</translation>
     </message>
 </context>
 <context>

@@ -391,6 +391,10 @@
         <source>The file cannot stand in for %1</source>
         <translation>Die Datei kann %1 nicht ersetzen</translation>
     </message>
+    <message>
+        <source>Remove cutout</source>
+        <translation>Freistellung entfernen</translation>
+    </message>
 </context>
 <context>
     <name>zk::app::ClipList</name>
@@ -487,12 +491,66 @@
 <context>
     <name>zk::app::ExportDialog</name>
     <message>
-        <source>Write the matte only</source>
-        <translation>Nur die Maske schreiben</translation>
-    </message>
-    <message>
         <source>Export</source>
         <translation>Exportieren</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>Show in Folder</source>
+        <translation>Im Ordner anzeigen</translation>
+    </message>
+    <message>
+        <source>&amp;Export</source>
+        <translation>&amp;Exportieren</translation>
+    </message>
+    <message>
+        <source>Replace what is there?</source>
+        <translation>Vorhandenes ersetzen?</translation>
+    </message>
+    <message>
+        <source>This exists already:</source>
+        <translation>Dies existiert bereits:</translation>
+    </message>
+    <message>
+        <source>Replace</source>
+        <translation>Ersetzen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Cancelled. Nothing incomplete was left behind.</source>
+        <translation>Abgebrochen. Es ist nichts Unvollständiges zurückgeblieben.</translation>
+    </message>
+    <message>
+        <source>The export failed</source>
+        <translation>Der Export ist fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>Cancelling...</source>
+        <translation>Wird abgebrochen...</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n clip(s) exported.</source>
+        <translation>
+            <numerusform>%n Clip exportiert.</numerusform>
+            <numerusform>%n Clips exportiert.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::ExportForm</name>
+    <message>
+        <source>Write the matte only</source>
+        <translation>Nur die Maske schreiben</translation>
     </message>
     <message>
         <source>&amp;Clip</source>
@@ -555,18 +613,6 @@
         <translation>Auswählen...</translation>
     </message>
     <message>
-        <source>Progress</source>
-        <translation>Fortschritt</translation>
-    </message>
-    <message>
-        <source>Show in Folder</source>
-        <translation>Im Ordner anzeigen</translation>
-    </message>
-    <message>
-        <source>&amp;Export</source>
-        <translation>&amp;Exportieren</translation>
-    </message>
-    <message>
         <source>There is no clip to export.</source>
         <translation>Es gibt keinen Clip zum Exportieren.</translation>
     </message>
@@ -609,51 +655,16 @@
         <translation>Ordner für die Bilder</translation>
     </message>
     <message>
+        <source>Export</source>
+        <translation>Exportieren</translation>
+    </message>
+    <message>
         <source>Background Picture</source>
         <translation>Hintergrundbild</translation>
     </message>
     <message>
         <source>Pictures (*.png *.jpg *.jpeg *.bmp *.webp)</source>
         <translation>Bilder (*.png *.jpg *.jpeg *.bmp *.webp)</translation>
-    </message>
-    <message>
-        <source>Replace what is there?</source>
-        <translation>Vorhandenes ersetzen?</translation>
-    </message>
-    <message>
-        <source>This exists already:</source>
-        <translation>Dies existiert bereits:</translation>
-    </message>
-    <message>
-        <source>Replace</source>
-        <translation>Ersetzen</translation>
-    </message>
-    <message>
-        <source>Cancel</source>
-        <translation>Abbrechen</translation>
-    </message>
-    <message>
-        <source>Close</source>
-        <translation>Schließen</translation>
-    </message>
-    <message numerus="yes">
-        <source>%n file(s) written.</source>
-        <translation>
-            <numerusform>%n Datei geschrieben.</numerusform>
-            <numerusform>%n Dateien geschrieben.</numerusform>
-        </translation>
-    </message>
-    <message>
-        <source>Cancelled. Nothing incomplete was left behind.</source>
-        <translation>Abgebrochen. Es ist nichts Unvollständiges zurückgeblieben.</translation>
-    </message>
-    <message>
-        <source>The export failed</source>
-        <translation>Der Export ist fehlgeschlagen</translation>
-    </message>
-    <message>
-        <source>Cancelling...</source>
-        <translation>Wird abgebrochen...</translation>
     </message>
 </context>
 <context>

@@ -31,6 +31,16 @@
 <context>
     <name>zk::app::ExportDialog</name>
     <message numerus="yes">
+        <source>%n clip(s) exported.</source>
+        <translation>
+            <numerusform>%n clip exported.</numerusform>
+            <numerusform>%n clips exported.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::ExportForm</name>
+    <message numerus="yes">
         <source>%n clip(s), each in its own size and rate</source>
         <translation>
             <numerusform>%n clip in its own size and rate</numerusform>
@@ -42,13 +52,6 @@
         <translation>
             <numerusform>%n frame</numerusform>
             <numerusform>%n frames</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%n file(s) written.</source>
-        <translation>
-            <numerusform>%n file written.</numerusform>
-            <numerusform>%n files written.</numerusform>
         </translation>
     </message>
 </context>

@@ -389,6 +389,10 @@
         <source>The file cannot stand in for %1</source>
         <translation>该文件无法替代 %1</translation>
     </message>
+    <message>
+        <source>Remove cutout</source>
+        <translation>移除抠像</translation>
+    </message>
 </context>
 <context>
     <name>zk::app::ClipList</name>
@@ -484,12 +488,65 @@
 <context>
     <name>zk::app::ExportDialog</name>
     <message>
-        <source>Write the matte only</source>
-        <translation>仅写入遮罩</translation>
-    </message>
-    <message>
         <source>Export</source>
         <translation>导出</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>进度</translation>
+    </message>
+    <message>
+        <source>Show in Folder</source>
+        <translation>在文件夹中显示</translation>
+    </message>
+    <message>
+        <source>&amp;Export</source>
+        <translation>导出(&amp;E)</translation>
+    </message>
+    <message>
+        <source>Replace what is there?</source>
+        <translation>是否替换现有内容？</translation>
+    </message>
+    <message>
+        <source>This exists already:</source>
+        <translation>以下内容已存在：</translation>
+    </message>
+    <message>
+        <source>Replace</source>
+        <translation>替换</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>Cancelled. Nothing incomplete was left behind.</source>
+        <translation>已取消。未留下任何不完整的文件。</translation>
+    </message>
+    <message>
+        <source>The export failed</source>
+        <translation>导出失败</translation>
+    </message>
+    <message>
+        <source>Cancelling...</source>
+        <translation>正在取消...</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n clip(s) exported.</source>
+        <translation>
+            <numerusform>已导出 %n 个剪辑。</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::ExportForm</name>
+    <message>
+        <source>Write the matte only</source>
+        <translation>仅写入遮罩</translation>
     </message>
     <message>
         <source>&amp;Clip</source>
@@ -552,18 +609,6 @@
         <translation>选择...</translation>
     </message>
     <message>
-        <source>Progress</source>
-        <translation>进度</translation>
-    </message>
-    <message>
-        <source>Show in Folder</source>
-        <translation>在文件夹中显示</translation>
-    </message>
-    <message>
-        <source>&amp;Export</source>
-        <translation>导出(&amp;E)</translation>
-    </message>
-    <message>
         <source>There is no clip to export.</source>
         <translation>没有可导出的剪辑。</translation>
     </message>
@@ -604,50 +649,16 @@
         <translation>图像文件夹</translation>
     </message>
     <message>
+        <source>Export</source>
+        <translation>导出</translation>
+    </message>
+    <message>
         <source>Background Picture</source>
         <translation>背景图像</translation>
     </message>
     <message>
         <source>Pictures (*.png *.jpg *.jpeg *.bmp *.webp)</source>
         <translation>图像 (*.png *.jpg *.jpeg *.bmp *.webp)</translation>
-    </message>
-    <message>
-        <source>Replace what is there?</source>
-        <translation>是否替换现有内容？</translation>
-    </message>
-    <message>
-        <source>This exists already:</source>
-        <translation>以下内容已存在：</translation>
-    </message>
-    <message>
-        <source>Replace</source>
-        <translation>替换</translation>
-    </message>
-    <message>
-        <source>Cancel</source>
-        <translation>取消</translation>
-    </message>
-    <message>
-        <source>Close</source>
-        <translation>关闭</translation>
-    </message>
-    <message numerus="yes">
-        <source>%n file(s) written.</source>
-        <translation>
-            <numerusform>已写入 %n 个文件。</numerusform>
-        </translation>
-    </message>
-    <message>
-        <source>Cancelled. Nothing incomplete was left behind.</source>
-        <translation>已取消。未留下任何不完整的文件。</translation>
-    </message>
-    <message>
-        <source>The export failed</source>
-        <translation>导出失败</translation>
-    </message>
-    <message>
-        <source>Cancelling...</source>
-        <translation>正在取消...</translation>
     </message>
 </context>
 <context>

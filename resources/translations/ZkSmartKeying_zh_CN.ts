@@ -121,10 +121,6 @@
         <source>Progress</source>
         <translation>进度</translation>
     </message>
-    <message>
-        <source>%1%</source>
-        <translation>%1%</translation>
-    </message>
 </context>
 <context>
     <name>ZkZoomLevelBox</name>

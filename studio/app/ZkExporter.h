@@ -106,3 +106,5 @@ private:
 };
 
 } // namespace zk::app
+
+Q_DECLARE_METATYPE(zk::app::ExportOutcome)

@@ -175,6 +175,17 @@ bool ProjectDatabase::beginTable(ProjectTable table)
 bool ProjectDatabase::addRow(const QVariantList &row)
 {
     addToDigest(row);
+    return insert(row);
+}
+
+bool ProjectDatabase::addLastRow(const QVariantList &row)
+{
+    addToDigest(row);
+    return insert(row + QVariantList {QString::fromLatin1(digest())});
+}
+
+bool ProjectDatabase::insert(const QVariantList &row)
+{
     for (int i = 0; i < row.size(); ++i)
         m_insert.bindValue(i, row.at(i));
     return m_insert.exec() || note(m_insert);
@@ -196,7 +207,7 @@ bool ProjectDatabase::readTable(ProjectTable table,
         QVariantList row;
         for (int i = 0; i < info.columnCount; ++i)
             row.append(query.value(i));
-        addToDigest(row);
+        addToDigest(table == ProjectTable::Project ? row.mid(0, row.size() - 1) : row);
         if (!take(row))
             return false;
     }

@@ -47,11 +47,13 @@ public:
     // Rows go to the table that was begun last.
     bool beginTable(ProjectTable table);
     bool addRow(const QVariantList &row);
+    // The row of the project, with the fingerprint of everything after it.
+    bool addLastRow(const QVariantList &row);
     // False as soon as take() is.
     bool readTable(ProjectTable table, const std::function<bool(const QVariantList &)> &take);
 
-    // Fingerprint of the rows that were written or read so far: SQLite finds a broken structure, but
-    // not a flipped bit in a value.
+    // Fingerprint of what was written or read so far, itself left out: SQLite finds a broken
+    // structure, but not a flipped bit in a value.
     QByteArray digest() const { return m_digest.result().toHex(); }
 
     QString errorText() const { return m_errorText; }
@@ -61,6 +63,7 @@ private:
     Q_DISABLE_COPY(ProjectDatabase)
     bool connect(const QString &name, const QString &options);
     void addToDigest(const QVariantList &row);
+    bool insert(const QVariantList &row);
     bool note(const QSqlQuery &failed);
 
     const QString m_connection;

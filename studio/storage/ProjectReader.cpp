@@ -150,7 +150,6 @@ bool ProjectReader::readApplied()
 
 bool ProjectReader::readProject(bool checksDigest)
 {
-    const QString digest = QString::fromLatin1(m_database.digest());
     bool isThere = false;
     const bool isRead = m_database.readTable(ProjectTable::Project, [&](const QVariantList &row) {
         m_project.id = row.at(0).toString();
@@ -158,7 +157,7 @@ bool ProjectReader::readProject(bool checksDigest)
         m_project.saved = QDateTime::fromMSecsSinceEpoch(row.at(2).toLongLong(), Qt::UTC);
         m_project.origin = row.at(3).toString();
         m_project.currentClip = row.at(4).toLongLong();
-        isThere = !isThere && (!checksDigest || row.at(5).toString() == digest);
+        isThere = !isThere && (!checksDigest || row.at(5).toByteArray() == m_database.digest());
         return isThere;
     });
     return isRead && isThere;

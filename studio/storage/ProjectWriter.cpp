@@ -212,12 +212,11 @@ bool ProjectWriter::writeApplied(const ProjectRecord &project)
 bool ProjectWriter::writeProject(const ProjectRecord &project)
 {
     return m_database.beginTable(ProjectTable::Project)
-        && m_database.addRow({text(project.id),
-                              QCoreApplication::applicationVersion(),
-                              QDateTime::currentMSecsSinceEpoch(),
-                              text(project.origin),
-                              project.currentClip,
-                              QString::fromLatin1(m_database.digest())});
+        && m_database.addLastRow({text(project.id),
+                                  QCoreApplication::applicationVersion(),
+                                  QDateTime::currentMSecsSinceEpoch(),
+                                  text(project.origin),
+                                  project.currentClip});
 }
 
 } // namespace zk::storage

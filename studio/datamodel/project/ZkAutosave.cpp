@@ -146,7 +146,9 @@ void Autosave::write()
         return;
     m_isWanted = false;
     QDir().mkpath(m_folder);
-    m_writer->write(m_project->snapshot(), m_file);
+    ProjectSnapshot snapshot = m_project->snapshot();
+    snapshot.origin = m_project->path();
+    m_writer->write(snapshot, m_file);
 }
 
 void Autosave::onWritten(bool success, const QString &error)

@@ -134,7 +134,6 @@ ProjectSnapshot Project::snapshot() const
 {
     ProjectSnapshot snapshot;
     snapshot.id = m_id;
-    snapshot.origin = m_path;
     snapshot.media = m_media;
     snapshot.currentClip = m_currentClip;
     for (const ProjectClipPtr &clip : m_clips)
@@ -242,10 +241,8 @@ bool Project::save(const QString &path, QString *error)
 {
     waitForSaving();
     const QString target = QFileInfo(path).absoluteFilePath();
-    ProjectSnapshot content = snapshot();
-    content.origin = target;
     const Mark state = mark();
-    if (!writeSnapshot(content, target, error))
+    if (!writeSnapshot(snapshot(), target, error))
         return false;
     onSaved(target, state);
     return true;
@@ -257,9 +254,7 @@ bool Project::startSaving(const QString &path)
         return false;
     m_savingPath = QFileInfo(path).absoluteFilePath();
     m_saving = mark();
-    ProjectSnapshot content = snapshot();
-    content.origin = m_savingPath;
-    m_writer->write(content, m_savingPath);
+    m_writer->write(snapshot(), m_savingPath);
     return true;
 }
 

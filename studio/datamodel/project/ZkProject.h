@@ -64,7 +64,7 @@ public:
     bool isSaving() const;
     // Until the save that is under way is done and savingFinished() has been emitted.
     void waitForSaving();
-    ProjectSnapshot snapshot() const;
+    ProjectSnapshot snapshot() const; // without an origin
 
     const QVector<MediaEntry> &media() const { return m_media; } // in the order of their import
     const MediaEntry *findMedia(qint64 id) const; // null: none; valid until the next change

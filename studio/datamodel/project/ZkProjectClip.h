@@ -2,6 +2,7 @@
 
 #include "ZkGlobal.h"
 
+#include <QMetaType>
 #include <QString>
 
 #include <memory>
@@ -47,3 +48,5 @@ private:
 using ProjectClipPtr = std::shared_ptr<ProjectClip>;
 
 } // namespace zk::datamodel
+
+Q_DECLARE_METATYPE(zk::datamodel::ProjectClip *)

@@ -31,7 +31,7 @@ MatteRecord recordOf(const EncodedMatte &matte)
 // Empty where none leads there, as between drives.
 QString relativePath(const QString &path, const QString &folder)
 {
-    const QString relative = folder.isEmpty() ? QString() : QDir(folder).relativeFilePath(path);
+    const QString relative = QDir(folder).relativeFilePath(path);
     return QDir::isRelativePath(relative) ? relative : QString();
 }
 
@@ -178,7 +178,7 @@ bool read(const MediaRecord &record, const QString &folder, MediaEntry *entry)
         || info.frameCount < 1)
         return false;
     QStringList places;
-    if (!folder.isEmpty() && !record.relativePath.isEmpty())
+    if (!record.relativePath.isEmpty())
         places.append(QDir::cleanPath(QDir(folder).absoluteFilePath(record.relativePath)));
     places.append(record.path);
     *entry = lookedUp(*entry, places);

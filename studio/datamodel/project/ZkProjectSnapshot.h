@@ -53,7 +53,7 @@ struct ZKDATAMODEL_EXPORT ProjectSnapshot
     QVector<Clip> clips;
     qint64 currentClip = 0; // 0: none
 
-    // Paths are also kept relative to the folder; empty: they are not.
+    // Paths are also kept relative to the folder.
     zk::storage::ProjectRecord toRecord(const QString &folder) const;
     // False when the rows contradict each other or hold damaged data; *this is undefined then. Media
     // are looked for, first relative to the folder.

@@ -12,8 +12,8 @@ namespace zk::datamodel {
 
 bool writeSnapshot(const ProjectSnapshot &snapshot, const QString &path, QString *error)
 {
-    const QString &home = snapshot.origin;
-    const QString folder = home.isEmpty() ? QString() : QFileInfo(home).absolutePath();
+    const QString folder =
+        QFileInfo(snapshot.origin.isEmpty() ? path : snapshot.origin).absolutePath();
     try {
         return zk::storage::ProjectStore::save(path, snapshot.toRecord(folder), error);
     } catch (const std::exception &exception) { // out of memory, above all

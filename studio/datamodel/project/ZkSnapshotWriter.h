@@ -10,7 +10,7 @@
 namespace zk::datamodel {
 
 // All or nothing; any thread may call it. Paths of media are also kept relative to the folder of the
-// snapshot's origin, where it has one.
+// project's own file: that of the origin, or else of the path.
 bool writeSnapshot(const ProjectSnapshot &snapshot, const QString &path, QString *error);
 
 // GUI thread only. The destructor waits for the worker, without a signal.

@@ -1,0 +1,286 @@
+#include "ProjectBench.h"
+#include "ZkFrameRenderer.h"
+#include "ZkProjectStore.h"
+#include "library/ZkStudioProjectManager.h"
+
+#include "ZkTestMain.h"
+
+#include <QSignalSpy>
+
+using namespace zk::datamodel;
+using namespace zk::test;
+
+class ZkProjectTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        folder.emplace();
+        project.emplace();
+        file = folder->filePath(QStringLiteral("film.zkproj"));
+    }
+    void cleanup() { project.reset(); }
+
+    void bringsEverythingBack()
+    {
+        ProjectClip *clip = addClip(EditClip::instance().path());
+        QVERIFY(clip && addClip(EditClip::instance().stillPath()));
+        {
+            ClipWorkspace cutout(clip);
+            QVERIFY(cutout.controller->addMask(0, EditClip::instance().keepStroke()));
+            QVERIFY(cutout.controller->setMatte(9, EditClip::instance().matte(9)));
+            QVERIFY(cutout.track());
+            cutout.service()->setPreviewType(ZKSMARTKEYING::GridPreview);
+            cutout.service()->setMaskRegionColor(QColor(1, 2, 3));
+            cutout.service()->setMaskRegionAlpha(77);
+            cutout.service()->setMaskInverted(true);
+            cutout.controller->editClip()->effects()->add(
+                ZkStudioEffect::fromLookJson(borderLook, QStringLiteral("edge-slug"), nullptr));
+            QVERIFY(cutout.apply());
+            ClipWorkspace erasing(clip, ZKSMARTKEYING::AIErasing);
+            QVERIFY(erasing.controller->setMatte(3, maskOf({5, 5, 20, 10})));
+            const ExpectedMessage gaps(QStringLiteral("15 of 16 frames have no mask"));
+            QVERIFY(erasing.apply());
+        }
+        clip->timeline()->playhead()->setPosition(11);
+        clip->clip()->effects()->effectAt(0)->setEnabled(false);
+        project->setCurrentClip(project->clipAt(1));
+        save();
+
+        Project other;
+        QVERIFY2(other.open(file, &error), qPrintable(error));
+        QVERIFY(!other.isDirty() && other.id() == project->id() && other.path() == file);
+        QCOMPARE(other.media().size(), 2);
+        QCOMPARE(other.clipCount(), 2);
+        QCOMPARE(other.currentClip(), other.clipAt(1));
+        for (int i = 0; i < 2; ++i)
+            QCOMPARE(contentOf(other.clipAt(i)), contentOf(project->clipAt(i)));
+        QVERIFY(other.clipAt(0)->isCutOut() && !other.undoRedoService()->canUndo());
+        other.clipAt(0)->clip()->effects()->effectAt(0)->setEnabled(true);
+        clip->clip()->effects()->effectAt(0)->setEnabled(true);
+        FrameRenderer renderer;
+        for (qint64 frame : {0, 5, 15})
+            QCOMPARE(renderer.preview(RenderSnapshot(*other.clipAt(0)->timeline()), frame),
+                     renderer.preview(RenderSnapshot(*clip->timeline()), frame));
+
+        // The workspace goes on from there, with results that are newer than all of the file.
+        ClipWorkspace again(other.clipAt(0));
+        QVERIFY(again.isOpen && again.service()->isTracked());
+        QCOMPARE(again.service()->maskItemCount(), 2);
+        const auto revision = again.service()->segments().node(0)->revision;
+        QVERIFY(again.controller->addMask(0, strokeOn({60, 30, 30, 30})));
+        QVERIFY(again.service()->segments().node(0)->revision > revision);
+        QVERIFY(again.track() && again.apply());
+        QVERIFY(other.isDirty());
+        QCOMPARE(other.undoRedoService()->undoText(), QStringLiteral("Smart Cutout"));
+    }
+
+    void hasOneHistoryForAllClips()
+    {
+        ProjectClip *first = addClip(EditClip::instance().path());
+        ProjectClip *second = addClip(EditClip::instance().stillPath());
+        const QSignalSpy changed(&*project, &Project::clipChanged);
+        const QSignalSpy moved(&*project, &Project::clipMoved);
+        const QSignalSpy removed(&*project, &Project::clipRemoved);
+        const QSignalSpy added(&*project, &Project::clipAdded);
+        first->clip()->effects()->add(ZkStudioEffect::plainCutout());
+        second->clip()->effects()->add(ZkStudioEffect::plainCutout());
+        first->clip()->effects()->effectAt(0)->setEnabled(false);
+        QVERIFY(project->moveClip(0, 1));
+        QVERIFY(!project->removeMedia(first->mediaId()));
+        QVERIFY(project->removeClip(1) && project->removeMedia(first->mediaId()));
+        QCOMPARE(changed.count(), 3);
+        const auto state = [&] {
+            QString text = QString::number(project->media().size());
+            for (int i = 0; i < project->clipCount(); ++i) {
+                const IZkEffectList *effects = project->clipAt(i)->clip()->effects();
+                text += project->clipAt(i) == first ? QStringLiteral(" first")
+                                                    : QStringLiteral(" other");
+                if (effects->count() > 0)
+                    text += effects->effectAt(0)->isEnabled() ? QLatin1Char('+') : QLatin1Char('-');
+            }
+            return text;
+        };
+        const QStringList states {"0",
+                                  "1",
+                                  "1 first",
+                                  "2 first",
+                                  "2 first other",
+                                  "2 first+ other",
+                                  "2 first+ other+",
+                                  "2 first- other+",
+                                  "2 other+ first-",
+                                  "2 other+",
+                                  "1 other+"};
+        const QStringList texts {"Import media",
+                                 "Add clip",
+                                 "Import media",
+                                 "Add clip",
+                                 "Add effect",
+                                 "Add effect",
+                                 "Disable effect",
+                                 "Move clip",
+                                 "Remove clip",
+                                 "Remove media"};
+        for (int i = texts.size(); i > 0; --i) {
+            QCOMPARE(state(), states.at(i));
+            QCOMPARE(project->undoRedoService()->undoText(), texts.at(i - 1));
+            QVERIFY(project->undoRedoService()->undo());
+        }
+        QCOMPARE(state(), states.at(0));
+        QVERIFY(!project->isDirty() && !project->currentClip());
+        for (int i = 1; i < states.size(); ++i) {
+            QVERIFY(project->undoRedoService()->redo());
+            QCOMPARE(state(), states.at(i));
+        }
+        QCOMPARE(moved.count(), 3);
+        QCOMPARE(removed.count(), 1 + 2 + 1);
+        QCOMPARE(added.count(), 1 + 2);
+
+        // Somebody who steps a clip's own history makes the project's begin anew.
+        save();
+        QVERIFY(second->timeline()->undoRedoService()->undo());
+        QVERIFY(!project->undoRedoService()->canUndo() && !project->undoRedoService()->canRedo());
+        QVERIFY(project->isDirty());
+    }
+
+    void knowsWhatIsSaved()
+    {
+        QTemporaryDir library;
+        LibrarySettings settings;
+        settings.directory = library.path();
+        ZkStudioProjectManager manager(settings);
+        Project mine(&manager);
+        QSignalSpy dirty(&mine, &Project::dirtyChanged);
+        QSignalSpy paths(&mine, &Project::pathChanged);
+        QSignalSpy finished(&mine, &Project::savingFinished);
+        QVERIFY(manager.isNewProject() && mine.id() == manager.projectId());
+        const qint64 media = mine.importMedia(EditClip::instance().path(), &error);
+        QVERIFY(mine.isDirty());
+        QVERIFY(mine.startSaving(file) && !mine.startSaving(file));
+        mine.addClip(media); // while it is being saved
+        QTRY_COMPARE_WITH_TIMEOUT(finished.count(), 1, 10000);
+        QVERIFY(mine.isDirty() && !manager.isNewProject());
+        QCOMPARE(paths.takeFirst().at(0).toString(), file);
+        QVERIFY(mine.undoRedoService()->undo());
+        QVERIFY(!mine.isDirty()); // that is what was saved
+        QVERIFY(mine.undoRedoService()->redo());
+        QVERIFY(mine.save(file, &error) && !mine.isDirty());
+        mine.undoRedoService()->clearHistory();
+        QVERIFY(!mine.isDirty());
+        mine.markModified();
+        QVERIFY(mine.isDirty());
+        QCOMPARE(dirty.count(), 5);
+
+        QVERIFY(mine.startSaving(folder->filePath(QStringLiteral("gone/film.zkproj"))));
+        mine.waitForSaving();
+        QCOMPARE(finished.last().at(0).toBool(), false);
+        QVERIFY(finished.last().at(1).toString().contains(QLatin1String("gone")));
+        QVERIFY(mine.isDirty() && mine.path() == file);
+
+        const QString id = mine.id();
+        mine.startNew();
+        QVERIFY(mine.path().isEmpty() && mine.clipCount() == 0 && !mine.isDirty());
+        QVERIFY(mine.id() != id && manager.isNewProject() && manager.projectId() == mine.id());
+        QVERIFY(mine.open(file, &error));
+        QVERIFY(manager.projectId() == id && !manager.isNewProject());
+    }
+
+    void staysAsItIsWhenOpeningFails()
+    {
+        ProjectClip *clip = addClip(EditClip::instance().path());
+        save();
+        zk::storage::ProjectRecord record;
+        zk::storage::ProjectStore::load(file, &record, &error);
+        record.clips[0].mattes.fill({QSize(10, 10), QRect(), 0, QByteArray()},
+                                    int(record.clips[0].frameCount));
+        const QString bad = folder->filePath(QStringLiteral("bad.zkproj"));
+        QVERIFY(zk::storage::ProjectStore::save(bad, record, &error)); // of another size
+        const QSignalSpy reset(&*project, &Project::aboutToReset);
+        QVERIFY(!project->open(bad, &error));
+        QVERIFY2(error.contains(QLatin1String("bad.zkproj")), qPrintable(error));
+        QVERIFY(!project->open(folder->filePath(QStringLiteral("none.zkproj")), &error));
+        QCOMPARE(project->clipAt(0), clip);
+        QCOMPARE(reset.count(), 0);
+    }
+
+    void findsItsMediaAgain()
+    {
+        const QString media = copyOfClip(QStringLiteral("one/media/clip.mkv"));
+        file = folder->filePath(QStringLiteral("one/film.zkproj"));
+        ProjectClip *clip = addClip(media);
+        clip->clip()->effects()->add(ZkStudioEffect::plainCutout());
+        save();
+        const auto stateAfterOpening = [this] {
+            return project->open(file, &error) ? project->media().first().state
+                                               : MediaEntry::State(-1);
+        };
+        // With its folder.
+        QVERIFY(QDir(folder->path()).rename(QStringLiteral("one"), QStringLiteral("two")));
+        file = folder->filePath(QStringLiteral("two/film.zkproj"));
+        QCOMPARE(stateAfterOpening(), MediaEntry::State::Present);
+        const QString moved = folder->filePath(QStringLiteral("two/media/clip.mkv"));
+        QCOMPARE(project->clipAt(0)->clip()->media().path, moved);
+        // Written to, with pictures that fit.
+        const zk::media::SampleClip longer({EditClip::size, EditClip::frames + 1, 24});
+        QVERIFY(longer.write(moved, QString(), &error));
+        QCOMPARE(stateAfterOpening(), MediaEntry::State::Changed);
+
+        QVERIFY(!project->clipAt(0)->isOffline());
+        QVERIFY(project->media().first().problem.contains(QLatin1String("changed")));
+        // With others.
+        QVERIFY(QFile::remove(moved) && QFile::copy(EditClip::instance().stillPath(), moved));
+        QCOMPARE(stateAfterOpening(), MediaEntry::State::Missing);
+        QVERIFY2(project->media().first().problem.contains(QLatin1String("frames")),
+                 qPrintable(project->media().first().problem));
+        // Gone.
+        QVERIFY(QFile::remove(moved));
+        QCOMPARE(stateAfterOpening(), MediaEntry::State::Missing);
+        QCOMPARE(project->missingMedia(), QVector<qint64> {project->media().first().id});
+        QVERIFY(project->clipAt(0)->isOffline() && !project->isDirty());
+        QCOMPARE(project->clipAt(0)->clip()->effects()->count(), 1);
+        QVERIFY(!ClipWorkspace(project->clipAt(0)).isOpen);
+        QVERIFY(
+            FrameRenderer().source(RenderSnapshot(*project->clipAt(0)->timeline()), 0).isNull());
+
+        const qint64 id = project->media().first().id;
+        QVERIFY(!project->relinkMedia(id, EditClip::instance().stillPath(), &error));
+        QVERIFY2(error.contains(QLatin1String("still.png")), qPrintable(error));
+        const QSignalSpy relinked(&*project, &Project::clipChanged);
+        QVERIFY2(project->relinkMedia(id, EditClip::instance().path(), &error), qPrintable(error));
+        QVERIFY(!project->clipAt(0)->isOffline() && project->missingMedia().isEmpty());
+        QVERIFY(project->isDirty() && relinked.count() == 1);
+        QVERIFY(ClipWorkspace(project->clipAt(0)).isOpen);
+
+        copyOfClip(QStringLiteral("two/media/clip.mkv"));
+        QVERIFY(project->open(file, &error) && project->missingMedia().isEmpty());
+        QVERIFY(QFile::remove(moved));
+        project->checkMedia();
+        QVERIFY(project->clipAt(0)->isOffline());
+    }
+
+private:
+    ProjectClip *addClip(const QString &path)
+    {
+        return project->addClip(project->importMedia(path, &error));
+    }
+    void save() { QVERIFY2(project->save(file, &error), qPrintable(error)); }
+    QString copyOfClip(const QString &name)
+    {
+        const QString path = folder->filePath(name);
+        QDir().mkpath(QFileInfo(path).absolutePath());
+        if (!QFile::copy(EditClip::instance().path(), path))
+            qFatal("the test clip cannot be copied");
+        return path;
+    }
+
+    std::optional<QTemporaryDir> folder;
+    std::optional<Project> project;
+    QString file;
+    QString error;
+};
+
+ZK_TEST_MAIN(ZkProjectTest)
+#include "ZkProjectTest.moc"

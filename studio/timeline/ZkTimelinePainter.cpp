@@ -17,15 +17,17 @@ namespace zk::timeline {
 namespace {
 
 // Widget pixels.
-constexpr double rulerHeight = 26;
+constexpr double rulerHeight = 30;
+constexpr double labelsBottom = 18; // the handle of the playhead has its place below
 constexpr double nodesHeight = 20;
 constexpr double bandHeight = 6;
 constexpr double gap = 4;
-constexpr double minorTick = 5;
-constexpr double majorTick = 11;
+constexpr double minorTick = 4;
+constexpr double majorTick = 9;
 constexpr double nodeHalf = 6;
 constexpr double handleHalf = 6;
-constexpr double handleHeight = 13;
+constexpr double handleHeight = 12;
+constexpr double labelInset = 1; // a time code begins above its mark
 constexpr double stripRadius = 3;
 // From this width on, the cell that the playhead stands in can be told from its neighbours.
 constexpr double wideCell = 5;
@@ -131,8 +133,8 @@ void TimelinePainter::paintRuler()
     m_labelWidth =
         QFontMetricsF(m_look.font).horizontalAdvance(timeCode(scale.frameCount() - 1, rate));
     const RulerSteps steps = rulerSteps(rate, scale.pixelsPerFrame(), m_labelWidth);
-    // A time code stands on the right of its mark and reaches over the marks behind it.
-    const qint64 first = scale.frameAt(m_exposed.left() - m_labelWidth - gap);
+    // A time code begins above its mark and reaches over the marks behind it.
+    const qint64 first = scale.frameAt(m_exposed.left() - m_labelWidth);
     const qint64 last = scale.frameAt(m_exposed.right() + 1);
     for (qint64 frame = first / steps.minor * steps.minor; frame <= last; frame += steps.minor)
         paintTick(frame, frame % steps.major == 0);
@@ -144,14 +146,14 @@ void TimelinePainter::paintTick(qint64 frame, bool isMajor)
     const double x = std::floor(scale.centreOf(frame));
     const double length = isMajor ? majorTick : minorTick;
     m_painter->fillRect(QRectF(x, m_rows.ruler.bottom() - length, 1, length), m_colors.tick);
-    const QRectF label(x + gap, m_rows.ruler.top(), m_labelWidth + 1, m_rows.ruler.height() - gap);
+    const QRectF label(x - labelInset, m_rows.ruler.top(), m_labelWidth + 1, labelsBottom);
     // One that no scrolling can bring into sight would only be cut off.
     const bool isCut = label.right() > scale.width() && scale.offset() >= scale.maximumOffset();
     if (!isMajor || isCut)
         return;
     m_painter->setPen(m_colors.text);
     m_painter->drawText(label,
-                        Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip,
+                        Qt::AlignLeft | Qt::AlignBottom | Qt::TextDontClip,
                         timeCode(frame, m_presenter.frameRate()));
 }
 
@@ -175,9 +177,12 @@ void TimelinePainter::paintBand()
 {
     const TimelineScale &scale = m_presenter.scale();
     const SegmentMarks &marks = m_presenter.marks();
+    // Whole pixels of the screen, or gaps would show where parts meet.
+    const double ratio = m_painter->device()->devicePixelRatioF();
+    const auto edge = [&](qint64 frame) { return std::round(scale.leftOf(frame) * ratio) / ratio; };
     const auto part = [&](qint64 first, qint64 end) {
-        const double left = scale.leftOf(first);
-        return QRectF(left, m_rows.band.top(), scale.leftOf(end) - left, m_rows.band.height());
+        const double left = edge(first);
+        return QRectF(left, m_rows.band.top(), edge(end) - left, m_rows.band.height());
     };
     m_painter->fillRect(part(0, scale.frameCount()), m_colors.strip);
     if (!marks.isTracked())

@@ -14,8 +14,8 @@ class Filmstrip;
 // The rows of the canvas, in widget pixels.
 struct CanvasRows
 {
-    static constexpr int leastHeight = 112;
-    static constexpr int goodHeight = 136;
+    static constexpr int leastHeight = 116;
+    static constexpr int goodHeight = 140;
 
     explicit CanvasRows(const QSize &size);
 

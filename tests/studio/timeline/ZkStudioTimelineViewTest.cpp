@@ -19,7 +19,7 @@ namespace {
 
 // Rows of the canvas, by a pixel in each.
 constexpr int rulerY = 8;
-constexpr int nodesY = 36;
+constexpr int nodesY = 40;
 constexpr int stripY = 80;
 
 // What the offscreen platform has to say about windows.

@@ -22,6 +22,9 @@ public:
     void setViewport(const QSizeF &size, qreal devicePixelRatio);
     qreal devicePixelRatio() const { return m_devicePixelRatio; }
     void reportZoom();
+    // Empty while there is no frame.
+    QSize sourceSize() const { return m_geometry.sourceSize(); }
+    float fittedLevel() const { return m_geometry.fittedLevel(); }
 
     // While off, zoom() is ignored. Panning stays possible.
     void setZoomEnabled(bool enabled) { m_isZoomEnabled = enabled; }

@@ -31,6 +31,7 @@ public:
     // 0 while fitted.
     float level() const { return m_level; }
     float effectiveLevel() const;
+    float fittedLevel() const;
     // The level so many entries further in the table, never beyond its ends.
     float nextLevel(int step) const;
 
@@ -42,7 +43,6 @@ public:
     bool canPan() const;
 
 private:
-    float fittedLevel() const;
     QSizeF frameSize() const;
 
     QSize m_source;

@@ -35,7 +35,7 @@ void ZkMediaPlayerZoomerPresenter::zoom(float level, const QPointF &anchor)
 }
 float ZkMediaPlayerZoomerPresenter::zoomLevel(bool effective) const
 {
-    return effective ? 0.5f : 0.0f;
+    return effective ? 0.5f : d_ptr->player->zoomLevel;
 }
 QRectF ZkMediaPlayerZoomerPresenter::frameRect() const
 {
@@ -112,7 +112,10 @@ void ZkMediaPlayerPresenter::update()
     if (delay >= 0)
         QTimer::singleShot(delay, this, &ZkMediaPlayerPresenter::sigSeekFinished);
 }
-void ZkMediaPlayerPresenter::setZoomEnabled(bool) { }
+void ZkMediaPlayerPresenter::setZoomEnabled(bool enabled)
+{
+    note("player.setZoomEnabled", enabled);
+}
 bool ZkMediaPlayerPresenter::isZoomEnabled() const
 {
     return true;

@@ -39,6 +39,7 @@ public:
     int seekDelay = 0; // ms until an update is on screen; negative: never
     QRectF frameRect {0, 0, 640, 360};
     bool pannable = true;
+    float zoomLevel = 0; // not the effective one
 };
 
 } // namespace zk::fake

@@ -77,11 +77,14 @@ QRect StrokeLayer::drawPiece(const QPen &pen, const QLineF &piece)
     QPainter painter(&m_scratch);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setTransform(m_strokeToPixels * QTransform::fromTranslate(-area.x(), -area.y()));
-    painter.setPen(pen);
-    if (piece.p1() == piece.p2())
-        painter.drawPoint(piece.p1());
-    else
+    if (piece.p1() == piece.p2()) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(pen.color());
+        painter.drawEllipse(piece.p1(), radius, radius);
+    } else {
+        painter.setPen(pen);
         painter.drawLine(piece);
+    }
     painter.end();
     merge(area);
     return area;

@@ -92,4 +92,17 @@ void applyCutout(ZkStudioClip *clip,
         clip->studioEffects()->add(cutoutEffectOf(edited));
 }
 
+void removeCutout(ZkStudioClip *clip, const QString &text)
+{
+    const auto type = ZKSMARTKEYING::SmartCutout;
+    const ZkStudioSmartKeyingService *service = clip->studioService(type);
+    if (!isCutOut(*clip, *service))
+        return;
+    ZkStudioUndoRedoService *undo = clip->studioTimeline()->undoRedoService();
+    const ZkPauseEventCommander pause(undo);
+    const ZkUndoRedoCommander step(undo, text, QStringLiteral("removeCutout"));
+    undo->push(new ApplyItem(clip, type, {Segments(), service->settings(), nullptr}));
+    removeCutoutEffects(clip->studioEffects());
+}
+
 } // namespace zk::datamodel

@@ -2,6 +2,7 @@
 
 #include "../segmentation/ZkEncodedMatte.h"
 
+#include "ZkGlobal.h"
 #include "datamodel/ZkSmartKeyingTypes.h"
 
 #include <QVector>
@@ -16,5 +17,9 @@ void applyCutout(ZkStudioClip *clip,
                  const ZkStudioClip &edited,
                  ZKSMARTKEYING::ZkSmartKeyingBusinessType type,
                  const QVector<EncodedMatte> &mattes);
+
+// Takes the cutout, and what was painted for it, off a clip of the project, as one undo step of that text on
+// its timeline. Does nothing without one.
+ZKDATAMODEL_EXPORT void removeCutout(ZkStudioClip *clip, const QString &text);
 
 } // namespace zk::datamodel

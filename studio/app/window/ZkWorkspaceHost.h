@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QByteArray>
+#include <QObject>
+#include <QPointer>
+
+#include <functional>
+
+class IZkUndoRedoService;
+class QStackedWidget;
+class ZkStudioProjectManager;
+
+namespace zk::datamodel {
+class ProjectClip;
+}
+
+namespace zk::app {
+
+class WorkspacePage;
+
+// Shows the workspace of one clip in place of the editor's page, and takes it away again.
+class WorkspaceHost : public QObject
+{
+    Q_OBJECT
+
+public:
+    // Neither is owned; the manager must outlive the host.
+    WorkspaceHost(QStackedWidget *pages, ZkStudioProjectManager *manager);
+    ~WorkspaceHost() override;
+
+    bool isOpen() const { return page(); }
+    WorkspacePage *page() const; // null: none
+    // Does nothing while one is open. The clip must stay until closed().
+    void open(const datamodel::ProjectClip &clip);
+    // Runs the function when no workspace is open any more, at once if none is. The user may keep it open;
+    // then the function is forgotten.
+    void closeThen(std::function<void()> function);
+
+Q_SIGNALS:
+    void opened();
+    void closed(bool applied);
+    void undoRedoChanged();
+
+private:
+    void onClosed(bool applied);
+
+    QStackedWidget *const m_pages;
+    ZkStudioProjectManager *const m_manager;
+    QPointer<WorkspacePage> m_page;
+    std::function<void()> m_next; // waits for the page to close
+};
+
+} // namespace zk::app

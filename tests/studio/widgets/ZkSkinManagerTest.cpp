@@ -4,6 +4,7 @@
 #include "ZkWidgets.h"
 
 #include <QApplication>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 
 namespace {
@@ -29,15 +30,43 @@ private slots:
         QVERIFY(remove.hslHue() > 330 || remove.hslHue() < 10);
     }
 
+    void colorsHaveNumbers()
+    {
+        for (int type = ZKSKIN::Canvas; type <= ZKSKIN::OnAccent; ++type)
+            QVERIFY2(ZkSkinManager::instance()->color(type).isValid(), QByteArray::number(type));
+        QVERIFY(!ZkSkinManager::instance()->color(0).isValid());
+    }
+
+    // A button whose icon is not there is an empty square.
+    void namedIconsHaveAllLooks()
+    {
+        const ZkSkin skin(":/ZkSkin");
+        const QRegularExpression name("qproperty-iconName: \"(\\w+)\"");
+        QSet<QString> names {"play", "pause", "stop", "zoom_in", "zoom_out"};
+        const QStringList keys = skin.keys();
+        for (const QString &key : keys) {
+            const QString sheet = skin.styleSheet(key);
+            for (auto it = name.globalMatch(sheet); it.hasNext();)
+                names.insert(it.next().captured(1));
+        }
+        QVERIFY(names.size() > 15);
+        for (const QString &icon : qAsConst(names)) {
+            for (const char *look : {"", "_checked", "_disabled"}) {
+                const QString path = ":/ZkSkin/icons/icon24_" + icon + QLatin1String(look);
+                QCOMPARE(QImage(path + ".png").size(), QSize(24, 24));
+                QCOMPARE(QImage(path + "@2x.png").size(), QSize(48, 48));
+            }
+        }
+        QVERIFY(ZkSkinManager::instance()->icon("no_such_icon").isNull());
+    }
+
     void appliesSectionsByKey_data()
     {
         QTest::addColumn<bool>("isKnown");
-        for (const char *key : {"Application/MainWindow",
-                                "Widgets/Panel",
-                                "Widgets/Canvas",
-                                "Widgets/PrimaryButton",
-                                "Widgets/Toast"})
-            QTest::newRow(key) << true;
+        const QStringList known = ZkSkin(":/ZkSkin").keys();
+        QVERIFY(known.size() > 20);
+        for (const QString &key : known)
+            QTest::newRow(qUtf8Printable(key)) << true;
         for (const char *key : {"Widgets/NoSuchObject", "NoSuchArea/Panel", "Widgets", "/"})
             QTest::newRow(key) << false;
     }
@@ -70,16 +99,20 @@ void ZkSkinManagerTest::faultySkinKeepsTheRest()
     write(dir.filePath("Area.qss"),
           "/* not in a section: @Good */\n"
           "/* @section One */\nQLabel { color: @Good; background: @Missing; }\n"
-          "/* @section Empty */\r\n/* @section Last */\nQLabel { color: @Good }");
+          "/* @section Empty */\r\n/* @section Last */\nQLabel { color: @Good }\n"
+          "/* @section User */\n@use Area/Last\n@use Area/Nowhere\nQFrame { margin: 0 }");
     // The test fails when an ignored message does not come.
     QTest::ignoreMessage(QtWarningMsg, "the palette has no valid colour for \"Bad\"");
     QTest::ignoreMessage(QtWarningMsg, "Area/One names the unknown colour Missing");
+    QTest::ignoreMessage(QtWarningMsg, "Area/User uses the unknown section Area/Nowhere");
     const ZkSkin skin(dir.path());
     QCOMPARE(skin.color(3), QColor(0x10, 0x20, 0x30)); // opaque, whatever the file says
     QVERIFY(!skin.color(4).isValid());
     QVERIFY(skin.styleSheet("Area/One").contains(QLatin1String("color: #102030;")));
     QVERIFY(!skin.styleSheet("Area/Empty").isNull());
     QCOMPARE(skin.styleSheet("Area/Last"), QStringLiteral("QLabel { color: #102030 }"));
+    QCOMPARE(skin.styleSheet("Area/User").simplified(),
+             QStringLiteral("QLabel { color: #102030 } QFrame { margin: 0 }"));
 }
 
 ZK_TEST_MAIN(ZkSkinManagerTest)

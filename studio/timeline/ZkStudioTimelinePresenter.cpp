@@ -33,7 +33,8 @@ void ZkStudioTimelinePresenter::setTimeline(ZkStudioTimeline *timeline)
     m_position = position();
     m_isScrolledAway = false;
     m_selection = NodeSelection();
-    m_scale.setFrameCount(timeline ? timeline->frameCount() : 0);
+    takeClip();
+    m_scale.fit();
     m_marks.read(service(), m_scale.frameCount());
     Q_EMIT sigTimelineChanged();
     Q_EMIT sigSelectionChanged();
@@ -193,15 +194,29 @@ void ZkStudioTimelinePresenter::clearSelection()
         Q_EMIT sigSelectionChanged();
 }
 
+// True when it is another one. Fits it then.
+bool ZkStudioTimelinePresenter::takeClip()
+{
+    const ZkStudioTimeline *shown = timeline();
+    const ZkStudioClip *clip = shown ? shown->clip() : nullptr;
+    const QString path = clip ? clip->media().path : QString();
+    const qint64 inFrame = clip ? clip->inFrame() : 0;
+    const qint64 count = clip ? clip->frameCount() : 0;
+    if (path == m_mediaPath && inFrame == m_inFrame && count == m_scale.frameCount())
+        return false;
+    m_mediaPath = path;
+    m_inFrame = inFrame;
+    m_scale.setFrameCount(count);
+    return true;
+}
+
 void ZkStudioTimelinePresenter::onTimelineChangedEvent(const ZkTimelineChanges &changes)
 {
     attach(); // the clip may be another one
-    const bool isOtherLength = timeline()->frameCount() != m_scale.frameCount();
-    if (isOtherLength)
-        m_scale.setFrameCount(timeline()->frameCount());
-    if (isOtherLength || changes.contains(ZKTIMELINE::SegmentChange))
+    const bool isOtherClip = takeClip();
+    if (isOtherClip || changes.contains(ZKTIMELINE::SegmentChange))
         readMarks();
-    if (isOtherLength) {
+    if (isOtherClip) {
         Q_EMIT sigTimelineChanged();
         reportScale();
     }

@@ -75,12 +75,15 @@ private:
     void attach();
     void detach();
     ZkStudioSmartKeyingService *service() const;
+    bool takeClip();
     void readMarks();
     void follow(qint64 frame);
     void reportScale();
     void setZoomValue(int value);
 
     ZkTimelineHandle m_handle = 0; // of a timeline that may be gone
+    QString m_mediaPath; // of the clip that the view knows, with the frame of the file that it begins at
+    qint64 m_inFrame = 0;
     zk::timeline::TimelineScale m_scale;
     zk::timeline::SegmentMarks m_marks;
     zk::timeline::NodeSelection m_selection;

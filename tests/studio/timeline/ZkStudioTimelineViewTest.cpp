@@ -42,10 +42,8 @@ public:
 
     bool giveNodes(const QVector<qint64> &frames)
     {
-        bool isGiven = true;
-        for (const qint64 frame : frames)
-            isGiven = giveTruth(frame) && isGiven;
-        return isGiven;
+        return std::all_of(
+            frames.cbegin(), frames.cend(), [this](qint64 frame) { return giveTruth(frame); });
     }
     QPoint at(qint64 frame, int y) const
     {
@@ -124,7 +122,15 @@ private Q_SLOTS:
             EditBench bench;
             presenter.setTimeline(bench.timeline());
             QVERIFY(!isBlank());
-            view.canvas()->setFocus();
+            // Another clip with its own frames and, as it is reported, its own marks.
+            const zk::media::MediaInfo media = bench.clip()->media();
+            bench.timeline()->setClip(
+                std::make_unique<ZkStudioClip>(bench.timeline(), media, 2, 5));
+            bench.service()->reportChange();
+            QCOMPARE(presenter.scale().frameCount(), 5);
+            bench.service()->storeTracked(
+                1, true, {EncodedMatte(maskOf({0, 0, 9, 9})), 1, 0, 0, 1});
+            QCOMPARE(presenter.marks().confidenceAt(1), 1.0F);
         } // the timeline dies first
         QTest::mouseClick(view.canvas(), Qt::LeftButton, {}, {300, rulerY});
         QTest::keyClick(view.canvas(), Qt::Key_Right);
@@ -323,6 +329,9 @@ private Q_SLOTS:
         bench.service()->storeTracked(4, true, {matte, 0.25F, 0, 0, 1});
         QVERIFY(bench.bandAt(3) != none && bench.bandAt(5) == none);
         QVERIFY(bench.bandAt(3).value() > bench.bandAt(4).value() + 40); // less sure, less bright
+        // The later of two runs counts where neither came from the nodes around it.
+        bench.service()->storeTracked(4, false, {matte, 0.75F, 9, 0, 2});
+        QCOMPARE(bench.presenter.marks().confidenceAt(4), 0.75F);
         bench.press(Qt::Key_Delete);
         bench.press(Qt::Key_End);
         QCOMPARE(bench.segments().nodes().size(), 1);

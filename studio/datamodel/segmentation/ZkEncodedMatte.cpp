@@ -23,7 +23,10 @@ constexpr int compressionLevel = 3;
 QByteArray compressed(const cv::Mat &pixels)
 {
     const cv::Mat box = pixels.clone(); // without the gaps between its lines
-    return qCompress(box.data, int(box.total()), compressionLevel);
+    const QByteArray roomy = qCompress(box.data, int(box.total()), compressionLevel);
+    // Not shrunk where it was compressed: every mask of a clip would leave a gap as large as its box
+    // behind it, too small for the next one, and memory would grow by the masks' uncompressed size.
+    return QByteArray(roomy.constData(), roomy.size());
 }
 
 // Whether the data says of itself that it holds that many bytes (big-endian, in its first four): it

@@ -1,0 +1,205 @@
+// A saved project is exported, by the program and by the task that dialogs use.
+#include "ZkExportOptions.h"
+#include "ZkExporter.h"
+#include "ZkMediaReader.h"
+#include "ZkSampleClip.h"
+#include "ZkTestMain.h"
+#include "project/ZkProject.h"
+#include "timeline/ZkStudioTimeline.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+#include <cstring>
+
+using namespace zk::app;
+Q_DECLARE_METATYPE(zk::app::ExitCode)
+
+namespace {
+
+constexpr int frames = 12;
+
+// Makes the true mattes the clip's cutout.
+bool cutOut(const zk::datamodel::ProjectClip *clip, const zk::media::SampleClip &sample)
+{
+    struct Observer : IZkSmartKeyingEditControllerObserver
+    {
+        void onSavingProgressEvent(int) override { }
+        void onSaveFinishedEvent(int saved) override { result = saved; }
+        void onNodeChangedEvent(qint64) override { }
+        int result = -1;
+    } observer;
+    IZkSmartKeyingEditController *controller = createSmartKeyingEditController();
+    qint64 start = 0;
+    bool isGood = controller->initialise(clip->clip(), nullptr, &start, ZKSMARTKEYING::SmartCutout);
+    if (isGood)
+        controller->editClip()->smartKeyingService(ZKSMARTKEYING::SmartCutout)->setEnabled(true);
+    controller->addObserver(&observer);
+    for (int frame = 0; frame < frames && isGood; ++frame)
+        isGood = controller->setMatte(frame, sample.matte(frame));
+    controller->apply();
+    isGood = QTest::qWaitFor([&] { return observer.result >= 0; }, 10000) && isGood;
+    releaseSmartKeyingEditController(controller);
+    return isGood && observer.result == ZKSMARTKEYING::SaveSucceeded;
+}
+
+} // namespace
+
+class TestExportCommand : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        const zk::media::SampleClip sample({QSize(160, 90), frames, 24});
+        QString error;
+        QVERIFY2(sample.write(file("clip.mkv"), file("mattes"), &error), qPrintable(error));
+        QVERIFY(sample.frame(0).save(file("still.png")));
+        const qint64 media = m_project.importMedia(file("clip.mkv"), &error);
+        QVERIFY2(cutOut(m_project.addClip(media), sample), "no cutout");
+        QVERIFY(m_project.save(file("one.zkproj"), &error));
+        QVERIFY(m_project.addClip(m_project.importMedia(file("still.png"), &error)));
+        QVERIFY(m_project.save(file("two.zkproj"), &error));
+        zk::datamodel::Project offline;
+        QVERIFY(QFile::copy(file("still.png"), file("gone.png")));
+        offline.addClip(offline.importMedia(file("gone.png"), &error));
+        QVERIFY(offline.save(file("offline.zkproj"), &error) && QFile::remove(file("gone.png")));
+    }
+
+    void writesTheCutoutThatWasSaved()
+    {
+        const QString mattes = file("written/%05d.png");
+        QCOMPARE(run({file("one.zkproj"), "--json", "-o", file("cut.mkv")}), 0);
+        QVERIFY2(m_out.contains("\"percent\":100") && m_out.trimmed().endsWith("\"done\"}"), m_out);
+        QCOMPARE(run({file("two.zkproj"), "--clip", "1", "--matte", "-o", mattes}), 0);
+        QString error;
+        const auto reader = zk::media::MediaReader::open(file("cut.mkv"), &error);
+        QVERIFY2(reader, qPrintable(error));
+        QCOMPARE(reader->info().frameCount, qint64(frames));
+        for (int frame = 0; frame < frames; ++frame) {
+            const QString name = QStringLiteral("/%1.png").arg(frame, 5, 10, QLatin1Char('0'));
+            const QImage truth = grey(QImage(file("mattes") + name));
+            QCOMPARE(grey(QImage(file("written") + name)), truth);
+            const QImage alpha = reader->frameAt(frame).convertToFormat(QImage::Format_Alpha8);
+            for (int y = 0; y < truth.height(); ++y)
+                QVERIFY(!std::memcmp(alpha.constScanLine(y), truth.constScanLine(y), 160));
+        }
+    }
+
+    void givesEveryClipAFile()
+    {
+        QVERIFY(QDir(m_folder.path()).mkdir(QStringLiteral("all")));
+        QCOMPARE(run({file("two.zkproj"),
+                      "--format",
+                      "mp4",
+                      "--background",
+                      "#204060",
+                      "-o",
+                      file("all"),
+                      "-o",
+                      file("all/n%02d.webm")}),
+                 0);
+        QCOMPARE(QDir(file("all")).entryList(QDir::Files),
+                 QStringList({"clip-01.mp4", "n01.webm", "n02.webm", "still-02.mp4"}));
+
+        ExportOptions options;
+        QStringList paths;
+        QString error;
+        options.outputs = QStringList {"a/%02d/%05d.png", "b/%05d.png", "c%03d.mov"};
+        QVERIFY(options.outputsFor(7, QStringLiteral("x"), 1, &paths, &error));
+        QCOMPARE(paths, QStringList({"a/07/%05d.png", "b/%05d.png", "c007.mov"}));
+        QVERIFY(
+            !options.outputsFor(7, QStringLiteral("x"), 2, &paths, &error)); // "b" has no number
+    }
+
+    void explainsWhatIsWrong_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<ExitCode>("code");
+        QTest::addColumn<QString>("text");
+        const auto row = [](const char *text, const QStringList &arguments, ExitCode code) {
+            QTest::newRow(text) << arguments << code << QString::fromLatin1(text);
+        };
+        const QString two = file("two.zkproj");
+        const QString out = file("bad/out.mov");
+        row("exactly one project", {"-o", out}, ExitCode::Usage);
+        row("say where", {two}, ExitCode::Usage);
+        row("number of a clip", {two, "--clip", "0", "-o", out}, ExitCode::Usage);
+        row("there is no clip 3", {two, "--clip", "3", "-o", out}, ExitCode::Usage);
+        row("name with %02d", {two, "-o", out}, ExitCode::Usage);
+        row("--format", {two, "--format", "avi", "-o", file("bad")}, ExitCode::Usage);
+        row("overwrite", {two, "--clip", "1", "-o", file("clip.mkv")}, ExitCode::Usage);
+        row("does not exist", {file("none.zkproj"), "-o", out}, ExitCode::BadInput);
+        row("not a project", {file("clip.mkv"), "-o", out}, ExitCode::BadInput);
+        row("is missing", {file("offline.zkproj"), "-o", out}, ExitCode::BadInput);
+        row("folder", {file("one.zkproj"), "-o", file("none/out.mov")}, ExitCode::BadOutput);
+    }
+    void explainsWhatIsWrong()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(ExitCode, code);
+        QFETCH(QString, text);
+        QDir(m_folder.path()).mkdir(QStringLiteral("bad"));
+        QCOMPARE(run(arguments), int(code));
+        QVERIFY2(m_errors.contains(text.toUtf8()), m_errors.constData());
+        QVERIFY(QDir(file("bad")).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
+    }
+
+    void runsInAThreadAndStops()
+    {
+        const zk::datamodel::RenderSnapshot snapshot(*m_project.clipAt(0)->timeline());
+        ExportSettings settings;
+        settings.outputs = QStringList {file("task/out.mkv")};
+        QVERIFY(QDir(m_folder.path()).mkdir(QStringLiteral("task")));
+        ExportTask task;
+        QSignalSpy finished(&task, &ExportTask::finished);
+        QSignalSpy progress(&task, &ExportTask::progress);
+        connect(&task, &ExportTask::progress, &task, &ExportTask::cancel);
+        QVERIFY(task.start(snapshot, settings) && !task.start(snapshot, settings));
+        task.cancel();
+        QTRY_COMPARE_WITH_TIMEOUT(finished.count(), 1, 10000);
+        QCOMPARE(finished.at(0).at(0).value<ExportOutcome>().code, ExitCode::Interrupted);
+        QVERIFY(QDir(file("task")).entryList(QDir::Files | QDir::Hidden).isEmpty());
+
+        task.disconnect(&task);
+        progress.clear();
+        QVERIFY(!task.isRunning() && task.start(snapshot, settings));
+        QTRY_COMPARE_WITH_TIMEOUT(finished.count(), 2, 10000);
+        const auto outcome = finished.at(1).at(0).value<ExportOutcome>();
+        QVERIFY2(outcome.code == ExitCode::Success, qPrintable(outcome.message));
+        QCOMPARE(outcome.written, settings.outputs);
+        QCOMPARE(progress.count(), frames);
+        QCOMPARE(progress.last().at(0).toInt(), 100);
+        QCOMPARE(progress.last().at(1).toLongLong(), qint64(0)); // ms left
+    }
+
+private:
+    QString file(const char *name) const { return m_folder.filePath(QLatin1String(name)); }
+    static QImage grey(const QImage &image)
+    {
+        return image.convertToFormat(QImage::Format_Grayscale8);
+    }
+    int run(const QStringList &arguments)
+    {
+        QProcess program;
+        program.start(QStringLiteral(ZKSTUDIO_PROGRAM),
+                      QStringList(QStringLiteral("export")) + arguments);
+        if (!program.waitForFinished(60000))
+            return -1;
+        m_out = program.readAllStandardOutput();
+        m_errors = program.readAllStandardError();
+        return program.exitStatus() == QProcess::NormalExit ? program.exitCode() : -2;
+    }
+
+    QTemporaryDir m_folder;
+    zk::datamodel::Project m_project;
+    QByteArray m_out;
+    QByteArray m_errors;
+};
+
+ZK_TEST_MAIN(TestExportCommand)
+#include "tst_export_command.moc"

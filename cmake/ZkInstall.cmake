@@ -7,7 +7,7 @@ set(_zk_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/ZkSmartKeying)
 set(_zk_include_dir ${CMAKE_INSTALL_INCLUDEDIR}/ZkSmartKeying)
 
 set(_zk_targets ZkHost ZkSmartKeying)
-foreach(library Core Utility Widgets Engine Media Effects Storage DataModel MediaPlayer FakeDataModel FakeMediaPlayer)
+foreach(library Core Utility Widgets Language Engine Media Effects Storage DataModel MediaPlayer TimelineView FakeDataModel FakeMediaPlayer)
     if(TARGET Zk${library} AND (ZK_STUDIO OR NOT library MATCHES "^(Engine|Media|Effects|Storage)$"))
         if(NOT (ZK_STUDIO AND library MATCHES "^Fake"))
             list(APPEND _zk_targets Zk${library})
@@ -29,11 +29,13 @@ install(TARGETS ${_zk_targets} EXPORT ZkSmartKeyingTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
-    INCLUDES DESTINATION ${_zk_include_dir}/presenters ${_zk_include_dir}/presets)
+    INCLUDES DESTINATION
+        ${_zk_include_dir}/presenters ${_zk_include_dir}/presets ${_zk_include_dir}/workspace)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/host/ DESTINATION ${_zk_include_dir}/host
     FILES_MATCHING PATTERN "*.h")
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/ZkSmartKeying/ DESTINATION ${_zk_include_dir}
-    FILES_MATCHING PATTERN "Z*Presenter.h" PATTERN "ZCutoutPresetItem*.h" PATTERN "ZkSmartKeyingGlobal.h")
+    FILES_MATCHING PATTERN "Z*Presenter.h" PATTERN "ZCutoutPresetItem*.h"
+    PATTERN "ZkSmartKeyingPlayerView.h" PATTERN "ZkSmartKeyingGlobal.h")
 
 install(EXPORT ZkSmartKeyingTargets NAMESPACE Zk:: DESTINATION ${_zk_package_dir})
 configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/ZkSmartKeyingConfig.cmake.in

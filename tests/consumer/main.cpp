@@ -3,6 +3,7 @@
 
 #include <ZCutoutPresetItemModel.h>
 #include <ZkDataModel.h>
+#include <ZkSmartKeyingPlayerView.h>
 #include <ZkSmartKeyingPresenter.h>
 
 int main(int argc, char **argv)
@@ -13,9 +14,11 @@ int main(int argc, char **argv)
     const bool hasPresenter =
         ZkSmartKeyingPresenter::staticMetaObject.indexOfSignal("sigSmartKeyingSegmentChanged()")
         >= 0;
+    const bool hasView = ZkSmartKeyingPlayerView::staticMetaObject.inherits(
+        &ZkRoundRadiusWidgetView::staticMetaObject);
     // Known to the linker, and harmless without a host.
     ZkSmartKeyingPresenter::trackSmartCutoutClickEvent(QStringLiteral("undo"), QString());
-    return model.rowCount() == 1 && hasPresenter
+    return model.rowCount() == 1 && hasPresenter && hasView
             && !ZkSmartKeyingPresenter::isSmartKeyingEffect(nullptr)
         ? 0
         : 1;

@@ -1,0 +1,26 @@
+// The progress of one segmentation, over the player; not public.
+#pragma once
+
+#include "ZkWidgets.h"
+
+class ZkSmartKeyingProgressOverlayWidget : public ZkPlayerOverlayWidget
+{
+    Q_OBJECT
+
+public:
+    ZkSmartKeyingProgressOverlayWidget(QWidget *playerWidget, QWidget *parent);
+    ~ZkSmartKeyingProgressOverlayWidget() override;
+
+    // Percent. 0 starts afresh and is painted at once: what follows may block the thread.
+    void setProgress(int percent);
+
+protected:
+    QPoint overlayPosition() const override;
+
+private:
+    void buildBar();
+    void restart();
+
+    QProgressBar *m_progressBar = nullptr;
+    ZkLabel *m_percentLabel = nullptr;
+};

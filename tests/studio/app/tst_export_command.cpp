@@ -25,25 +25,17 @@ constexpr int frames = 12;
 // Makes the true mattes the clip's cutout.
 bool cutOut(const zk::datamodel::ProjectClip *clip, const zk::media::SampleClip &sample)
 {
-    struct Observer : IZkSmartKeyingEditControllerObserver
-    {
-        void onSavingProgressEvent(int) override { }
-        void onSaveFinishedEvent(int saved) override { result = saved; }
-        void onNodeChangedEvent(qint64) override { }
-        int result = -1;
-    } observer;
     IZkSmartKeyingEditController *controller = createSmartKeyingEditController();
     qint64 start = 0;
     bool isGood = controller->initialise(clip->clip(), nullptr, &start, ZKSMARTKEYING::SmartCutout);
     if (isGood)
         controller->editClip()->smartKeyingService(ZKSMARTKEYING::SmartCutout)->setEnabled(true);
-    controller->addObserver(&observer);
     for (int frame = 0; frame < frames && isGood; ++frame)
         isGood = controller->setMatte(frame, sample.matte(frame));
     controller->apply();
-    isGood = QTest::qWaitFor([&] { return observer.result >= 0; }, 10000) && isGood;
+    isGood = isGood && QTest::qWaitFor([clip] { return clip->isCutOut(); }, 10000);
     releaseSmartKeyingEditController(controller);
-    return isGood && observer.result == ZKSMARTKEYING::SaveSucceeded;
+    return isGood;
 }
 
 } // namespace
@@ -72,10 +64,9 @@ private Q_SLOTS:
 
     void writesTheCutoutThatWasSaved()
     {
-        const QString mattes = file("written/%05d.png");
-        QCOMPARE(run({file("one.zkproj"), "--json", "-o", file("cut.mkv")}), 0);
+        QCOMPARE(run(QStringLiteral("one.zkproj --json -o cut.mkv")), 0);
         QVERIFY2(m_out.contains("\"percent\":100") && m_out.trimmed().endsWith("\"done\"}"), m_out);
-        QCOMPARE(run({file("two.zkproj"), "--clip", "1", "--matte", "-o", mattes}), 0);
+        QCOMPARE(run(QStringLiteral("two.zkproj --clip 1 --matte -o written/%05d.png")), 0);
         QString error;
         const auto reader = zk::media::MediaReader::open(file("cut.mkv"), &error);
         QVERIFY2(reader, qPrintable(error));
@@ -93,15 +84,8 @@ private Q_SLOTS:
     void givesEveryClipAFile()
     {
         QVERIFY(QDir(m_folder.path()).mkdir(QStringLiteral("all")));
-        QCOMPARE(run({file("two.zkproj"),
-                      "--format",
-                      "mp4",
-                      "--background",
-                      "#204060",
-                      "-o",
-                      file("all"),
-                      "-o",
-                      file("all/n%02d.webm")}),
+        QCOMPARE(run(QStringLiteral(
+                     "two.zkproj --format mp4 --background #204060 -o all -o all/n%02d.webm")),
                  0);
         QCOMPARE(QDir(file("all")).entryList(QDir::Files),
                  QStringList({"clip-01.mp4", "n01.webm", "n02.webm", "still-02.mp4"}));
@@ -118,34 +102,30 @@ private Q_SLOTS:
 
     void explainsWhatIsWrong_data()
     {
-        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("arguments");
         QTest::addColumn<ExitCode>("code");
-        QTest::addColumn<QString>("text");
-        const auto row = [](const char *text, const QStringList &arguments, ExitCode code) {
-            QTest::newRow(text) << arguments << code << QString::fromLatin1(text);
+        const auto row = [](const char *text, const char *arguments, ExitCode code) {
+            QTest::newRow(text) << QString::fromLatin1(arguments) << code;
         };
-        const QString two = file("two.zkproj");
-        const QString out = file("bad/out.mov");
-        row("exactly one project", {"-o", out}, ExitCode::Usage);
-        row("say where", {two}, ExitCode::Usage);
-        row("number of a clip", {two, "--clip", "0", "-o", out}, ExitCode::Usage);
-        row("there is no clip 3", {two, "--clip", "3", "-o", out}, ExitCode::Usage);
-        row("name with %02d", {two, "-o", out}, ExitCode::Usage);
-        row("--format", {two, "--format", "avi", "-o", file("bad")}, ExitCode::Usage);
-        row("overwrite", {two, "--clip", "1", "-o", file("clip.mkv")}, ExitCode::Usage);
-        row("does not exist", {file("none.zkproj"), "-o", out}, ExitCode::BadInput);
-        row("not a project", {file("clip.mkv"), "-o", out}, ExitCode::BadInput);
-        row("is missing", {file("offline.zkproj"), "-o", out}, ExitCode::BadInput);
-        row("folder", {file("one.zkproj"), "-o", file("none/out.mov")}, ExitCode::BadOutput);
+        row("exactly one project", "-o bad/out.mov", ExitCode::Usage);
+        row("say where", "two.zkproj", ExitCode::Usage);
+        row("number of a clip", "two.zkproj --clip 0 -o bad/out.mov", ExitCode::Usage);
+        row("there is no clip 3", "two.zkproj --clip 3 -o bad/out.mov", ExitCode::Usage);
+        row("name with %02d", "two.zkproj -o bad/out.mov", ExitCode::Usage);
+        row("--format", "two.zkproj --format avi -o bad", ExitCode::Usage);
+        row("overwrite", "two.zkproj --clip 1 -o clip.mkv", ExitCode::Usage);
+        row("does not exist", "none.zkproj -o bad/out.mov", ExitCode::BadInput);
+        row("not a project", "clip.mkv -o bad/out.mov", ExitCode::BadInput);
+        row("is missing", "offline.zkproj -o bad/out.mov", ExitCode::BadInput);
+        row("folder", "one.zkproj -o none/out.mov", ExitCode::BadOutput);
     }
     void explainsWhatIsWrong()
     {
-        QFETCH(QStringList, arguments);
+        QFETCH(QString, arguments);
         QFETCH(ExitCode, code);
-        QFETCH(QString, text);
         QDir(m_folder.path()).mkdir(QStringLiteral("bad"));
         QCOMPARE(run(arguments), int(code));
-        QVERIFY2(m_errors.contains(text.toUtf8()), m_errors.constData());
+        QVERIFY2(m_errors.contains(QTest::currentDataTag()), m_errors.constData());
         QVERIFY(QDir(file("bad")).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
     }
 
@@ -183,11 +163,12 @@ private:
     {
         return image.convertToFormat(QImage::Format_Grayscale8);
     }
-    int run(const QStringList &arguments)
+    int run(const QString &arguments)
     {
         QProcess program;
+        program.setWorkingDirectory(m_folder.path());
         program.start(QStringLiteral(ZKSTUDIO_PROGRAM),
-                      QStringList(QStringLiteral("export")) + arguments);
+                      (QStringLiteral("export ") + arguments).split(QLatin1Char(' ')));
         if (!program.waitForFinished(60000))
             return -1;
         m_out = program.readAllStandardOutput();

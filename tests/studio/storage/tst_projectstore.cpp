@@ -105,8 +105,8 @@ private Q_SLOTS:
         QVERIFY(qAbs(read.saved.secsTo(QDateTime::currentDateTimeUtc())) < 60);
         // What shares its bytes is kept once: 5 mattes with bytes, twice those of a segmentation, and
         // the empty one.
-        QCOMPARE(number(file, "SELECT count(*) FROM matte"), 2 * 4 + 1 + 1 + 1);
-        QCOMPARE(number(file, "PRAGMA user_version"), ProjectStore::formatVersion);
+        QCOMPARE(sql(file, {"SELECT count(*) FROM matte"}).toInt(), 2 * 4 + 1 + 1 + 1);
+        QCOMPARE(sql(file, {"PRAGMA user_version"}).toInt(), ProjectStore::formatVersion);
 
         ProjectRecord summary;
         QCOMPARE(ProjectStore::loadSummary(file, &summary, &error),
@@ -127,7 +127,7 @@ private Q_SLOTS:
         const QByteArray good = readFile(file);
         QByteArray other = good;
         other.replace(68, 4, "ZkPl");
-        change(file, "PRAGMA user_version = 7; UPDATE project SET application = '9.8.7'");
+        sql(file, {"PRAGMA user_version = 7", "UPDATE project SET application = '9.8.7'"});
         const QByteArray newer = readFile(file);
         QTest::newRow("missing") << QByteArray() << Result::Missing << QStringList {"exist"};
         QTest::newRow("text") << QByteArray(5000, 'x') << Result::Foreign << QStringList {"not a"};
@@ -249,34 +249,20 @@ private:
             .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
     }
 
-    template<typename Use>
-    void withDatabase(const QString &file, Use use)
+    // The first value of the last statement; invalid when it has none.
+    QVariant sql(const QString &file, const QStringList &statements)
     {
+        QVariant value;
         {
             auto database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), file);
             database.setDatabaseName(file);
-            QVERIFY(database.open());
+            database.open();
             QSqlQuery query(database);
-            use(query);
+            for (const QString &statement : statements)
+                value = query.exec(statement) && query.next() ? query.value(0) : QVariant();
         }
         QSqlDatabase::removeDatabase(file);
-    }
-    void change(const QString &file, const char *statements)
-    {
-        withDatabase(file, [statements](QSqlQuery &query) {
-            const auto parts = QString::fromLatin1(statements).split(QLatin1Char(';'));
-            for (const QString &part : parts)
-                QVERIFY(query.exec(part));
-        });
-    }
-    int number(const QString &file, const char *statement)
-    {
-        int result = -1;
-        withDatabase(file, [&](QSqlQuery &query) {
-            QVERIFY(query.exec(QLatin1String(statement)) && query.next());
-            result = query.value(0).toInt();
-        });
-        return result;
+        return value;
     }
 
     std::unique_ptr<QTemporaryDir> m_folder;

@@ -1,6 +1,7 @@
-#include "ProjectBench.h"
+#include "EditBench.h"
 
 #include "project/ZkAutosave.h"
+#include "project/ZkProject.h"
 
 #include "ZkTestMain.h"
 

@@ -2,6 +2,7 @@
 
 #include "Pixels_p.h"
 
+#include <utility>
 #include <vector>
 
 namespace zk::effects {
@@ -56,6 +57,14 @@ QImage matteFor(const RenderInput &input, bool invert)
     return invert ? invertedMatte(matte) : matte.convertToFormat(QImage::Format_Grayscale8);
 }
 
+// The frame on black, as it is when no mask lies over it: what plays most, so it has to be quick.
+QImage asItIs(const QImage &frame)
+{
+    QImage result = frame.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    result.reinterpretAsFormat(QImage::Format_RGB32);
+    return std::move(result).convertToFormat(QImage::Format_ARGB32_Premultiplied);
+}
+
 QImage withOverlay(const RenderInput &input, const PreviewSettings &settings)
 {
     const QImage frame = input.frame.convertToFormat(QImage::Format_RGBA8888);
@@ -65,9 +74,13 @@ QImage withOverlay(const RenderInput &input, const PreviewSettings &settings)
     const int strength = qBound(0, settings.overlayAlpha, 255);
     return painted(frame.size(), [&](int x, int y) {
         const Rgba black(0, 0, 0, 255);
+        const Rgba &pixel = pixels.at<Rgba>(y, x);
         Rgba above = overlay;
         above[3] = multiplied(matte.at<uchar>(y, x), strength);
-        return flattenedOn(flattenedOn(black, pixels.at<Rgba>(y, x)), above);
+        // Most of most frames.
+        if (above[3] == 0 && pixel[3] == 255)
+            return pixel;
+        return flattenedOn(flattenedOn(black, pixel), above);
     });
 }
 
@@ -105,6 +118,8 @@ QImage composePreview(const RenderInput &input, const Look *look, const PreviewS
 {
     if (input.frame.isNull() || (!input.matte.isNull() && input.matte.size() != input.frame.size()))
         return {};
+    if (settings.type == PreviewType::Interactive && input.matte.isNull() && !settings.invert)
+        return asItIs(input.frame);
     RenderInput shown = input;
     shown.matte = matteFor(input, settings.invert);
     if (settings.type == PreviewType::Interactive)

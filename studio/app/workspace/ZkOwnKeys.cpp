@@ -1,0 +1,39 @@
+#include "ZkOwnKeys.h"
+
+#include <QKeyEvent>
+#include <QWidget>
+
+namespace zk::app {
+
+OwnKeys::OwnKeys(QWidget *widget, const QVector<int> &keys)
+    : QObject(widget)
+    , m_keys(keys)
+{
+    widget->installEventFilter(this);
+}
+
+QVector<int> OwnKeys::navigation()
+{
+    return {Qt::Key_Left,
+            Qt::Key_Right,
+            Qt::Key_Up,
+            Qt::Key_Down,
+            Qt::Key_Home,
+            Qt::Key_End,
+            Qt::Key_PageUp,
+            Qt::Key_PageDown};
+}
+
+bool OwnKeys::eventFilter(QObject *, QEvent *event)
+{
+    if (event->type() != QEvent::ShortcutOverride)
+        return false;
+    const auto *key = static_cast<QKeyEvent *>(event);
+    const Qt::KeyboardModifiers modifiers = key->modifiers() & ~Qt::KeypadModifier;
+    if (modifiers != Qt::NoModifier || !m_keys.contains(key->key()))
+        return false;
+    event->accept();
+    return true;
+}
+
+} // namespace zk::app

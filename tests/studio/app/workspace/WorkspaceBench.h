@@ -1,0 +1,163 @@
+// A workspace that is open on the sample clip, in a window, with real events for everything that a user
+// can reach.
+#pragma once
+
+#include "ZkWorkspacePage.h"
+
+#include "ZkMediaPlayer.h"
+#include "ZkSampleClip.h"
+#include "ZkSmartKeyingPresenter.h"
+#include "ZkTestMain.h"
+#include "ZkWidgets.h"
+#include "library/ZkStudioProjectManager.h"
+#include "timeline/ZkStudioEffect.h"
+#include "timeline/ZkStudioTimeline.h"
+
+#include <QAbstractButton>
+#include <QMessageBox>
+#include <QTemporaryDir>
+#include <QVBoxLayout>
+#include <QWindow>
+
+namespace zk::test {
+
+// Written once per program: a clip, and a picture of its first frame.
+class WorkspaceClip
+{
+public:
+    static constexpr int frames = 10;
+    static const WorkspaceClip &instance()
+    {
+        static const WorkspaceClip clip;
+        return clip;
+    }
+    QString path() const { return m_folder.filePath(QStringLiteral("clip.mkv")); }
+    QString stillPath() const { return m_folder.filePath(QStringLiteral("still.png")); }
+    QString libraryPath() const { return m_folder.filePath(QStringLiteral("library")); }
+
+private:
+    WorkspaceClip()
+    {
+        const media::SampleClip sample({QSize(320, 180), frames, 24});
+        QString error;
+        if (!sample.write(path(), QString(), &error) || !sample.frame(0).save(stillPath()))
+            qFatal("The test clip cannot be written: %s", qPrintable(error));
+    }
+    QTemporaryDir m_folder;
+};
+
+class WorkspaceBench
+{
+public:
+    explicit WorkspaceBench(const QString &path = WorkspaceClip::instance().path(),
+                            const QUrl &server = QUrl())
+        : manager(settings(server))
+    {
+        QString error;
+        timeline = ZkStudioTimeline::fromMediaFile(path, &error);
+        if (!timeline)
+            qFatal("The test clip cannot be read: %s", qPrintable(error));
+        ZkSkinManager::instance()->applyStyleSheet(&window,
+                                                   QStringLiteral("Application/MainWindow"));
+    }
+    ~WorkspaceBench() { delete page; }
+
+    bool open()
+    {
+        page = new app::WorkspacePage(timeline->clip(), &manager);
+        auto *const column = new QVBoxLayout(&window);
+        column->setContentsMargins(0, 0, 0, 0);
+        column->addWidget(page);
+        window.resize(1280, 760);
+        window.show();
+        QObject::connect(page, &app::WorkspacePage::closed, &window, [this](bool applied) {
+            ++closedCount;
+            wasApplied = applied;
+        });
+        return QTest::qWaitForWindowActive(&window) && page->isOpen()
+            && QTest::qWaitFor([this] { return presenter()->currentFrame() >= 0; }, 10000)
+            && QTest::qWaitFor([this] { return canvas()->isVisible(); }, 10000)
+            && QTest::qWaitFor([this] { return canvas()->canvasRect().width() > 300; }, 10000);
+    }
+
+    ZkSmartKeyingPresenter *presenter() const { return page->presenter(); }
+    IZkSmartKeyingService *service() const { return presenter()->smartKeyingService(); }
+    ZkDrawingWidget *canvas() const { return page->findChild<ZkDrawingWidget *>(); }
+    template<typename Widget>
+    Widget *find(const char *name) const
+    {
+        return page->findChild<Widget *>(QString::fromLatin1(name));
+    }
+    void click(const char *button) const
+    {
+        QTest::mouseClick(find<QAbstractButton>(button), Qt::LeftButton);
+    }
+    bool isEnabled(const char *button) const { return find<QAbstractButton>(button)->isEnabled(); }
+    void key(int code, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QTest::keyClick(&window, Qt::Key(code), modifiers);
+    }
+
+    // Through the window, as the system delivers it; points of the widget.
+    static void drag(QWidget *widget, const QVector<QPoint> &points)
+    {
+        QWindow *const target = widget->window()->windowHandle();
+        const auto at = [widget](const QPoint &point) {
+            return widget->mapTo(widget->window(), point);
+        };
+        QTest::mousePress(target, Qt::LeftButton, Qt::NoModifier, at(points.first()));
+        for (const QPoint &point : points)
+            QTest::mouseMove(target, at(point));
+        QTest::mouseRelease(target, Qt::LeftButton, Qt::NoModifier, at(points.last()));
+    }
+    // A stroke over the balloon, whose mask comes later.
+    void dragOverObject()
+    {
+        const QRect frame = canvas()->canvasRect();
+        const auto at = [&frame](double x, double y) {
+            return frame.topLeft() + QPoint(int(frame.width() * x), int(frame.height() * y));
+        };
+        drag(canvas(), {at(0.28, 0.3), at(0.3, 0.38), at(0.32, 0.45)});
+    }
+    bool hasMask() const { return service()->isEraseEnabled(presenter()->currentFrame()); }
+    bool isIdle() const { return !page->isBusy() && presenter()->isUIControlsEnabled(); }
+    bool paint()
+    {
+        dragOverObject();
+        return QTest::qWaitFor([this] { return hasMask() && isIdle(); }, 10000);
+    }
+
+    QMessageBox *question() const { return page->findChild<QMessageBox *>(); }
+    bool answer(QMessageBox::StandardButton button)
+    {
+        if (!QTest::qWaitFor([this] { return question() && question()->isVisible(); }, 10000))
+            return false;
+        QTest::mouseClick(question()->button(button), Qt::LeftButton);
+        return true;
+    }
+    bool waitForClosed() const
+    {
+        return QTest::qWaitFor([this] { return closedCount > 0; }, 10000);
+    }
+
+    test::ExpectedMessage offscreen {QStringLiteral("^This plugin does not support")};
+    ZkStudioProjectManager manager;
+    std::unique_ptr<ZkStudioTimeline> timeline;
+    QWidget window;
+    app::WorkspacePage *page = nullptr;
+    int closedCount = 0;
+    bool wasApplied = false;
+
+private:
+    Q_DISABLE_COPY(WorkspaceBench)
+    static datamodel::LibrarySettings settings(const QUrl &server)
+    {
+        datamodel::LibrarySettings settings;
+        settings.directory = WorkspaceClip::instance().libraryPath();
+        settings.server = server;
+        settings.effectFactory = &ZkStudioEffect::fromLookJson;
+        return settings;
+    }
+};
+
+} // namespace zk::test

@@ -212,9 +212,14 @@ void ZkSmartKeyingDrawingWidget::hideEvent(QHideEvent *event)
 
 void ZkSmartKeyingDrawingWidget::changeEvent(QEvent *event)
 {
-    if (event->type() == QEvent::EnabledChange && !isEnabled())
-        endGestures();
     ZkDrawingWidget::changeEvent(event);
+    if (event->type() != QEvent::EnabledChange)
+        return;
+    // The pointer need not have moved when the canvas may be drawn on again.
+    if (isEnabled())
+        refreshCursor();
+    else
+        endGestures();
 }
 
 void ZkSmartKeyingDrawingWidget::wheelEvent(QWheelEvent *event)

@@ -20,33 +20,15 @@ public:
     void fitTimeline() override { note("timeline.fit"); }
     void setZoomSlider(ZkZoomSlider *shown) override { slider = shown; }
     void removeSelectedSmartKeyingNode() override { note("timeline.removeNode"); }
-    ZkZoomSlider *slider = nullptr;
-};
-
-class SceneJournal : public ZkPresenter
-{
-public:
     bool dispatchMessage(ZkMessage *message) override
     {
         note("scene", message->id());
         return true;
     }
+    ZkZoomSlider *slider = nullptr;
 };
 
-class HostWindow : public QWidget, public ZkUIView
-{
-public:
-    HostWindow()
-    {
-        setViewPresenter(&scene);
-        new QVBoxLayout(this);
-        resize(1000, 600);
-    }
-    QWidget *widget() override { return this; }
-    SceneJournal scene;
-};
-
-class WorkspaceView : public Workspace
+class WorkspaceView : public Workspace, public ZkUIView
 {
 public:
     explicit WorkspaceView(
@@ -56,15 +38,17 @@ public:
     {
         controller->clip.clipType = clipType;
         presenter->setTimelinePresenter(&timeline);
-        view = new ZkSmartKeyingPlayerView(presenter.get(), &host);
-        host.layout()->addWidget(view);
+        setViewPresenter(&timeline);
+        host.resize(1000, 600);
+        view = new ZkSmartKeyingPlayerView(presenter.get(), this);
+        (new QVBoxLayout(&host))->addWidget(view);
         host.show();
-        // The canvas comes after the window.
         if (!QTest::qWaitFor([this] { return canvas()->isVisible(); }))
             qFatal("the canvas is not shown");
     }
-    ~WorkspaceView() { presenter->clearView(); }
+    ~WorkspaceView() override { presenter->clearView(); }
 
+    QWidget *widget() override { return &host; }
     template<typename Widget>
     Widget *find(const char *name = nullptr)
     {
@@ -84,6 +68,6 @@ public:
     // The offscreen platform says so of every window that stands above another.
     zk::test::ExpectedMessage offscreen {QStringLiteral("^This plugin does not support")};
     TimelineJournal timeline;
-    HostWindow host;
+    QWidget host;
     ZkSmartKeyingPlayerView *view;
 };

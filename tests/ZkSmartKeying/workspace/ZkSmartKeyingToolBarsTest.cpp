@@ -11,10 +11,9 @@ using Presenter = ZkSmartKeyingPresenter;
 class ShoutingTranslator : public QTranslator
 {
 public:
-    QString translate(const char *context, const char *text, const char *, int) const override
+    QString translate(const char *, const char *text, const char *, int) const override
     {
-        const bool own = QByteArray(context).startsWith("Zk");
-        return own ? QString::fromUtf8(text).toUpper() : QString();
+        return QString::fromUtf8(text).toUpper();
     }
     bool isEmpty() const override { return false; }
 };
@@ -39,31 +38,26 @@ private slots:
     {
         QStringList found;
         for (int id = 0; id <= 8; ++id) {
-            const QString name = b(id)->objectName();
-            found += QStringLiteral("%1 %2, %3%4")
-                         .arg(id)
-                         .arg(QString(name).remove(QStringLiteral("ZkSmartKeyingHeaderToolBar_")),
-                              b(id)->toolTip(),
-                              b(id)->isCheckable() ? QStringLiteral(" *") : QString());
+            found += b(id)->objectName().remove("ZkSmartKeyingHeaderToolBar_") + ": "
+                + b(id)->toolTip() + (b(id)->isCheckable() ? QStringLiteral(" *") : QString());
             QVERIFY(b(id)->property("WITH_SHORTCUT").toBool());
             QVERIFY2(!b(id)->styleSheet().isEmpty(), "the skin does not know the key");
             QCOMPARE(b(id)->isHidden(), id == 3);
-            QCOMPARE(qobject_cast<ZkColorToolButton *>(b(id)) != nullptr, id == 8);
         }
-        QCOMPARE(found,
-                 lines("0 ZTimelineToolbar_Undo, Undo (Ctrl+Z)\n"
-                       "1 ZTimelineToolbar_Redo, Redo (Ctrl+Y)\n"
-                       "2 PositiveMask_Btn, Mask Areas to Keep (W) *\n"
-                       "3 NegativeMask_Btn, Mask Areas to Remove (M) *\n"
-                       "4 EraseMask_Btn, Eraser (E) *\n"
-                       "5 DragFrame_Btn, Pan (H) *\n"
-                       "6 RegionInvert_Btn, Invert Mask *\n"
-                       "7 PreviewType_Interactive_Btn, Preview Mode\n"
-                       "8 RegionColor_Btn, Overlay Color *"));
+        QCOMPARE(found.join('\n'),
+                 QStringLiteral("ZTimelineToolbar_Undo: Undo (Ctrl+Z)\n"
+                                "ZTimelineToolbar_Redo: Redo (Ctrl+Y)\n"
+                                "PositiveMask_Btn: Mask Areas to Keep (W) *\n"
+                                "NegativeMask_Btn: Mask Areas to Remove (M) *\n"
+                                "EraseMask_Btn: Eraser (E) *\n"
+                                "DragFrame_Btn: Pan (H) *\n"
+                                "RegionInvert_Btn: Invert Mask *\n"
+                                "PreviewType_Interactive_Btn: Preview Mode\n"
+                                "RegionColor_Btn: Overlay Color *"));
         QCOMPARE(box()->toolTip(), QStringLiteral("Zoom Level - Fit: (Ctrl+Shift+F)"));
+        for (const int id : {0, 1, 4, 6})
+            QVERIFY(!b(id)->isEnabled());
         QVERIFY(b(2)->isChecked());
-        QVERIFY(!b(0)->isEnabled() && !b(1)->isEnabled() && !b(4)->isEnabled()
-                && !b(6)->isEnabled());
     }
 
     void laysTheRowsOut()
@@ -84,15 +78,9 @@ private slots:
         QCOMPARE(time()->size(), QSize(88, 24));
         QCOMPARE(zoom->size(), QSize(144, 24));
         QCOMPARE(m_space->timeline.slider, zoom);
-        const QString tag = QStringLiteral("ZkSilenceDetectionToolbar_ScaleSlider_");
-        QCOMPARE(zoom->zoomInButton()->property("AutomationTag").toString(), tag + "In");
-        QCOMPARE(zoom->zoomOutButton()->property("AutomationTag").toString(), tag + "Out");
-        QVERIFY(m_space->find<QWidget>("smartKeying_ZkSmartKeyingHeaderToolBar") == m_header
-                && m_space->find<QWidget>("smartKeying_ZkSmartKeyingPlayerToolBar") == m_bar
-                && m_space->find<QWidget>("ZTimelineToolbar_FitTimeline") == base(10));
         QCOMPARE(barToolTips(),
-                 lines("Playhead Position\nZoom out (Ctrl+-)\nZoom in (Ctrl+=)\n"
-                       "Zoom to Fit Timeline (Shift+Z)"));
+                 QStringLiteral("Playhead Position|Zoom out (Ctrl+-)|Zoom in (Ctrl+=)|"
+                                "Zoom to Fit Timeline (Shift+Z)"));
     }
 
     void choosesTheTool()
@@ -316,7 +304,7 @@ private slots:
         QCOMPARE(box()->toolTip(), QStringLiteral("ZOOM LEVEL - FIT: (Ctrl+Shift+F)"));
         QCOMPARE(m_header->findChild<ZkMenu *>()->actions().at(3)->text(),
                  QStringLiteral("TOGGLE ALPHA"));
-        QCOMPARE(barToolTips().last(), QStringLiteral("ZOOM TO FIT TIMELINE (Shift+Z)"));
+        QVERIFY(barToolTips().endsWith(QStringLiteral("ZOOM TO FIT TIMELINE (Shift+Z)")));
     }
 
 private:
@@ -326,13 +314,15 @@ private:
     {
         return m_space->find<ZkTimeEditWidget>("ZkMainPlayerToolBar_CurrentFrame");
     }
-    QStringList barToolTips() const
+    QString barToolTips() const
     {
         const ZkZoomSlider *const zoom = m_space->timeline.slider;
-        return {time()->toolTip(),
-                zoom->zoomOutButton()->toolTip(),
-                zoom->zoomInButton()->toolTip(),
-                m_bar->baseButton(10)->toolTip()};
+        const QVector<QWidget *> widgets {
+            time(), zoom->zoomOutButton(), zoom->zoomInButton(), m_bar->baseButton(10)};
+        QStringList texts;
+        for (const QWidget *widget : widgets)
+            texts += widget->toolTip();
+        return texts.join('|');
     }
     static QString usage(const QString &button)
     {

@@ -177,12 +177,13 @@ void TimelinePainter::paintBand()
 {
     const TimelineScale &scale = m_presenter.scale();
     const SegmentMarks &marks = m_presenter.marks();
-    // Whole pixels of the screen, or gaps would show where parts meet.
-    const double ratio = m_painter->device()->devicePixelRatioF();
-    const auto edge = [&](qint64 frame) { return std::round(scale.leftOf(frame) * ratio) / ratio; };
+    // Reaches half a pixel of the screen into the next part, which is painted over it: rounding would
+    // leave gaps otherwise.
+    const double overlap = 0.5 / m_painter->device()->devicePixelRatioF();
     const auto part = [&](qint64 first, qint64 end) {
-        const double left = edge(first);
-        return QRectF(left, m_rows.band.top(), edge(end) - left, m_rows.band.height());
+        const double left = scale.leftOf(first);
+        const double width = scale.leftOf(end) - left + overlap;
+        return QRectF(left, m_rows.band.top(), width, m_rows.band.height());
     };
     m_painter->fillRect(part(0, scale.frameCount()), m_colors.strip);
     if (!marks.isTracked())

@@ -2,12 +2,12 @@
 
 #include "ProjectRows_p.h"
 #include "ZkDurableFile.h"
+#include "ZkFileLock.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QLockFile>
 #include <QtEndian>
 
 namespace zk::storage {
@@ -127,12 +127,12 @@ bool saveTo(const QString &target, const ProjectRecord &project, QString *reason
     const QString folder = QFileInfo(target).absolutePath();
     if (!QFileInfo(folder).isDir())
         return fail(reason, Texts::noFolder(folder));
-    QLockFile lock(besides(target, ".lock"));
-    lock.setStaleLockTime(0); // only a program that is gone loses it
-    if (!lock.tryLock(lockWaitMs))
+    QLockFile::LockError problem;
+    const auto lock = takeFileLock(besides(target, ".lock"), lockWaitMs, &problem);
+    if (!lock)
         return fail(reason,
-                    lock.error() == QLockFile::LockFailedError ? Texts::isLocked()
-                                                               : Texts::noPermission(folder));
+                    problem == QLockFile::LockFailedError ? Texts::isLocked()
+                                                          : Texts::noPermission(folder));
     const QString part = besides(target, ".part");
     QFile::remove(part); // of a program that was killed
     if (writeDatabase(part, project, reason) && replaceFile(part, target, reason))

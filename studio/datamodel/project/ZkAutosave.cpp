@@ -1,5 +1,6 @@
 #include "ZkAutosave.h"
 
+#include "ZkFileLock.h"
 #include "ZkProject.h"
 #include "ZkProjectStore.h"
 #include "ZkSnapshotWriter.h"
@@ -21,12 +22,10 @@ using zk::storage::ProjectStore;
 
 namespace {
 
-// Null while the editor that the autosave belongs to runs. A lock of a program that is gone is taken.
+// Null while the editor that the autosave belongs to runs.
 std::unique_ptr<QLockFile> takeLock(const QString &file)
 {
-    auto lock = std::make_unique<QLockFile>(file + QStringLiteral(".lock"));
-    lock->setStaleLockTime(0);
-    return lock->tryLock(0) ? std::move(lock) : nullptr;
+    return zk::storage::takeFileLock(file + QStringLiteral(".lock"), 0);
 }
 
 bool describe(const QString &file, RecoverableProject *project)

@@ -59,7 +59,13 @@ private Q_SLOTS:
         editor.start(QCoreApplication::applicationFilePath(),
                      {QStringLiteral("--edit"), store(), file, media});
         QVERIFY(editor.waitForReadyRead(10000));
-        QVERIFY(Autosave::recoverable(store()).isEmpty()); // it is alive
+        const QDir locks(store(), QStringLiteral("*.lock"));
+        QFile lock(locks.filePath(locks.entryList().value(0)));
+        QVERIFY(lock.open(QIODevice::ReadWrite));
+        QVERIFY(lock.setFileTime(QDateTime::currentDateTime().addDays(-1),
+                                 QFileDevice::FileModificationTime));
+        lock.close();
+        QVERIFY(Autosave::recoverable(store()).isEmpty()); // it is alive, however old its lock is
         editor.kill();
         QVERIFY(editor.waitForFinished(10000));
 

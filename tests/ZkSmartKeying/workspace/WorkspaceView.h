@@ -43,7 +43,8 @@ public:
         view = new ZkSmartKeyingPlayerView(presenter.get(), this);
         (new QVBoxLayout(&host))->addWidget(view);
         host.show();
-        if (!QTest::qWaitFor([this] { return canvas()->isVisible(); }))
+        if (!QTest::qWaitForWindowActive(&host)
+            || !QTest::qWaitFor([this] { return canvas()->isVisible(); }))
             qFatal("the canvas is not shown");
     }
     ~WorkspaceView() override { presenter->clearView(); }

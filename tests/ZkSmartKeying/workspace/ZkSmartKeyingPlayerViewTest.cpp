@@ -91,7 +91,7 @@ private slots:
         const QRect player(space.surface()->mapToGlobal(QPoint(0, 0)), space.surface()->size());
         const QPoint place(player.center().x() - overlay->width() / 2,
                            player.bottom() - overlay->height() / 2 - 24);
-        QCOMPARE(overlay->pos(), place);
+        QTRY_COMPARE(overlay->pos(), place);
         QCOMPARE(label->parentWidget()->height(), 24);
         QCOMPARE(label->width(), 30);
         emit space.presenter->sigSegmentProgressStatusChanged(false);

@@ -1,5 +1,6 @@
-// zkstudio: the reference editor. Without windows it does its work as a command line program.
+// zkstudio: the reference editor. With a command it does its work without windows.
 #include "ZkCutoutJob.h"
+#include "ZkEditor.h"
 #include "ZkExportCommand.h"
 #include "ZkInterrupt.h"
 #include "ZkPresetsCommand.h"
@@ -17,14 +18,16 @@ namespace {
 
 using zk::app::ExitCode;
 
-const char usage[] = "zkstudio: cuts objects out of videos\n"
-                     "\n"
-                     "  zkstudio cutout IN --strokes FILE.json -o OUT   cut out what is painted\n"
-                     "  zkstudio export PROJECT -o OUT                  write the clips of a project\n"
-                     "  zkstudio sample DIR                             draw the sample clip\n"
-                     "  zkstudio presets                                list the looks\n"
-                     "  zkstudio COMMAND --help                         more about a command\n"
-                     "  zkstudio --version\n";
+const char usage[] =
+    "zkstudio: cuts objects out of videos\n"
+    "\n"
+    "  zkstudio [FILE...|PROJECT]                      open the editor\n"
+    "  zkstudio cutout IN --strokes FILE.json -o OUT   cut out what is painted\n"
+    "  zkstudio export PROJECT -o OUT                  write the clips of a project\n"
+    "  zkstudio sample DIR                             draw the sample clip\n"
+    "  zkstudio presets                                list the looks\n"
+    "  zkstudio COMMAND --help                         more about a command\n"
+    "  zkstudio --version\n";
 
 ExitCode runCutout(const QStringList &arguments)
 {
@@ -60,6 +63,9 @@ ExitCode runCommand(const QStringList &arguments)
         return ExitCode::Success;
     }
     const bool isHelp = command == QLatin1String("--help") || command == QLatin1String("-h");
+    if (!isHelp)
+        std::fprintf(
+            stderr, "zkstudio: %s is neither a command nor a file\n\n", qPrintable(command));
     std::fputs(usage, isHelp ? stdout : stderr);
     return isHelp ? ExitCode::Success : ExitCode::Usage;
 }
@@ -68,8 +74,17 @@ ExitCode runCommand(const QStringList &arguments)
 
 int main(int argc, char **argv)
 {
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    const bool isEditor = zk::app::isEditorStart(arguments);
+    QString error;
+    if (isEditor && !zk::app::prepareEditor(&error)) {
+        std::fprintf(stderr, "zkstudio: %s\n\n%s", qPrintable(error), usage);
+        return int(ExitCode::Usage);
+    }
     // No command opens a window: pictures, cursors and fonts need no display.
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+    if (!isEditor && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     // Outside a login session there is no runtime directory, which Qt would warn about.
     const QTemporaryDir runtimeDir;
@@ -80,5 +95,6 @@ int main(int argc, char **argv)
     QCoreApplication::setApplicationName(QStringLiteral("ZkStudio"));
     QCoreApplication::setOrganizationName(QStringLiteral("ZkStudio"));
     QCoreApplication::setApplicationVersion(QStringLiteral(ZK_VERSION));
-    return int(runCommand(QCoreApplication::arguments()));
+    return isEditor ? zk::app::runEditor(application, QCoreApplication::arguments())
+                    : int(runCommand(QCoreApplication::arguments()));
 }

@@ -105,7 +105,7 @@ QString ZkSkin::withUsed(const QString &key) const
         if (used == m_sections.constEnd())
             warn(QStringLiteral("%1 uses the unknown section %2").arg(key, match.captured(1)));
         result += section.midRef(copied, match.capturedStart() - copied);
-        result += used == m_sections.constEnd() ? QString() : *used + QLatin1Char('\n');
+        result += used == m_sections.constEnd() ? QString() : withUsed(used.key()) + QLatin1Char('\n');
         copied = match.capturedEnd();
     }
     return result + section.midRef(copied);

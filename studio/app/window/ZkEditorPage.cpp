@@ -28,6 +28,10 @@ const QList<int> standardColumns {260, 900, 280};
 const QList<int> standardRows {560, 320};
 constexpr int handleWidth = 4;
 
+// Those that can be hidden.
+constexpr ActionId panels[] = {
+    ActionId::ShowMedia, ActionId::ShowProperties, ActionId::ShowTimeline};
+
 } // namespace
 
 EditorPage::EditorPage(Project *project,
@@ -36,6 +40,7 @@ EditorPage::EditorPage(Project *project,
                        QWidget *parent)
     : QWidget(parent)
     , m_project(project)
+    , m_actions(actions)
     , m_rows(new QSplitter(Qt::Vertical, this))
     , m_columns(new QSplitter(Qt::Horizontal, m_rows))
     , m_media(new MediaBin(project, actions))
@@ -46,12 +51,16 @@ EditorPage::EditorPage(Project *project,
 {
     setObjectName(QStringLiteral("EditorPage"));
     setUpSplitters();
-    connectViews(actions);
-    connectPlayback(actions);
+    connectViews();
+    connectPlayback();
     connect(project, &Project::aboutToReset, this, &EditorPage::letGo);
     connect(project, &Project::reset, this, &EditorPage::showCurrent);
     connect(project, &Project::currentClipChanged, this, &EditorPage::showCurrent);
-    connect(project, &Project::mediaChanged, this, &EditorPage::showCurrent);
+    connect(project, &Project::mediaChanged, this, [this](qint64 media) {
+        const datamodel::ProjectClip *clip = m_project->currentClip();
+        if (clip && clip->mediaId() == media)
+            showCurrent();
+    });
     resetLayout();
     showCurrent();
 }
@@ -97,30 +106,28 @@ void EditorPage::setUpSplitters()
     column->addWidget(m_rows);
 }
 
-void EditorPage::connectViews(const WindowActions &actions)
+void EditorPage::connectViews()
 {
-    const auto bind = [&actions](ActionId id, QWidget *panel) {
-        QAction *action = actions.action(id);
+    const auto bind = [this](ActionId id, QWidget *panel) {
+        QAction *action = m_actions.action(id);
         action->setChecked(true);
         connect(action, &QAction::toggled, panel, &QWidget::setVisible);
     };
     bind(ActionId::ShowMedia, m_media);
     bind(ActionId::ShowProperties, m_columns->widget(2));
     bind(ActionId::ShowTimeline, m_timeline);
-    connect(actions.action(ActionId::ResetLayout), &QAction::triggered, this, [this, &actions] {
-        for (const ActionId id :
-             {ActionId::ShowMedia, ActionId::ShowProperties, ActionId::ShowTimeline})
-            actions.action(id)->setChecked(true);
-        resetLayout();
-    });
+    connect(m_actions.action(ActionId::ResetLayout),
+            &QAction::triggered,
+            this,
+            &EditorPage::resetLayout);
 }
 
-void EditorPage::connectPlayback(const WindowActions &actions)
+void EditorPage::connectPlayback()
 {
     ZkMediaPlayerPresenter *player = m_preview->player();
     ZkStudioTimelinePresenter *timeline = m_timeline->presenter();
-    const auto on = [this, &actions](ActionId id, auto function) {
-        connect(actions.action(id), &QAction::triggered, this, function);
+    const auto on = [this](ActionId id, auto function) {
+        connect(m_actions.action(id), &QAction::triggered, this, function);
     };
     on(ActionId::PlayPause, [player] { player->playOrPause(); });
     on(ActionId::Stop, [player] { player->stopAndReturn(); });
@@ -151,6 +158,8 @@ QByteArray EditorPage::saveLayout() const
     QByteArray layout;
     QDataStream stream(&layout, QIODevice::WriteOnly);
     stream << m_rows->saveState() << m_columns->saveState();
+    for (const ActionId panel : panels)
+        stream << m_actions.action(panel)->isChecked();
     return layout;
 }
 
@@ -160,12 +169,19 @@ void EditorPage::restoreLayout(const QByteArray &layout)
     QByteArray columns;
     QDataStream stream(layout);
     stream >> rows >> columns;
+    for (const ActionId panel : panels) {
+        bool isShown = true;
+        stream >> isShown;
+        m_actions.action(panel)->setChecked(isShown);
+    }
     m_rows->restoreState(rows);
     m_columns->restoreState(columns);
 }
 
 void EditorPage::resetLayout()
 {
+    for (const ActionId panel : panels)
+        m_actions.action(panel)->setChecked(true);
     m_rows->setSizes(standardRows);
     m_columns->setSizes(standardColumns);
 }

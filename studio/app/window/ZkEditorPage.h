@@ -42,12 +42,13 @@ public:
 
 private:
     void setUpSplitters();
-    void connectViews(const WindowActions &actions);
-    void connectPlayback(const WindowActions &actions);
+    void connectViews();
+    void connectPlayback();
     void showCurrent();
     void letGo();
 
     datamodel::Project *const m_project;
+    const WindowActions &m_actions;
     QSplitter *m_rows;
     QSplitter *m_columns;
     MediaBin *m_media;

@@ -43,10 +43,8 @@ ImportResult MediaImporter::read(const ImportRequest &request, quint64 epoch)
     ImportResult result;
     result.clipIndex = request.clipIndex;
     for (const QString &file : request.files) {
-        if (m_epoch != epoch) {
-            result.isCancelled = true;
+        if (m_epoch != epoch)
             break;
-        }
         const QString name = QFileInfo(file).fileName();
         Q_EMIT progress(result.entries.size() + result.failures.size(), request.files.size(), name);
         datamodel::MediaEntry entry;

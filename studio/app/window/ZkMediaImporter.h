@@ -25,7 +25,6 @@ struct ImportResult
     QVector<datamodel::MediaEntry> entries; // in the order of the files
     QStringList failures; // "file name: what is wrong with it"
     int clipIndex = ImportRequest::noClips;
-    bool isCancelled = false;
 };
 
 // Looks into files in a thread, as that means decoding them. GUI thread only; the destructor cancels and

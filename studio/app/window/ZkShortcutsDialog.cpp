@@ -28,7 +28,7 @@ ShortcutsDialog::ShortcutsDialog(const WindowActions &actions, QWidget *parent)
     m_table->verticalHeader()->hide();
     m_table->setShowGrid(false);
     m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_table->setSelectionMode(QAbstractItemView::NoSelection);
     m_table->setTabKeyNavigation(false);
     addHeading(tr("Editor"));
     const QVector<WindowActions::Key> keys = actions.keys();

@@ -1,0 +1,82 @@
+#include "WindowBench.h"
+
+#include "ZkFormat.h"
+#include "ZkPreferences.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QMenu>
+#include <QMenuBar>
+#include <QSpinBox>
+#include <QTableWidget>
+
+#include <optional>
+
+using namespace zk::app;
+using namespace zk::test;
+
+class TestWindowDialogs : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { bench.emplace(); }
+    void cleanup() { bench.reset(); }
+
+    void listsTheKeys()
+    {
+        QMultiHash<QString, QString> keys;
+        const NextDialog table("zk::app::ShortcutsDialog", [&keys](QDialog *dialog) {
+            const auto *rows = dialog->findChild<QTableWidget *>();
+            for (int row = 0; row < rows->rowCount(); ++row)
+                keys.insert(rows->item(row, 0)->text(), rows->item(row, 1)->text());
+            QTest::keyClick(dialog, Qt::Key_Escape);
+        });
+        bench->press(Qt::Key_F1);
+        QVERIFY(table.hasCome());
+        QVERIFY(keys.contains(QStringLiteral("Smart Cutout"), QStringLiteral("Ctrl+K")));
+        QCOMPARE(keys.value(QStringLiteral("Play or Pause")), QStringLiteral("Space"));
+        QVERIFY(keys.values().contains(QStringLiteral("W"))); // the workspace's
+    }
+
+    void showsNumbersAsPeopleReadThem()
+    {
+        QCOMPARE(durationText(72, 24), QStringLiteral("3.0 s"));
+        QCOMPARE(durationText(24 * 125, 24), QStringLiteral("02:05"));
+        QCOMPARE(durationText(25 * 3725, 25), QStringLiteral("1:02:05"));
+        zk::media::MediaInfo info;
+        info.frameRateNum = 30000;
+        info.frameRateDen = 1001;
+        QCOMPARE(rateText(info), QStringLiteral("29.97 fps"));
+        QCOMPARE(timeLeftText(-1), QString());
+        QCOMPARE(timeLeftText(61001), QStringLiteral("1 min 2 s left"));
+        QCOMPARE(withoutMnemonic(QStringLiteral("导入(&I)...")), QStringLiteral("导入..."));
+    }
+
+    void keepsTheSettings()
+    {
+        QCOMPARE(Preferences::areAnalyticsAllowed(), false);
+        const NextDialog settings("zk::app::SettingsDialog", [](QDialog *dialog) {
+            auto *language = dialog->findChild<QComboBox *>();
+            language->setCurrentIndex(language->findData(QStringLiteral("de")));
+            auto *seconds = dialog->findChild<QSpinBox *>();
+            seconds->selectAll();
+            QTest::keyClicks(seconds, QStringLiteral("20"));
+            QTest::keyClick(dialog, Qt::Key_Return);
+        });
+        bench->press(Qt::Key_Comma, Qt::ControlModifier);
+        QVERIFY(settings.hasCome());
+        QCOMPARE(Preferences::autosaveSeconds(), 20);
+        QVERIFY(!Preferences::areAnalyticsAllowed());
+        // At once, also in the menus.
+        const QMenuBar *menus = bench->window->menuBar();
+        QTRY_COMPARE_WITH_TIMEOUT(
+            menus->actions().constFirst()->text(), QStringLiteral("&Datei"), timeoutMs);
+    }
+
+private:
+    std::optional<EditorBench> bench;
+};
+
+ZK_TEST_MAIN(TestWindowDialogs)
+#include "tst_window_dialogs.moc"

@@ -961,6 +961,10 @@
         <source>Shows the frame with the effect of the preset, or without it</source>
         <translation>Zeigt das Bild mit dem Effekt der Vorgabe oder ohne ihn</translation>
     </message>
+    <message>
+        <source>The preview modes black and transparency grid show the effect.</source>
+        <translation>Die Vorschau auf Schwarz und die auf Transparenzgitter zeigen den Effekt.</translation>
+    </message>
 </context>
 <context>
     <name>zk::app::RecentFiles</name>

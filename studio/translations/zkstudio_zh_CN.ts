@@ -954,6 +954,10 @@
         <source>Shows the frame with the effect of the preset, or without it</source>
         <translation>显示应用或不应用预设效果的画面</translation>
     </message>
+    <message>
+        <source>The preview modes black and transparency grid show the effect.</source>
+        <translation>黑色和透明网格预览模式会显示该效果。</translation>
+    </message>
 </context>
 <context>
     <name>zk::app::RecentFiles</name>

@@ -1,5 +1,6 @@
 #include "ZkOwnKeys.h"
 
+#include <QAbstractButton>
 #include <QKeyEvent>
 #include <QWidget>
 
@@ -33,6 +34,23 @@ bool OwnKeys::eventFilter(QObject *, QEvent *event)
     if (modifiers != Qt::NoModifier || !m_keys.contains(key->key()))
         return false;
     event->accept();
+    return true;
+}
+
+EnterClicks::EnterClicks(QAbstractButton *button)
+    : QObject(button)
+{
+    button->installEventFilter(this);
+}
+
+bool EnterClicks::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::KeyPress)
+        return false;
+    const int key = static_cast<QKeyEvent *>(event)->key();
+    if (key != Qt::Key_Return && key != Qt::Key_Enter)
+        return false;
+    static_cast<QAbstractButton *>(watched)->click();
     return true;
 }
 

@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QVector>
 
+class QAbstractButton;
 class QWidget;
 
 namespace zk::app {
@@ -23,6 +24,18 @@ public:
 
 private:
     const QVector<int> m_keys;
+};
+
+// Enter clicks the button while it has the focus, as the windows have other uses for the space bar. Lives
+// as long as the button.
+class EnterClicks : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit EnterClicks(QAbstractButton *button);
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
 };
 
 } // namespace zk::app

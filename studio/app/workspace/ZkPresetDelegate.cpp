@@ -6,6 +6,7 @@
 
 #include <QPainter>
 #include <QPainterPath>
+#include <QTextLayout>
 
 namespace zk::app {
 
@@ -14,7 +15,7 @@ namespace {
 // Widget pixels.
 constexpr int thumbnailSide = 54;
 constexpr int cellWidth = 80;
-constexpr int cellHeight = 88;
+constexpr int cellHeight = 100; // two lines of a name
 constexpr int topMargin = 6;
 constexpr int nameGap = 4;
 constexpr int badgeSide = 20;
@@ -26,6 +27,17 @@ constexpr int cachedThumbnails = 300;
 QColor skinColor(ZKSKIN::ZkColorType type)
 {
     return ZkSkinManager::instance()->color(type);
+}
+
+// Characters of the text that fit on one line, up to the end of a word.
+int firstLineLength(const QString &text, const QFont &font, int width)
+{
+    QTextLayout layout(text, font);
+    layout.beginLayout();
+    QTextLine line = layout.createLine();
+    line.setLineWidth(width);
+    layout.endLayout();
+    return line.textLength();
 }
 
 QRect thumbnailPlace(const QRect &cell)
@@ -103,10 +115,10 @@ void PresetDelegate::paintState(QPainter *painter,
         paintDownload(painter, place, index.data(PresetListModel::PercentRole).toInt());
         return;
     case PresetListModel::OnServer:
-        icon = QStringLiteral("icon24_download");
+        icon = QStringLiteral("download");
         break;
     case PresetListModel::DownloadFailed:
-        icon = QStringLiteral("icon24_error");
+        icon = QStringLiteral("error");
         break;
     default:
         return;
@@ -177,9 +189,16 @@ void PresetDelegate::paintName(QPainter *painter,
     font.setPointSizeF(font.pointSizeF() * 0.88);
     painter->setFont(font);
     painter->setPen(skinColor(isApplied ? ZKSKIN::Text : ZKSKIN::DimText));
-    const QString name =
-        QFontMetrics(font).elidedText(index.data().toString(), Qt::ElideRight, line.width());
-    painter->drawText(line, Qt::AlignHCenter | Qt::AlignTop, name);
+    // The second line takes what is left, if need be with dots.
+    const QString name = index.data().toString();
+    const QFontMetrics metrics(font);
+    const int split = firstLineLength(name, font, line.width());
+    const QString lines[] = {name.left(split).trimmed(), name.mid(split)};
+    for (int i = 0; i < 2; ++i) {
+        painter->drawText(line.adjusted(0, i * metrics.lineSpacing(), 0, 0),
+                          Qt::AlignHCenter | Qt::AlignTop,
+                          metrics.elidedText(lines[i], Qt::ElideRight, line.width()));
+    }
 }
 
 } // namespace zk::app

@@ -61,7 +61,7 @@ void PresetPicker::buildSearch()
     m_search = new QLineEdit(this);
     m_search->setObjectName(QStringLiteral("WorkspacePresetSearch"));
     m_search->setClearButtonEnabled(true);
-    m_search->addAction(ZkSkinManager::instance()->icon(QStringLiteral("icon24_search")),
+    m_search->addAction(ZkSkinManager::instance()->icon(QStringLiteral("search")),
                         QLineEdit::LeadingPosition);
     connect(m_search, &QLineEdit::textChanged, this, [this](const QString &text) {
         m_model->setFilter(text);
@@ -113,7 +113,7 @@ void PresetPicker::buildNotice()
     m_noticeText->setWordWrap(true);
     m_retryButton = new QPushButton(m_notice);
     m_retryButton->setObjectName(QStringLiteral("WorkspacePresetRetry"));
-    m_retryButton->setAutoDefault(true);
+    new EnterClicks(m_retryButton);
     m_retryButton->setFocusPolicy(Qt::TabFocus);
     connect(m_retryButton, &QPushButton::clicked, this, &PresetPicker::retry);
     auto *const row = new QHBoxLayout(m_notice);

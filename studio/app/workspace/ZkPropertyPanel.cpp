@@ -96,6 +96,10 @@ void PropertyPanel::addEffect(QVBoxLayout *column)
     m_effectSwitch->setFocusPolicy(Qt::TabFocus);
     new OwnKeys(m_effectSwitch, {Qt::Key_Space});
     column->addWidget(m_effectSwitch);
+    m_effectHint = new QLabel(this);
+    m_effectHint->setObjectName(QStringLiteral("WorkspaceEffectHint"));
+    m_effectHint->setWordWrap(true);
+    column->addWidget(m_effectHint);
     connect(m_effectSwitch, &QCheckBox::clicked, this, [this](bool checked) {
         m_presenter->setEffectEnabled(checked);
         followEffect();
@@ -107,6 +111,7 @@ void PropertyPanel::connectPresenter()
     using Presenter = ZkSmartKeyingPresenter;
     using Panel = PropertyPanel;
     connect(m_presenter, &Presenter::sigSmartKeyingSegmentChanged, this, &Panel::followOpacity);
+    connect(m_presenter, &Presenter::sigSmartKeyingSegmentChanged, this, &Panel::followEffect);
     connect(m_presenter, &Presenter::sigEffectAdded, this, &Panel::followEffect);
     connect(m_presenter, &Presenter::sigEffectRemoved, this, &Panel::followEffect);
     connect(m_presenter, &Presenter::sigEffectPropertyChanged, this, &Panel::followEffect);
@@ -131,10 +136,18 @@ void PropertyPanel::followOpacity()
     m_opacityText->setText(tr("%1%").arg(m_opacity->value()));
 }
 
+bool PropertyPanel::showsEffects() const
+{
+    const IZkSmartKeyingService *const service = m_presenter->smartKeyingService();
+    const int type = service ? service->previewType() : ZKSMARTKEYING::ResultPreview;
+    return type == ZKSMARTKEYING::ResultPreview || type == ZKSMARTKEYING::GridPreview;
+}
+
 void PropertyPanel::followEffect()
 {
     m_effectSwitch->setEnabled(m_presenter->getEffect() != nullptr);
     m_effectSwitch->setChecked(m_presenter->isEffectEnabled());
+    m_effectHint->setVisible(m_presenter->isEffectEnabled() && !showsEffects());
 }
 
 void PropertyPanel::retranslate()
@@ -146,6 +159,7 @@ void PropertyPanel::retranslate()
     m_effectTitle->setText(tr("Cutout Effect"));
     m_effectSwitch->setText(tr("Show the effect"));
     m_effectSwitch->setToolTip(tr("Shows the frame with the effect of the preset, or without it"));
+    m_effectHint->setText(tr("The preview modes black and transparency grid show the effect."));
     followOpacity();
 }
 

@@ -40,6 +40,7 @@ private:
     void retranslate();
     void setOpacity(int percent);
     void followOpacity();
+    bool showsEffects() const;
     void followEffect();
 
     ZkSmartKeyingPresenter *const m_presenter;
@@ -50,6 +51,7 @@ private:
     QLabel *m_opacityText = nullptr;
     QLabel *m_effectTitle = nullptr;
     QCheckBox *m_effectSwitch = nullptr;
+    QLabel *m_effectHint = nullptr; // while the preview mode leaves effects out
     PresetPicker *m_picker = nullptr;
 };
 

@@ -1,5 +1,6 @@
 #include "ZkWorkspaceBar.h"
 
+#include "ZkOwnKeys.h"
 #include "ZkToolTipText.h"
 
 #include "ZkWidgets.h"
@@ -30,31 +31,27 @@ struct CommandLook
 // In the order of WorkspaceBar::Command.
 constexpr CommandLook looks[] = {
     {"WorkspaceTrackBackward",
-     "icon24_track_backward",
+     "track_backward",
      "Shift+Left",
      nullptr,
      QT_TRANSLATE_NOOP("zk::app::WorkspaceBar", "Track Backward")},
     {"WorkspaceTrackBoth",
-     "icon24_track_both",
+     "track_both",
      "Shift+T",
      nullptr,
      QT_TRANSLATE_NOOP("zk::app::WorkspaceBar", "Track Both Ways")},
     {"WorkspaceTrackForward",
-     "icon24_track_forward",
+     "track_forward",
      "Shift+Right",
      nullptr,
      QT_TRANSLATE_NOOP("zk::app::WorkspaceBar", "Track Forward")},
     {"WorkspaceTrackSimple",
-     "icon24_simple_mode",
+     "simple_mode",
      "T",
      nullptr,
      QT_TRANSLATE_NOOP("zk::app::WorkspaceBar",
                        "Track in Simple Mode: the direction is chosen for you")},
-    {"WorkspaceStop",
-     "icon24_stop",
-     "Esc",
-     nullptr,
-     QT_TRANSLATE_NOOP("zk::app::WorkspaceBar", "Stop")},
+    {"WorkspaceStop", "stop", "Esc", nullptr, QT_TRANSLATE_NOOP("zk::app::WorkspaceBar", "Stop")},
     {"WorkspaceReset",
      nullptr,
      "Ctrl+R",
@@ -158,7 +155,7 @@ QAbstractButton *WorkspaceBar::addIconButton(QHBoxLayout *row, Command command)
 QAbstractButton *WorkspaceBar::addTextButton(QHBoxLayout *row, Command command)
 {
     auto *const button = new QPushButton(this);
-    button->setAutoDefault(true); // Enter clicks it: the space bar plays
+    new EnterClicks(button); // the space bar plays
     button->setFocusPolicy(Qt::TabFocus);
     setUp(button, command);
     row->addWidget(button);

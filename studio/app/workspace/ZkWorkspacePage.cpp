@@ -13,6 +13,7 @@
 #include "library/ZkStudioProjectManager.h"
 #include "timeline/ZkStudioTimeline.h"
 
+#include <QApplication>
 #include <QDataStream>
 #include <QFileInfo>
 #include <QMessageBox>
@@ -185,6 +186,14 @@ bool WorkspacePage::Private::isBusy() const
         && (isSegmenting() || isTracking() || isSaving || panel->picker()->isDownloading());
 }
 
+// What is disabled would hand the focus on to whatever comes next, such as Cancel.
+void WorkspacePage::Private::takeFocus()
+{
+    const QWidget *const focus = QApplication::focusWidget();
+    if (focus && (panel->isAncestorOf(focus) || bar->isAncestorOf(focus)))
+        q->setFocus(Qt::OtherFocusReason);
+}
+
 void WorkspacePage::Private::refresh()
 {
     if (!presenter)
@@ -198,6 +207,8 @@ void WorkspacePage::Private::refresh()
     state.canApply = presenter->hasModify();
     state.canReset = state.canApply || presenter->isUsed() || presenter->getEffect();
     state.canCancel = !isClosing && !isSaving;
+    if (!state.isIdle)
+        takeFocus();
     bar->setState(state);
     panel->setEnabled(state.isIdle);
     view->setEnabled(!isSaving && !isClosing);
@@ -273,7 +284,9 @@ WorkspacePage::WorkspacePage(ZkStudioClip *clip, ZkStudioProjectManager *manager
 {
     setObjectName(QStringLiteral("WorkspacePage"));
     setViewPresenter(d->scene.get());
+    setFocusPolicy(Qt::ClickFocus);
     d->build();
+    setFocus(Qt::OtherFocusReason); // and none of the buttons
     if (!d->presenter)
         QMetaObject::invokeMethod(
             this, [this] { d->refuseToOpen(); }, Qt::QueuedConnection);
@@ -359,12 +372,11 @@ QVector<QPair<QString, QString>> WorkspacePage::shortcuts()
 
 QByteArray WorkspacePage::saveLayout() const
 {
+    if (!d->presenter)
+        return d->layout;
     QByteArray layout;
-    if (d->columns) {
-        QDataStream stream(&layout, QIODevice::WriteOnly);
-        stream << d->columns->saveState()
-               << (d->timelineView ? d->rows->saveState() : QByteArray());
-    }
+    QDataStream stream(&layout, QIODevice::WriteOnly);
+    stream << d->columns->saveState() << (d->timelineView ? d->rows->saveState() : QByteArray());
     return layout;
 }
 
@@ -374,7 +386,7 @@ bool WorkspacePage::restoreLayout(const QByteArray &layout)
     QByteArray rows;
     QDataStream stream(layout);
     stream >> columns >> rows;
-    if (!d->columns || stream.status() != QDataStream::Ok || !d->columns->restoreState(columns))
+    if (!d->presenter || stream.status() != QDataStream::Ok || !d->columns->restoreState(columns))
         return false;
     return !d->timelineView || rows.isEmpty() || d->rows->restoreState(rows);
 }

@@ -15,6 +15,18 @@
 
 namespace zk::app {
 
+namespace {
+
+constexpr int signSide = 24; // widget pixels
+
+// One of the skin's, as the platform's own do not go with it.
+void setSign(QMessageBox *box, const QString &name)
+{
+    box->setIconPixmap(ZkSkinManager::instance()->icon(name).pixmap(signSide, signSide));
+}
+
+} // namespace
+
 void WorkspacePage::Private::refuseToOpen()
 {
     tell(tr("\u201c%1\u201d cannot be cut out.").arg(QFileInfo(clip->media().path).fileName()),
@@ -29,7 +41,9 @@ QMessageBox *WorkspacePage::Private::ask(const QString &text,
                                          const std::function<void(QMessageBox *)> &answered)
 {
     dismissQuestion();
-    auto *const box = new QMessageBox(QMessageBox::Question, tr("Smart Cutout"), text, {}, q);
+    auto *const box = new QMessageBox(QMessageBox::NoIcon, tr("Smart Cutout"), text, {}, q);
+    box->setTextFormat(Qt::PlainText); // names of files are no markup
+    setSign(box, QStringLiteral("info"));
     box->setInformativeText(details);
     box->setAttribute(Qt::WA_DeleteOnClose);
     QObject::connect(box, &QDialog::finished, q, [answered, box] { answered(box); });
@@ -50,7 +64,7 @@ void WorkspacePage::Private::dismissQuestion()
 void WorkspacePage::Private::tell(const QString &text, const QString &details)
 {
     QMessageBox *const box = ask(text, details, [](QMessageBox *) {});
-    box->setIcon(QMessageBox::Warning);
+    setSign(box, QStringLiteral("warning"));
     box->setStandardButtons(QMessageBox::Ok);
 }
 
@@ -189,6 +203,7 @@ void WorkspacePage::Private::takeApart()
     dismissQuestion();
     if (!presenter)
         return;
+    layout = q->saveLayout();
     presenter->setClosing(true);
     presenter->disconnect(q);
     presenter->disconnect(bar);

@@ -34,6 +34,7 @@ public:
     bool isTracking() const;
     bool isSegmenting() const { return strokes > 0; }
     bool isBusy() const;
+    void takeFocus();
     void refresh();
 
     void run(WorkspaceBar::Command command);
@@ -68,6 +69,7 @@ public:
     QPointer<PropertyPanel> panel;
     QPointer<QMessageBox> question; // the one that is open
 
+    QByteArray layout; // when it was taken apart
     int strokes = 0; // that were finished and wait for their mask
     bool isSaving = false;
     bool isClosing = false;

@@ -278,8 +278,7 @@ void ZkSmartKeyingHeaderToolBar::act(int id)
         chooseEditMode(static_cast<ZkSmartKeyingPresenter::PlayerEditMode>(id - KeepButton + 1));
         break;
     case InvertButton:
-        if (IZkSmartKeyingService *const service = m_presenter->smartKeyingService())
-            service->setMaskInverted(button(id)->isChecked());
+        invertMask(button(id)->isChecked());
         break;
     case PreviewButton:
         m_previewMenu->popupBelow(button(id));
@@ -315,6 +314,16 @@ void ZkSmartKeyingHeaderToolBar::chooseEditMode(ZkSmartKeyingPresenter::PlayerEd
     m_presenter->setPlayerEditMode(mode);
     // The click has checked the button even when the presenter refused.
     followEditMode();
+}
+
+void ZkSmartKeyingHeaderToolBar::invertMask(bool inverted)
+{
+    IZkSmartKeyingService *const service = m_presenter->smartKeyingService();
+    if (!service)
+        return;
+    service->setMaskInverted(inverted);
+    // The click has checked the button even when the service refused.
+    button(InvertButton)->setChecked(service->isMaskInverted());
 }
 
 void ZkSmartKeyingHeaderToolBar::choosePreview(int type)

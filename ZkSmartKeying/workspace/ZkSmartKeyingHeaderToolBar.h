@@ -52,6 +52,7 @@ private:
     void redo();
     void commitFocusedEditor();
     void chooseEditMode(ZkSmartKeyingPresenter::PlayerEditMode mode);
+    void invertMask(bool inverted);
     void choosePreview(int type);
     void chooseOverlayColor();
     void placeUnderButton(QWidget *dialog, const QWidget *button) const;

@@ -3,6 +3,7 @@
 #include "ZkSmartKeyingDrawingWidget.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QMouseEvent>
 
 namespace {
@@ -10,6 +11,7 @@ namespace {
 const int ToastMargin = 24; // widget pixels
 const int ToastTop = 20;
 const int ToastLeftOfCentre = 18;
+const QSize IconSize(24, 24);
 
 // Values beyond these are shown without a text.
 const struct
@@ -150,7 +152,7 @@ void ZkSmartKeyingMediaPlayerWidget::showPrompt(ZkSmartKeyingPresenter::PromptTy
     for (const auto &prompt : Prompts) {
         if (prompt.type == type) {
             text = tr(prompt.text);
-            icon.load(QString::fromLatin1(prompt.icon));
+            icon = QIcon(QString::fromLatin1(prompt.icon)).pixmap(IconSize); // @2x where it is due
         }
     }
     ZkToast *const toast = ZkToast::creatToast(text, this, icon, ToastMargin);

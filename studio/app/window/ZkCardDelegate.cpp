@@ -13,7 +13,7 @@ namespace {
 constexpr int margin = 4; // around the frame
 constexpr int padding = 5; // between the frame and what is in it
 constexpr int gap = 6; // between picture and texts
-constexpr QSize cardPicture(128, 72);
+constexpr QSize cardPicture(112, 63);
 constexpr QSize linePicture(80, 45);
 constexpr int markSize = 24;
 constexpr int markMargin = 3;

@@ -126,11 +126,21 @@ void ClipCommands::onImported(const ImportResult &result)
 {
     if (!result.entries.isEmpty())
         take(result);
-    if (!result.failures.isEmpty())
-        warnUser(m_window,
-                 tr("%n file(s) could not be imported", nullptr, result.failures.size()),
-                 QString(),
-                 result.failures);
+    if (result.failures.isEmpty())
+        return;
+    // The others who hear of the end come before the box.
+    QMetaObject::invokeMethod(
+        this,
+        [this, failures = result.failures] { reportFailures(failures); },
+        Qt::QueuedConnection);
+}
+
+void ClipCommands::reportFailures(const QStringList &failures)
+{
+    warnUser(m_window,
+             tr("%n file(s) could not be imported", nullptr, failures.size()),
+             QString(),
+             failures);
 }
 
 void ClipCommands::take(const ImportResult &result)

@@ -38,6 +38,7 @@ private:
     void connectActions();
     void chooseFiles();
     void onImported(const ImportResult &result);
+    void reportFailures(const QStringList &failures);
     void take(const ImportResult &result);
     void removeMedia();
     void removeClip();

@@ -11,12 +11,17 @@
 #include <QLabel>
 #include <QListView>
 #include <QScopedValueRollback>
-#include <QScrollBar>
 #include <QVBoxLayout>
 
 namespace zk::app {
 
 using datamodel::Project;
+
+namespace {
+
+constexpr int scrollBarHeight = 12; // widget pixels, as the skin has it
+
+} // namespace
 
 ClipList::ClipList(Project *project, const WindowActions &actions, QWidget *parent)
     : QWidget(parent)
@@ -60,8 +65,7 @@ void ClipList::setUpList(const WindowActions &actions)
     m_list->setContextMenuPolicy(Qt::CustomContextMenu);
     QStyleOptionViewItem option;
     option.fontMetrics = m_list->fontMetrics();
-    const int scrollBar = m_list->horizontalScrollBar()->sizeHint().height();
-    m_list->setFixedHeight(delegate->sizeHint(option, QModelIndex()).height() + scrollBar + 4);
+    m_list->setFixedHeight(delegate->sizeHint(option, QModelIndex()).height() + scrollBarHeight);
     for (const ActionId id : {ActionId::RemoveClip, ActionId::MoveEarlier, ActionId::MoveLater})
         m_list->addAction(actions.action(id));
     connect(m_list, &QWidget::customContextMenuRequested, this, &ClipList::openMenu);

@@ -92,9 +92,9 @@ void EditorPage::setUpSplitters()
     m_rows->addWidget(bottom);
     m_rows->setObjectName(QStringLiteral("EditorPage_Rows"));
     m_columns->setObjectName(QStringLiteral("EditorPage_Columns"));
-    m_media->setMinimumWidth(180);
-    m_preview->setMinimumSize(320, 200);
-    properties->setMinimumWidth(200);
+    m_media->setMinimumWidth(150);
+    m_preview->setMinimumSize(380, 150);
+    properties->setMinimumWidth(180);
     for (QSplitter *splitter : {m_rows, m_columns}) {
         splitter->setHandleWidth(handleWidth);
         splitter->setChildrenCollapsible(false);

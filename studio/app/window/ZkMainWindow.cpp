@@ -262,6 +262,9 @@ void MainWindow::restoreLayout()
         resize(standardSize.boundedTo(screen()->availableSize()));
     if (settings.contains(panelsKey()))
         m_editor->restoreLayout(settings.value(panelsKey()).toByteArray());
+    else if (minimumSizeHint().height() > screen()->availableSize().height())
+        m_actions.action(ActionId::ShowTimeline)
+            ->setChecked(false); // a small or much enlarged screen
 }
 
 } // namespace zk::app

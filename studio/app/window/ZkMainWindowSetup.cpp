@@ -124,6 +124,7 @@ void MainWindow::setUpStatusBar()
     m_importCancel = new QPushButton(m_importState);
     m_importCancel->setObjectName(QStringLiteral("ImportCancel"));
     m_importCancel->setFocusPolicy(Qt::TabFocus);
+    m_importCancel->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     auto *row = new QHBoxLayout(m_importState);
     row->setContentsMargins(0, 0, 8, 0);
     row->addWidget(m_importText);

@@ -52,7 +52,8 @@ ImportResult MediaImporter::read(const ImportRequest &request, quint64 epoch)
         if (datamodel::probeMedia(file, &entry, &error))
             result.entries.append(entry);
         else
-            result.failures.append(QStringLiteral("%1: %2").arg(name, error));
+            result.failures.append(
+                error.contains(name) ? error : QStringLiteral("%1: %2").arg(name, error));
     }
     return result;
 }

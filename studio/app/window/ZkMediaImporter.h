@@ -23,7 +23,7 @@ struct ImportRequest
 struct ImportResult
 {
     QVector<datamodel::MediaEntry> entries; // in the order of the files
-    QStringList failures; // "file name: what is wrong with it"
+    QStringList failures; // sentences that name the file
     int clipIndex = ImportRequest::noClips;
 };
 

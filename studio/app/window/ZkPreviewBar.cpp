@@ -13,6 +13,7 @@ namespace {
 constexpr int levels[] = {25, 50, 100, 200, 400, 800}; // percent
 constexpr int fitLevel = 0;
 constexpr int positionWidth = 116; // widget pixels
+constexpr int widthForLength = 520; // below it there is no room for the clip's length
 
 QString percentText(int level)
 {
@@ -129,6 +130,12 @@ void PreviewBar::durationChanged(int duration)
 void PreviewBar::frameChanged(int frame)
 {
     m_position->setValue(qMax(0, frame));
+}
+
+void PreviewBar::resizeEvent(QResizeEvent *event)
+{
+    ZkPlayerToolBarBase::resizeEvent(event);
+    m_length->setVisible(width() >= widthForLength);
 }
 
 void PreviewBar::updateToolTip()

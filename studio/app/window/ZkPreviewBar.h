@@ -20,6 +20,7 @@ protected:
     void durationChanged(int duration) override;
     void frameChanged(int frame) override;
     void updateToolTip() override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     void setUpZoomBox();

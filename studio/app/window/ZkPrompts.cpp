@@ -1,5 +1,7 @@
 #include "ZkPrompts.h"
 
+#include "ZkWidgets.h"
+
 #include <QCoreApplication>
 #include <QMessageBox>
 #include <QPushButton>
@@ -13,12 +15,14 @@ struct Prompts
     Q_DECLARE_TR_FUNCTIONS(zk::app::Prompts)
 };
 
+constexpr QSize iconSize(32, 32); // widget pixels
 constexpr int shownLines = 8; // more of them are details
 
-void setUp(QMessageBox *box, QMessageBox::Icon icon, const QString &title, const QString &text)
+void setUp(QMessageBox *box, const char *icon, const QString &title, const QString &text)
 {
     box->setObjectName(QStringLiteral("Prompt"));
-    box->setIcon(icon);
+    // Those of the style do not fit into a dark skin.
+    box->setIconPixmap(ZkSkinManager::instance()->icon(QLatin1String(icon)).pixmap(iconSize));
     box->setWindowTitle(title);
     box->setText(title);
     box->setInformativeText(text);
@@ -43,14 +47,14 @@ void warnUser(QWidget *parent, const QString &title, const QString &text, const 
         box.setDetailedText(list.join(QLatin1Char('\n')));
     }
     lines.removeAll(QString());
-    setUp(&box, QMessageBox::Warning, title, lines.join(QLatin1String("\n\n")));
+    setUp(&box, "warning", title, lines.join(QLatin1String("\n\n")));
     box.exec();
 }
 
 bool askUser(QWidget *parent, const QString &title, const QString &text, const QString &goAhead)
 {
     QMessageBox box(parent);
-    setUp(&box, QMessageBox::Question, title, text);
+    setUp(&box, "info", title, text);
     QPushButton *yes = box.addButton(goAhead, QMessageBox::AcceptRole);
     box.setDefaultButton(box.addButton(QMessageBox::Cancel));
     box.exec();
@@ -61,7 +65,7 @@ SaveChoice askToSave(QWidget *parent, const QString &project)
 {
     QMessageBox box(parent);
     setUp(&box,
-          QMessageBox::Question,
+          "warning",
           Prompts::tr("Save the changes to \"%1\"?").arg(project),
           Prompts::tr("What you have changed since the last save is lost otherwise."));
     box.setStandardButtons(QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel);

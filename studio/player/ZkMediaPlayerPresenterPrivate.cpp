@@ -330,7 +330,8 @@ PictureQueue::Job ZkMediaPlayerPresenterPrivate::prepareJob() const
     };
 }
 
-// After a failure the player keeps the picture that it has, and goes on.
+// After a failure the player keeps the picture that it has, and goes on. A frame that fell due while this
+// one was being rendered comes right after it, not when the next one is due.
 void ZkMediaPlayerPresenterPrivate::show(const QImage &picture)
 {
     const bool isFirst = m_picture.isNull() && !picture.isNull();
@@ -342,6 +343,8 @@ void ZkMediaPlayerPresenterPrivate::show(const QImage &picture)
         ZkMediaPlayerZoomerPresenterPrivate::get(&m_zoomer)->reportZoom();
     if (m_state == ZKPLAYER::OpeningState)
         finishOpening();
+    else if (m_playTimer.isActive())
+        advance();
 }
 
 void ZkMediaPlayerPresenterPrivate::finishOpening()

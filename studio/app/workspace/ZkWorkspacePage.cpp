@@ -17,6 +17,7 @@
 #include <QDataStream>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QSplitter>
 #include <QVBoxLayout>
@@ -64,6 +65,9 @@ void WorkspacePage::Private::build()
         bar, &WorkspaceBar::triggered, q, [this](WorkspaceBar::Command command) { run(command); });
     buildColumns();
     column->addWidget(columns, 1);
+    // Their menus run an event loop, in which the page must not be taken apart.
+    for (QScrollBar *const scrollBar : q->findChildren<QScrollBar *>())
+        scrollBar->setContextMenuPolicy(Qt::NoContextMenu);
     addShortcuts();
     connectPresenter();
     connectView();

@@ -38,15 +38,21 @@ void WorkspacePage::Private::refuseToOpen()
 // what runs goes on meanwhile.
 QMessageBox *WorkspacePage::Private::ask(const QString &text,
                                          const QString &details,
-                                         const std::function<void(QMessageBox *)> &answered)
+                                         const QVector<Choice> &choices,
+                                         const Answered &answered)
 {
     dismissQuestion();
     auto *const box = new QMessageBox(QMessageBox::NoIcon, tr("Smart Cutout"), text, {}, q);
     box->setTextFormat(Qt::PlainText); // names of files are no markup
-    setSign(box, QStringLiteral("info"));
     box->setInformativeText(details);
+    setSign(box, QStringLiteral("info"));
+    for (const Choice &choice : choices)
+        box->addButton(choice.button)->setText(choice.text);
+    box->setDefaultButton(choices.last().button);
     box->setAttribute(Qt::WA_DeleteOnClose);
-    QObject::connect(box, &QDialog::finished, q, [answered, box] { answered(box); });
+    QObject::connect(box, &QDialog::finished, q, [answered, box] {
+        answered(box->standardButton(box->clickedButton()));
+    });
     question = box;
     box->open();
     return box;
@@ -63,27 +69,20 @@ void WorkspacePage::Private::dismissQuestion()
 
 void WorkspacePage::Private::tell(const QString &text, const QString &details)
 {
-    QMessageBox *const box = ask(text, details, [](QMessageBox *) {});
-    setSign(box, QStringLiteral("warning"));
-    box->setStandardButtons(QMessageBox::Ok);
+    const auto nothing = [](QMessageBox::StandardButton) {};
+    setSign(ask(text, details, {{QMessageBox::Ok, tr("OK")}}, nothing), QStringLiteral("warning"));
 }
 
 void WorkspacePage::Private::askToReset()
 {
-    QMessageBox *const box =
-        ask(tr("Discard everything that was done?"),
-            tr("Strokes, tracking results and the effect are taken away. This cannot be undone."),
-            [this](QMessageBox *asked) {
-                const bool isAgreed =
-                    asked->standardButton(asked->clickedButton()) == QMessageBox::Discard;
-                if (isAgreed && presenter && !isSegmenting() && !isSaving)
-                    presenter->reset();
-                refresh();
-            });
-    box->setStandardButtons(QMessageBox::Discard | QMessageBox::Cancel);
-    box->button(QMessageBox::Discard)->setText(tr("Reset"));
-    box->button(QMessageBox::Cancel)->setText(tr("Keep"));
-    box->setDefaultButton(QMessageBox::Cancel);
+    ask(tr("Discard everything that was done?"),
+        tr("Strokes, tracking results and the effect are taken away. This cannot be undone."),
+        {{QMessageBox::Discard, tr("Reset")}, {QMessageBox::Cancel, tr("Keep")}},
+        [this](QMessageBox::StandardButton answer) {
+            if (answer == QMessageBox::Discard && presenter && !isSegmenting() && !isSaving)
+                presenter->reset();
+            refresh();
+        });
 }
 
 bool WorkspacePage::Private::hasWorkToLose() const
@@ -95,29 +94,23 @@ void WorkspacePage::Private::askToClose()
 {
     if (question)
         return;
-    const bool canApply = !isSaving && !isSegmenting();
-    QMessageBox *const box =
-        ask(isSaving ? tr("Stop saving and close?") : tr("Apply the cutout before closing?"),
-            tr("What has not been applied is lost: strokes, tracking results and the effect."),
-            [this](QMessageBox *asked) {
-                switch (asked->standardButton(asked->clickedButton())) {
-                case QMessageBox::Discard:
-                    close();
-                    break;
-                case QMessageBox::Apply:
-                    closesAfterSaving = true;
-                    apply();
-                    break;
-                default:
-                    emit q->closeRefused();
-                }
-            });
-    box->setStandardButtons(QMessageBox::Discard | QMessageBox::Cancel);
-    if (canApply)
-        box->addButton(QMessageBox::Apply)->setText(tr("Apply"));
-    box->button(QMessageBox::Discard)->setText(tr("Discard"));
-    box->button(QMessageBox::Cancel)->setText(tr("Keep Editing"));
-    box->setDefaultButton(canApply ? QMessageBox::Apply : QMessageBox::Cancel);
+    QVector<Choice> choices {{QMessageBox::Discard, tr("Discard")},
+                             {QMessageBox::Cancel, tr("Keep Editing")}};
+    if (!isSaving && !isSegmenting())
+        choices.append({QMessageBox::Apply, tr("Apply")});
+    ask(isSaving ? tr("Stop saving and close?") : tr("Apply the cutout before closing?"),
+        tr("What has not been applied is lost: strokes, tracking results and the effect."),
+        choices,
+        [this](QMessageBox::StandardButton answer) {
+            if (answer == QMessageBox::Discard) {
+                close();
+            } else if (answer == QMessageBox::Apply) {
+                closesAfterSaving = true;
+                apply();
+            } else {
+                emit q->closeRefused();
+            }
+        });
 }
 
 void WorkspacePage::Private::apply()

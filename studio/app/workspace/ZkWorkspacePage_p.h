@@ -5,11 +5,11 @@
 #include "ZkWorkspacePage.h"
 
 #include <QCoreApplication>
+#include <QMessageBox>
 #include <QPointer>
 
 #include <functional>
 
-class QMessageBox;
 class QSplitter;
 class ZkSmartKeyingPlayerView;
 class ZkStudioTimelinePresenter;
@@ -84,10 +84,17 @@ private:
     void addShortcuts();
     void connectPresenter();
     void connectView();
-    // Opens a question that does not block; the function gets the button that was chosen.
+    struct Choice
+    {
+        QMessageBox::StandardButton button;
+        QString text;
+    };
+    using Answered = std::function<void(QMessageBox::StandardButton)>;
+    // Opens a question that does not block. The last choice is the default.
     QMessageBox *ask(const QString &text,
                      const QString &details,
-                     const std::function<void(QMessageBox *)> &answered);
+                     const QVector<Choice> &choices,
+                     const Answered &answered);
     void dismissQuestion();
     void tell(const QString &text, const QString &details);
 };

@@ -1471,6 +1471,10 @@
         <source>The clip is as it was. What you have done here is kept; try again, or paint the frames anew that look wrong.</source>
         <translation>Der Clip ist unverändert. Ihre Arbeit hier bleibt erhalten; versuchen Sie es erneut oder malen Sie die Bilder neu, die falsch aussehen.</translation>
     </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
 </context>
 <context>
     <name>zk::datamodel::Autosave</name>

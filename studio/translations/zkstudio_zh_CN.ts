@@ -1463,6 +1463,10 @@
         <source>The clip is as it was. What you have done here is kept; try again, or paint the frames anew that look wrong.</source>
         <translation>剪辑保持不变。您在此处的操作已保留；请重试，或重新绘制效果不正确的帧。</translation>
     </message>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
 </context>
 <context>
     <name>zk::datamodel::Autosave</name>

@@ -1,4 +1,4 @@
-// Random events to an open workspace, from a seed, so that a run can be repeated:
+// Random events to an open workspace. The seed chooses them; what they meet depends on time, too:
 //   tst_workspace_monkey --events 20000 --seed 7
 #include "WorkspaceBench.h"
 
@@ -149,10 +149,13 @@ class TestWorkspaceMonkey : public QObject
         const QPointer<QWindow> window = (modal ? modal : &m_bench->window)->windowHandle();
         const Qt::Key key = any(keys);
         const Qt::KeyboardModifiers modifiers = anyModifiers();
+        // Not QTest's own, which go on using a window that the press has closed.
+        const bool hasText = key >= Qt::Key_Space && key <= Qt::Key_AsciiTilde;
+        const QString text = hasText ? QString(QChar(key)).toLower() : QString();
         if (window)
-            QTest::keyPress(window, key, modifiers);
-        if (window) // the press may have closed it
-            QTest::keyRelease(window, key, modifiers);
+            qt_handleKeyEvent(window, QEvent::KeyPress, key, modifiers, text, false, 1);
+        if (window)
+            qt_handleKeyEvent(window, QEvent::KeyRelease, key, modifiers, text, false, 1);
     }
     void changeWindow()
     {

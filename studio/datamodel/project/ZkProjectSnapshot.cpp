@@ -233,7 +233,8 @@ bool read(const SegmentationRecord &record,
     QMap<qint64, TrackedMattes> tracked;
     for (const TrackedRecord &side : record.tracked) {
         TrackedMattes &mattes = tracked[side.frame];
-        (side.isForward ? mattes.forward : mattes.backward) = {
+        auto &way = side.isForward ? mattes.forward : mattes.backward;
+        way = {
             matte(side.matte), float(side.confidence), side.seed, side.seedRevision, side.serial};
         Segments::skipRevisions(side.serial);
     }

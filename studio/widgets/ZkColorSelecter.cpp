@@ -66,12 +66,12 @@ public:
     void takeHex();
 
     ZkColorSelecter *q;
+    QColor color = Qt::white;
+    QColor atOpening;
     ZkSaturationValueField *field;
     ZkHueBand *band;
     QLineEdit *hex;
     ZkColorToolButton *sample;
-    QColor color = Qt::white;
-    QColor atOpening;
 };
 
 ZkColorSelecter::Private::Private(ZkColorSelecter *owner)

@@ -6,6 +6,14 @@
 #include <QElapsedTimer>
 #include <QString>
 
+class ZKUTILITY_EXPORT ZkConvertUtility
+{
+public:
+    // "hh:mm:ss:ff" of a frame that is not negative. A rate such as 29.97 counts 30 frames to the second
+    // and drops none; one below 1 counts 1.
+    static QString frame2String(int frame, float framesPerSecond);
+};
+
 // Measures the scope that it lives in and logs "NAME: N ms" at ZKLOG::Detail when it ends.
 class ZKUTILITY_EXPORT ZkElapsedTimer
 {

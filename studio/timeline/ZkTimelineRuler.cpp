@@ -1,5 +1,7 @@
 #include "ZkTimelineRuler.h"
 
+#include "ZkUtility.h"
+
 #include <QVector>
 
 namespace zk::timeline {
@@ -52,16 +54,7 @@ RulerSteps rulerSteps(double frameRate, double pixelsPerFrame, double labelWidth
 
 QString timeCode(qint64 frame, double frameRate)
 {
-    const int rate = framesPerSecond(frameRate);
-    const qint64 seconds = frame / rate;
-    const auto twoDigits = [](qint64 number) {
-        return QStringLiteral("%1").arg(number, 2, 10, QLatin1Char('0'));
-    };
-    return QStringLiteral("%1:%2:%3:%4")
-        .arg(twoDigits(seconds / 3600),
-             twoDigits(seconds / 60 % 60),
-             twoDigits(seconds % 60),
-             twoDigits(frame % rate));
+    return ZkConvertUtility::frame2String(int(frame), float(frameRate));
 }
 
 } // namespace zk::timeline

@@ -1054,10 +1054,6 @@
         <translation>&amp;Automatisch speichern alle</translation>
     </message>
     <message>
-        <source>Language of the system</source>
-        <translation>Sprache des Systems</translation>
-    </message>
-    <message>
         <source>The file cannot be written</source>
         <translation>Die Datei kann nicht geschrieben werden</translation>
     </message>

@@ -1046,10 +1046,6 @@
         <translation>自动保存间隔(&amp;A)</translation>
     </message>
     <message>
-        <source>Language of the system</source>
-        <translation>系统语言</translation>
-    </message>
-    <message>
         <source>The file cannot be written</source>
         <translation>无法写入文件</translation>
     </message>

@@ -1,5 +1,7 @@
 #include "ZkTimeText_p.h"
 
+#include "ZkUtility.h"
+
 #include <QRegularExpression>
 #include <QVector>
 
@@ -25,13 +27,7 @@ QString withSeparators(QString digits)
 
 QString zkTimeText(int frame, float framesPerSecond)
 {
-    const int rate = countedRate(framesPerSecond);
-    const int seconds = frame / rate;
-    return QStringLiteral("%1:%2:%3:%4")
-        .arg(seconds / 3600, 2, 10, QLatin1Char('0'))
-        .arg(seconds / 60 % 60, 2, 10, QLatin1Char('0'))
-        .arg(seconds % 60, 2, 10, QLatin1Char('0'))
-        .arg(frame % rate, 2, 10, QLatin1Char('0'));
+    return ZkConvertUtility::frame2String(frame, float(countedRate(framesPerSecond)));
 }
 
 qint64 zkFrameOfText(const QString &text, float framesPerSecond)

@@ -60,8 +60,7 @@ void SettingsDialog::fill()
 {
     const QVector<Language::Choice> choices = Language::choices();
     for (const Language::Choice &choice : choices)
-        m_languages->addItem(choice.code.isEmpty() ? tr("Language of the system") : choice.name,
-                             choice.code);
+        m_languages->addItem(choice.name, choice.code);
     m_languages->setCurrentIndex(qMax(0, m_languages->findData(m_language->chosen())));
     m_autosave->setValue(Preferences::autosaveSeconds());
     m_analytics->setChecked(Preferences::areAnalyticsAllowed());

@@ -1,7 +1,8 @@
 // What a project file holds, as it was at one moment.
 #pragma once
 
-#include "../segmentation/ZkSegmentArchive.h"
+#include "../segmentation/ZkSegmentSettings.h"
+#include "../segmentation/ZkSegments.h"
 #include "ZkMediaEntry.h"
 
 #include "ZkLook.h"

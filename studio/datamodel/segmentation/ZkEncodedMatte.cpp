@@ -2,7 +2,6 @@
 
 #include "ZkPixels.h"
 
-#include <QDataStream>
 #include <QtEndian>
 
 #include <opencv2/imgproc.hpp>
@@ -88,25 +87,6 @@ QImage EncodedMatte::decoded() const
                     m_box.width(),
                     image.scanLine(m_box.y() + y) + m_box.x());
     return image;
-}
-
-QDataStream &operator<<(QDataStream &stream, const EncodedMatte &matte)
-{
-    return stream << matte.m_size << matte.m_box << qint32(matte.m_objectPixels) << matte.m_data;
-}
-
-QDataStream &operator>>(QDataStream &stream, EncodedMatte &matte)
-{
-    QSize size;
-    QRect box;
-    qint32 objectPixels = 0;
-    QByteArray data;
-    stream >> size >> box >> objectPixels >> data;
-    matte = EncodedMatte();
-    if (stream.status() == QDataStream::Ok
-        && !EncodedMatte::fromParts(size, box, objectPixels, data, &matte))
-        stream.setStatus(QDataStream::ReadCorruptData);
-    return stream;
 }
 
 } // namespace zk::datamodel

@@ -7,8 +7,6 @@
 #include <QRect>
 #include <QSize>
 
-class QDataStream;
-
 namespace zk::datamodel {
 
 // An 8-bit mask of a frame, compressed without loss: the box around what is not 0. A value
@@ -50,11 +48,6 @@ public:
         return a.m_size == b.m_size && a.m_box == b.m_box && a.m_data == b.m_data;
     }
     friend bool operator!=(const EncodedMatte &a, const EncodedMatte &b) { return !(a == b); }
-
-    friend ZKDATAMODEL_EXPORT QDataStream &operator<<(QDataStream &stream,
-                                                      const EncodedMatte &matte);
-    // Damaged data gives "no mask" and a stream in the state ReadCorruptData.
-    friend ZKDATAMODEL_EXPORT QDataStream &operator>>(QDataStream &stream, EncodedMatte &matte);
 
 private:
     QSize m_size;

@@ -24,10 +24,6 @@ public:
     QImage matteAt(qint64 frame) const;
     qint64 byteCount() const; // compressed
 
-    QByteArray serialised() const;
-    // Null when the data is damaged or of a later version.
-    static std::shared_ptr<const MatteTrack> fromSerialised(const QByteArray &data);
-
 private:
     Q_DISABLE_COPY(MatteTrack)
 

@@ -101,19 +101,6 @@ void ZkStudioSmartKeyingService::setState(const Segments &segments, const Segmen
     m_settings = settings;
 }
 
-QByteArray ZkStudioSmartKeyingService::serialised() const
-{
-    return archived(m_segments, m_settings);
-}
-
-bool ZkStudioSmartKeyingService::restore(const QByteArray &data)
-{
-    if (m_isLocked || !unarchive(data, &m_segments, &m_settings))
-        return false;
-    reportChange();
-    return true;
-}
-
 void ZkStudioSmartKeyingService::changeNode(qint64 frame,
                                             const SegmentNodePtr &node,
                                             const QString &text)

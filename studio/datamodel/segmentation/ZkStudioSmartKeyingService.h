@@ -1,7 +1,8 @@
 #pragma once
 
 #include "../timeline/ZkObserverList.h"
-#include "ZkSegmentArchive.h"
+#include "ZkSegmentSettings.h"
+#include "ZkSegments.h"
 
 #include "ZkDataModel.h"
 
@@ -42,10 +43,6 @@ public:
     // Replaces everything that is stored; no undo step, no report.
     void setState(const zk::datamodel::Segments &segments,
                   const zk::datamodel::SegmentSettings &settings);
-    // For a project file. Restoring is no undo step; it is false, and nothing has changed, when the data
-    // is damaged or of a later version, or the service is locked.
-    QByteArray serialised() const;
-    bool restore(const QByteArray &data);
 
     // Undoable; a null node takes the frame's away.
     void changeNode(qint64 frame, const zk::datamodel::SegmentNodePtr &node, const QString &text);

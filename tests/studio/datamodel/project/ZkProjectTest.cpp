@@ -65,6 +65,51 @@ private:
     Q_DISABLE_COPY(ClipWorkspace)
 };
 
+void write(QDataStream &stream, const EncodedMatte &matte)
+{
+    stream << matte.size() << matte.box() << matte.objectPixels() << matte.data();
+}
+
+void write(QDataStream &stream, const TrackedSide &side)
+{
+    write(stream, side.matte);
+    stream << side.confidence << side.seed << side.seedRevision << side.serial;
+}
+
+// All that the service holds.
+QByteArray contentOf(const ZkStudioSmartKeyingService *service)
+{
+    QByteArray content;
+    QDataStream stream(&content, QIODevice::WriteOnly);
+    const auto &settings = service->settings();
+    stream << int(settings.type) << settings.overlayColour << settings.overlayAlpha
+           << settings.invert;
+    const auto &nodes = service->segments().nodes();
+    for (auto node = nodes.begin(); node != nodes.end(); ++node) {
+        stream << node.key() << (*node)->revision;
+        for (const EncodedMatte &matte :
+             {(*node)->keep, (*node)->remove, (*node)->erase, (*node)->given, (*node)->result})
+            write(stream, matte);
+    }
+    const auto &tracked = service->segments().tracked();
+    for (auto mattes = tracked.begin(); mattes != tracked.end(); ++mattes) {
+        stream << mattes.key();
+        write(stream, mattes->forward);
+        write(stream, mattes->backward);
+    }
+    return content.toHex();
+}
+
+QByteArray contentOf(const MatteTrack *track)
+{
+    QByteArray content;
+    QDataStream stream(&content, QIODevice::WriteOnly);
+    const QVector<EncodedMatte> mattes = track ? track->mattes() : QVector<EncodedMatte>();
+    for (const EncodedMatte &matte : mattes)
+        write(stream, matte);
+    return track ? content.toHex() : "no track";
+}
+
 QByteArray contentOf(const ProjectClip *projectClip)
 {
     const ZkStudioClip *clip = projectClip->clip();
@@ -77,8 +122,8 @@ QByteArray contentOf(const ProjectClip *projectClip)
             + QByteArray::number(effect->isEnabled());
     }
     for (auto type : {ZKSMARTKEYING::SmartCutout, ZKSMARTKEYING::AIErasing})
-        text += clip->studioService(type)->serialised().toHex() + ' ';
-    return text + (clip->matteTrack() ? clip->matteTrack()->serialised().toHex() : "no track");
+        text += contentOf(clip->studioService(type)) + ' ';
+    return text + contentOf(clip->matteTrack().get());
 }
 
 } // namespace

@@ -106,18 +106,27 @@ private Q_SLOTS:
 
     void matteTracks()
     {
-        const QByteArray data =
-            MatteTrack({EncodedMatte(maskOf(box)), EncodedMatte(noise())}).serialised();
-        const auto track = MatteTrack::fromSerialised(data);
-        QVERIFY(track);
-        QCOMPARE(track->matteAt(0), maskOf(box));
-        QCOMPARE(track->matteAt(1), noise());
-        QVERIFY(track->matteAt(2).isNull() && track->matteAt(-1).isNull());
-        for (int length = 0; length < data.size(); ++length)
-            QVERIFY(!MatteTrack::fromSerialised(data.left(length)));
-        QByteArray outside = data;
-        outside[12 + 8 + 8 + 3] = char(200); // right border of the first box
-        QVERIFY(!MatteTrack::fromSerialised(outside));
+        const MatteTrack track({EncodedMatte(maskOf(box)), EncodedMatte(noise())});
+        QCOMPARE(track.matteAt(0), maskOf(box));
+        QCOMPARE(track.matteAt(1), noise());
+        QVERIFY(track.matteAt(2).isNull() && track.matteAt(-1).isNull());
+    }
+
+    void partsOfAFile()
+    {
+        const EncodedMatte whole(maskOf(box));
+        const auto matteOf = [&whole](const QRect &place, const QByteArray &data) {
+            EncodedMatte matte(noise());
+            const bool isGood =
+                EncodedMatte::fromParts(whole.size(), place, whole.objectPixels(), data, &matte);
+            return isGood ? matte.decoded() : QImage();
+        };
+        QCOMPARE(matteOf(whole.box(), whole.data()), maskOf(box));
+        QVERIFY(matteOf(whole.box().translated(whole.size().width(), 0), whole.data()).isNull());
+        QVERIFY(matteOf(QRect(), whole.data()).isNull());
+        QVERIFY(matteOf(whole.box(), whole.data().left(3)).isNull());
+        QTest::ignoreMessage(QtWarningMsg, "qUncompress: Z_DATA_ERROR: Input data is corrupted");
+        QVERIFY(matteOf(whole.box(), whole.data().chopped(1)).isNull());
     }
 
     void nodeBeatsTracking()

@@ -66,39 +66,6 @@ private Q_SLOTS:
         QCOMPARE(bench->service()->previewType(), ZKSMARTKEYING::GridPreview);
     }
 
-    void serialisedAndBack()
-    {
-        QVERIFY(bench->giveTruth(0));
-        QVERIFY(bench->controller->eraseMask(0, strokeOn(QRect(0, 0, 160, 20))));
-        QCOMPARE(bench->track(0), 0);
-        bench->service()->setMaskInverted(true);
-        bench->service()->setMaskRegionAlpha(11);
-        EditBench other;
-        QVERIFY(other.service()->restore(bench->service()->serialised()));
-        QCOMPARE(other.edits.count(ZKTIMELINE::SegmentChange), 1);
-        QCOMPARE(other.trackedFrames().size(), EditClip::frames);
-        for (qint64 frame = 0; frame < EditClip::frames; ++frame)
-            QCOMPARE(other.segments().matteAt(frame), bench->segments().matteAt(frame));
-        QVERIFY(other.segments().node(0)->erase == bench->segments().node(0)->erase);
-        QVERIFY(other.service()->isMaskInverted());
-        QCOMPARE(other.service()->maskRegionAlpha(), 11);
-    }
-
-    void damagedDataChangesNothing()
-    {
-        QVERIFY(bench->giveTruth(3));
-        const QByteArray data = bench->service()->serialised();
-        EditBench other;
-        for (int length = 0; length < data.size(); length += 7)
-            QVERIFY(!other.service()->restore(data.left(length)));
-        QByteArray later = data;
-        later[7] = 2; // the version
-        QVERIFY(!other.service()->restore(later));
-        QVERIFY(!other.service()->restore(data + data));
-        QVERIFY(other.edits.sets.isEmpty() && other.segments().isEmpty());
-        QVERIFY(other.service()->restore(data));
-    }
-
 private:
     std::optional<EditBench> bench;
 };

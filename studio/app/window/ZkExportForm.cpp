@@ -92,6 +92,7 @@ QWidget *ExportForm::createTargetRow()
     layout->addWidget(m_target, 1);
     layout->addWidget(browse);
     row->setFocusProxy(m_target);
+    row->setFocusPolicy(m_target->focusPolicy()); // a label passes its key to no other buddy
     connect(browse, &QPushButton::clicked, this, &ExportForm::chooseTarget);
     return row;
 }
@@ -117,6 +118,7 @@ QWidget *ExportForm::createBackgroundRow()
     layout->addWidget(m_pictureButton);
     layout->addStretch();
     row->setFocusProxy(m_background);
+    row->setFocusPolicy(m_background->focusPolicy());
     connect(m_colour, &QAbstractButton::clicked, this, &ExportForm::chooseColour);
     connect(m_pictureButton, &QPushButton::clicked, this, &ExportForm::choosePicture);
     return row;

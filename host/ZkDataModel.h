@@ -6,6 +6,7 @@
 #include "datamodel/ZkPropertyBatchSetter.h"
 #include "datamodel/ZkSmartKeyingEditing.h"
 #include "datamodel/ZkSmartKeyingTypes.h"
+#include "datamodel/ZkSmartMaskEvents.h"
 #include "datamodel/ZkTimeline.h"
 #include "datamodel/ZkTrackEvent.h"
 #include "datamodel/ZkUndoRedo.h"

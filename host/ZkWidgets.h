@@ -3,6 +3,7 @@
 
 #include "widgets/ZkBasicWidgets.h"
 #include "widgets/ZkDrawing.h"
+#include "widgets/ZkMultiCrop.h"
 #include "widgets/ZkPlayerControl.h"
 #include "widgets/ZkPlayerOverlay.h"
 #include "widgets/ZkRoundRadiusWidget.h"

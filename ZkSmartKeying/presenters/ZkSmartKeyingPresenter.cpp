@@ -288,12 +288,14 @@ bool ZkSmartKeyingPresenter::isUsed() const
 
 void ZkSmartKeyingPresenter::beginMacro(const QString &text)
 {
-    undoRedoService()->beginMacro(text);
+    if (IZkUndoRedoService *const service = undoRedoService())
+        service->beginMacro(text);
 }
 
 void ZkSmartKeyingPresenter::endMacro()
 {
-    undoRedoService()->endMacro();
+    if (IZkUndoRedoService *const service = undoRedoService())
+        service->endMacro();
 }
 
 void ZkSmartKeyingPresenter::applyModify()

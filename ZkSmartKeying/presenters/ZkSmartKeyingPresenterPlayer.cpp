@@ -66,7 +66,8 @@ void ZkSmartKeyingPresenter::beginTrackingMode(ZKSMARTKEYING::ZkSegmentToTrackDi
 {
     Q_D(ZkSmartKeyingPresenter);
     d->playerPresenter->stopPlay();
-    if (smartKeyingService()->maskItemCount() <= 0) {
+    const IZkSmartKeyingService *const service = smartKeyingService();
+    if (!service || service->maskItemCount() <= 0) {
         emit sigPrompt(DrawMaskFirstPrompt);
         return;
     }

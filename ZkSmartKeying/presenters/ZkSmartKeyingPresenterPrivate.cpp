@@ -64,7 +64,8 @@ void ZkSmartKeyingPresenterPrivate::setUp(ZKSMARTKEYING::ZkSmartKeyingBusinessTy
     presetManager->loadCutoutPresetFolder();
     initSuccessful = true;
     closing = false;
-    q->smartKeyingService()->setEnabled(true);
+    if (IZkSmartKeyingService *const service = q->smartKeyingService())
+        service->setEnabled(true);
     progressTimer.setSingleShot(true);
     progressTimer.setInterval(ProgressResetDelay);
     QObject::connect(&progressTimer, &QTimer::timeout, q, [this] {

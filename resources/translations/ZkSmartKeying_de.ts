@@ -16,6 +16,24 @@
     </message>
 </context>
 <context>
+    <name>ZkAIErasingCropSelectorPresenter</name>
+    <message>
+        <source>Move Crop %1</source>
+        <translation>Bereich %1 verschieben</translation>
+    </message>
+    <message>
+        <source>Resize Crop %1</source>
+        <translation>Größe von Bereich %1 ändern</translation>
+    </message>
+</context>
+<context>
+    <name>ZkAIErasingPresenter</name>
+    <message>
+        <source>reset</source>
+        <translation>Zurücksetzen</translation>
+    </message>
+</context>
+<context>
     <name>ZkSmartKeyingHeaderToolBar</name>
     <message>
         <source>Undo</source>

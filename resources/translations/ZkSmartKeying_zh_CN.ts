@@ -16,6 +16,24 @@
     </message>
 </context>
 <context>
+    <name>ZkAIErasingCropSelectorPresenter</name>
+    <message>
+        <source>Move Crop %1</source>
+        <translation>移动选区 %1</translation>
+    </message>
+    <message>
+        <source>Resize Crop %1</source>
+        <translation>调整选区 %1 的大小</translation>
+    </message>
+</context>
+<context>
+    <name>ZkAIErasingPresenter</name>
+    <message>
+        <source>reset</source>
+        <translation>重置</translation>
+    </message>
+</context>
+<context>
     <name>ZkSmartKeyingHeaderToolBar</name>
     <message>
         <source>Undo</source>

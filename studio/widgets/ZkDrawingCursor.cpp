@@ -22,6 +22,13 @@ double primaryPixelRatio()
     return screen ? screen->devicePixelRatio() : 1.0;
 }
 
+// Qt takes the place in a cursor in widget pixels, but hands it on to X11 as if it were one of device pixels.
+int hotSpot(int widgetPixels)
+{
+    const bool isX11 = QGuiApplication::platformName() == QLatin1String("xcb");
+    return isX11 ? int(std::lround(widgetPixels * primaryPixelRatio())) : widgetPixels;
+}
+
 QColor fillColor(const QColor &color, bool pressed)
 {
     if (!color.isValid())
@@ -72,5 +79,5 @@ QCursor ZkDrawingCursor::cursor(int diameter, const QColor &color, bool pressed)
     painter.translate(side / 2.0, side / 2.0);
     drawBrush(painter, shown / 2.0, fillColor(color, pressed));
     painter.end();
-    return QCursor(pixmap, side / 2, side / 2);
+    return QCursor(pixmap, hotSpot(side / 2), hotSpot(side / 2));
 }

@@ -26,7 +26,6 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
-    void changeEvent(QEvent *event) override;
 
 private:
     class Private;

@@ -16,6 +16,25 @@ struct TableInfo
     int columnCount;
 };
 
+// Of what a clip carries and of its draft.
+constexpr char effectColumns[] = "clip INTEGER REFERENCES clip (id),"
+                                 " type INTEGER, slug TEXT, settings BLOB, is_enabled INTEGER";
+
+constexpr char segmentationColumns[] =
+    "clip INTEGER REFERENCES clip (id), business_type INTEGER,"
+    " preview_type INTEGER, overlay_colour TEXT, overlay_alpha INTEGER, is_inverted INTEGER";
+
+constexpr char nodeColumns[] =
+    "clip INTEGER REFERENCES clip (id), business_type INTEGER, frame INTEGER, revision INTEGER,"
+    " keep INTEGER REFERENCES matte (id), remove INTEGER REFERENCES matte (id),"
+    " erase INTEGER REFERENCES matte (id), given INTEGER REFERENCES matte (id),"
+    " result INTEGER REFERENCES matte (id)";
+
+constexpr char trackedColumns[] =
+    "clip INTEGER REFERENCES clip (id), business_type INTEGER, frame INTEGER,"
+    " is_forward INTEGER, matte INTEGER REFERENCES matte (id), confidence REAL,"
+    " seed INTEGER, seed_revision INTEGER, serial INTEGER";
+
 constexpr TableInfo tables[] = {
     {"matte",
      "id INTEGER PRIMARY KEY,"
@@ -41,28 +60,10 @@ constexpr TableInfo tables[] = {
      " in_frame INTEGER, frame_count INTEGER, playhead INTEGER",
      6},
 
-    {"effect",
-     "clip INTEGER REFERENCES clip (id),"
-     " type INTEGER, slug TEXT, settings BLOB, is_enabled INTEGER",
-     5},
-
-    {"segmentation",
-     "clip INTEGER REFERENCES clip (id), business_type INTEGER,"
-     " preview_type INTEGER, overlay_colour TEXT, overlay_alpha INTEGER, is_inverted INTEGER",
-     6},
-
-    {"node",
-     "clip INTEGER REFERENCES clip (id), business_type INTEGER, frame INTEGER, revision INTEGER,"
-     " keep INTEGER REFERENCES matte (id), remove INTEGER REFERENCES matte (id),"
-     " erase INTEGER REFERENCES matte (id), given INTEGER REFERENCES matte (id),"
-     " result INTEGER REFERENCES matte (id)",
-     9},
-
-    {"tracked",
-     "clip INTEGER REFERENCES clip (id), business_type INTEGER, frame INTEGER,"
-     " is_forward INTEGER, matte INTEGER REFERENCES matte (id), confidence REAL,"
-     " seed INTEGER, seed_revision INTEGER, serial INTEGER",
-     9},
+    {"effect", effectColumns, 5},
+    {"segmentation", segmentationColumns, 6},
+    {"node", nodeColumns, 9},
+    {"tracked", trackedColumns, 9},
 
     {"applied",
      "clip INTEGER REFERENCES clip (id), frame INTEGER, matte INTEGER REFERENCES matte (id)",
@@ -71,6 +72,12 @@ constexpr TableInfo tables[] = {
     {"project",
      "id TEXT, application TEXT, saved INTEGER, origin TEXT, current_clip INTEGER, digest TEXT",
      6},
+
+    {"draft_effect", effectColumns, 5},
+    {"draft_segmentation", segmentationColumns, 6},
+    {"draft_node", nodeColumns, 9},
+    {"draft_tracked", trackedColumns, 9},
+    {"draft_seal", "digest TEXT", 1},
 };
 
 const TableInfo &infoOf(ProjectTable table)
@@ -195,6 +202,7 @@ bool ProjectDatabase::readTable(ProjectTable table,
                                 const std::function<bool(const QVariantList &)> &take)
 {
     const TableInfo &info = infoOf(table);
+    const bool hasDigest = table == ProjectTable::Project || table == ProjectTable::DraftSeal;
     QSqlQuery query;
     if (!run(QStringLiteral("SELECT * FROM %1 ORDER BY rowid").arg(QLatin1String(info.name)),
              &query))
@@ -207,7 +215,7 @@ bool ProjectDatabase::readTable(ProjectTable table,
         QVariantList row;
         for (int i = 0; i < info.columnCount; ++i)
             row.append(query.value(i));
-        addToDigest(table == ProjectTable::Project ? row.mid(0, row.size() - 1) : row);
+        addToDigest(hasDigest ? row.mid(0, row.size() - 1) : row);
         if (!take(row))
             return false;
     }

@@ -25,6 +25,12 @@ enum class ProjectTable {
     Tracked,
     Applied,
     Project, // one row
+    // These are in files with drafts alone; older programs pass over them.
+    DraftEffect,
+    DraftSegmentation,
+    DraftNode,
+    DraftTracked,
+    DraftSeal, // one row
 };
 
 // Belongs to the thread that made it. A call that is false has left its reason in errorText().
@@ -47,7 +53,7 @@ public:
     // Rows go to the table that was begun last.
     bool beginTable(ProjectTable table);
     bool addRow(const QVariantList &row);
-    // The row of the project, with the fingerprint of everything after it.
+    // The row that ends the project or its drafts, with the fingerprint of everything so far after it.
     bool addLastRow(const QVariantList &row);
     // False as soon as take() is.
     bool readTable(ProjectTable table, const std::function<bool(const QVariantList &)> &take);

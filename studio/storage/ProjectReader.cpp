@@ -4,8 +4,13 @@ namespace zk::storage {
 
 bool ProjectReader::read(ProjectRecord *project)
 {
-    if (!readMattes() || !readMedia() || !readClips() || !readEffects() || !readSegmentations()
-        || !readNodes() || !readTracked() || !readApplied() || !readProject(true))
+    using Table = ProjectTable;
+    constexpr auto segmentations = &ClipRecord::segmentations;
+    if (!readMattes() || !readMedia() || !readClips()
+        || !readEffects(Table::Effect, &ClipRecord::effects)
+        || !readSegmentations(Table::Segmentation, segmentations)
+        || !readNodes(Table::Node, segmentations) || !readTracked(Table::Tracked, segmentations)
+        || !readApplied() || !readProject(true) || !readDrafts())
         return false;
     *project = m_project;
     return true;
@@ -72,24 +77,25 @@ bool ProjectReader::readClips()
     });
 }
 
-bool ProjectReader::readEffects()
+bool ProjectReader::readEffects(ProjectTable table, Effects effects)
 {
-    return m_database.readTable(ProjectTable::Effect, [this](const QVariantList &row) {
+    return m_database.readTable(table, [=](const QVariantList &row) {
         ClipRecord *clip = findClip(row.at(0));
         if (clip)
-            clip->effects.append({row.at(1).toInt(),
-                                  row.at(2).toString(),
-                                  row.at(3).toByteArray(),
-                                  row.at(4).toBool()});
+            (clip->*effects)
+                .append({row.at(1).toInt(),
+                         row.at(2).toString(),
+                         row.at(3).toByteArray(),
+                         row.at(4).toBool()});
         return clip != nullptr;
     });
 }
 
-bool ProjectReader::readSegmentations()
+bool ProjectReader::readSegmentations(ProjectTable table, Segmentations which)
 {
-    return m_database.readTable(ProjectTable::Segmentation, [this](const QVariantList &row) {
+    return m_database.readTable(table, [=](const QVariantList &row) {
         ClipRecord *clip = findClip(row.at(0));
-        if (!clip || findSegmentation(row.at(0), row.at(1)))
+        if (!clip || findSegmentation(row.at(0), row.at(1), which))
             return false;
         SegmentationRecord segmentation;
         segmentation.businessType = row.at(1).toInt();
@@ -97,15 +103,15 @@ bool ProjectReader::readSegmentations()
         segmentation.overlayColour = row.at(3).toString();
         segmentation.overlayAlpha = row.at(4).toInt();
         segmentation.isInverted = row.at(5).toBool();
-        clip->segmentations.append(segmentation);
+        (clip->*which).append(segmentation);
         return true;
     });
 }
 
-bool ProjectReader::readNodes()
+bool ProjectReader::readNodes(ProjectTable table, Segmentations which)
 {
-    return m_database.readTable(ProjectTable::Node, [this](const QVariantList &row) {
-        SegmentationRecord *segmentation = findSegmentation(row.at(0), row.at(1));
+    return m_database.readTable(table, [=](const QVariantList &row) {
+        SegmentationRecord *segmentation = findSegmentation(row.at(0), row.at(1), which);
         NodeRecord node;
         node.frame = row.at(2).toLongLong();
         node.revision = quint64(row.at(3).toLongLong());
@@ -118,10 +124,10 @@ bool ProjectReader::readNodes()
     });
 }
 
-bool ProjectReader::readTracked()
+bool ProjectReader::readTracked(ProjectTable table, Segmentations which)
 {
-    return m_database.readTable(ProjectTable::Tracked, [this](const QVariantList &row) {
-        SegmentationRecord *segmentation = findSegmentation(row.at(0), row.at(1));
+    return m_database.readTable(table, [=](const QVariantList &row) {
+        SegmentationRecord *segmentation = findSegmentation(row.at(0), row.at(1), which);
         TrackedRecord tracked;
         tracked.frame = row.at(2).toLongLong();
         tracked.isForward = row.at(3).toBool();
@@ -163,6 +169,30 @@ bool ProjectReader::readProject(bool checksDigest)
     return isRead && isThere;
 }
 
+bool ProjectReader::readDrafts()
+{
+    using Table = ProjectTable;
+    QSqlQuery query;
+    if (!m_database.run(
+            QStringLiteral("SELECT count(*) FROM sqlite_master WHERE name LIKE 'draft%'"), &query)
+        || !query.next())
+        return false;
+    return query.value(0).toInt() == 0
+        || (readEffects(Table::DraftEffect, &ClipRecord::draftEffects)
+            && readSegmentations(Table::DraftSegmentation, &ClipRecord::drafts)
+            && readNodes(Table::DraftNode, &ClipRecord::drafts)
+            && readTracked(Table::DraftTracked, &ClipRecord::drafts) && readSeal());
+}
+
+bool ProjectReader::readSeal()
+{
+    bool isGood = false;
+    return m_database.readTable(ProjectTable::DraftSeal, [&](const QVariantList &row) {
+        isGood = !isGood && row.at(0).toByteArray() == m_database.digest();
+        return isGood;
+    }) && isGood;
+}
+
 // Of no id there is no matte.
 bool ProjectReader::findMatte(const QVariant &id, MatteRecord *matte) const
 {
@@ -181,12 +211,13 @@ ClipRecord *ProjectReader::findClip(const QVariant &id)
     return nullptr;
 }
 
-SegmentationRecord *ProjectReader::findSegmentation(const QVariant &clip, const QVariant &type)
+SegmentationRecord *
+ProjectReader::findSegmentation(const QVariant &clip, const QVariant &type, Segmentations which)
 {
     ClipRecord *found = findClip(clip);
     if (!found)
         return nullptr;
-    for (SegmentationRecord &segmentation : found->segmentations) {
+    for (SegmentationRecord &segmentation : found->*which) {
         if (segmentation.businessType == type.toInt())
             return &segmentation;
     }

@@ -8,6 +8,10 @@
 
 namespace zk::storage {
 
+// What a clip carries, or its drafts.
+using Effects = QVector<EffectRecord> ClipRecord::*;
+using Segmentations = QVector<SegmentationRecord> ClipRecord::*;
+
 // Writes everything that a record holds to a new database, in one transaction.
 class ProjectWriter
 {
@@ -20,18 +24,20 @@ public:
 
 private:
     void collect(const ProjectRecord &project);
+    void collect(const SegmentationRecord &segmentation);
     void collect(const MatteRecord &matte);
     QVariant idOf(const MatteRecord &matte) const;
 
     bool writeMattes();
     bool writeMedia(const ProjectRecord &project);
     bool writeClips(const ProjectRecord &project);
-    bool writeEffects(const ProjectRecord &project);
-    bool writeSegmentations(const ProjectRecord &project);
-    bool writeNodes(const ProjectRecord &project);
-    bool writeTracked(const ProjectRecord &project);
+    bool writeEffects(const ProjectRecord &project, ProjectTable table, Effects effects);
+    bool writeSegmentations(const ProjectRecord &project, ProjectTable table, Segmentations which);
+    bool writeNodes(const ProjectRecord &project, ProjectTable table, Segmentations which);
+    bool writeTracked(const ProjectRecord &project, ProjectTable table, Segmentations which);
     bool writeApplied(const ProjectRecord &project);
     bool writeProject(const ProjectRecord &project);
+    bool writeDrafts(const ProjectRecord &project);
 
     ProjectDatabase &m_database;
     QVector<MatteRecord> m_mattes; // id - 1
@@ -54,16 +60,19 @@ private:
     bool readMattes();
     bool readMedia();
     bool readClips();
-    bool readEffects();
-    bool readSegmentations();
-    bool readNodes();
-    bool readTracked();
+    bool readEffects(ProjectTable table, Effects effects);
+    bool readSegmentations(ProjectTable table, Segmentations which);
+    bool readNodes(ProjectTable table, Segmentations which);
+    bool readTracked(ProjectTable table, Segmentations which);
     bool readApplied();
     bool readProject(bool checksDigest);
+    bool readDrafts();
+    bool readSeal();
 
     bool findMatte(const QVariant &id, MatteRecord *matte) const;
     ClipRecord *findClip(const QVariant &id);
-    SegmentationRecord *findSegmentation(const QVariant &clip, const QVariant &type);
+    SegmentationRecord *
+    findSegmentation(const QVariant &clip, const QVariant &type, Segmentations which);
 
     ProjectDatabase &m_database;
     ProjectRecord m_project;

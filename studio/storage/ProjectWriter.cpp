@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <QDateTime>
 
+#include <algorithm>
+
 namespace zk::storage {
 
 namespace {
@@ -33,28 +35,39 @@ QString text(const QString &value)
 
 bool ProjectWriter::write(const ProjectRecord &project)
 {
+    using Table = ProjectTable;
+    constexpr auto segmentations = &ClipRecord::segmentations;
     collect(project);
     return m_database.run(QStringLiteral("BEGIN")) && writeMattes() && writeMedia(project)
-        && writeClips(project) && writeEffects(project) && writeSegmentations(project)
-        && writeNodes(project) && writeTracked(project) && writeApplied(project)
-        && writeProject(project) && m_database.run(QStringLiteral("COMMIT"));
+        && writeClips(project) && writeEffects(project, Table::Effect, &ClipRecord::effects)
+        && writeSegmentations(project, Table::Segmentation, segmentations)
+        && writeNodes(project, Table::Node, segmentations)
+        && writeTracked(project, Table::Tracked, segmentations) && writeApplied(project)
+        && writeProject(project) && writeDrafts(project)
+        && m_database.run(QStringLiteral("COMMIT"));
 }
 
 void ProjectWriter::collect(const ProjectRecord &project)
 {
     for (const ClipRecord &clip : project.clips) {
-        for (const SegmentationRecord &segmentation : clip.segmentations) {
-            for (const NodeRecord &node : segmentation.nodes) {
-                for (const MatteRecord *matte :
-                     {&node.keep, &node.remove, &node.erase, &node.given, &node.result})
-                    collect(*matte);
-            }
-            for (const TrackedRecord &tracked : segmentation.tracked)
-                collect(tracked.matte);
-        }
+        for (const SegmentationRecord &segmentation : clip.segmentations)
+            collect(segmentation);
+        for (const SegmentationRecord &draft : clip.drafts)
+            collect(draft);
         for (const MatteRecord &matte : clip.mattes)
             collect(matte);
     }
+}
+
+void ProjectWriter::collect(const SegmentationRecord &segmentation)
+{
+    for (const NodeRecord &node : segmentation.nodes) {
+        for (const MatteRecord *matte :
+             {&node.keep, &node.remove, &node.erase, &node.given, &node.result})
+            collect(*matte);
+    }
+    for (const TrackedRecord &tracked : segmentation.tracked)
+        collect(tracked.matte);
 }
 
 void ProjectWriter::collect(const MatteRecord &matte)
@@ -126,11 +139,11 @@ bool ProjectWriter::writeClips(const ProjectRecord &project)
     return isGood;
 }
 
-bool ProjectWriter::writeEffects(const ProjectRecord &project)
+bool ProjectWriter::writeEffects(const ProjectRecord &project, ProjectTable table, Effects effects)
 {
-    bool isGood = m_database.beginTable(ProjectTable::Effect);
+    bool isGood = m_database.beginTable(table);
     for (const ClipRecord &clip : project.clips) {
-        for (const EffectRecord &effect : clip.effects)
+        for (const EffectRecord &effect : clip.*effects)
             isGood = isGood
                 && m_database.addRow({clip.id,
                                       effect.type,
@@ -141,11 +154,13 @@ bool ProjectWriter::writeEffects(const ProjectRecord &project)
     return isGood;
 }
 
-bool ProjectWriter::writeSegmentations(const ProjectRecord &project)
+bool ProjectWriter::writeSegmentations(const ProjectRecord &project,
+                                       ProjectTable table,
+                                       Segmentations which)
 {
-    bool isGood = m_database.beginTable(ProjectTable::Segmentation);
+    bool isGood = m_database.beginTable(table);
     for (const ClipRecord &clip : project.clips) {
-        for (const SegmentationRecord &segmentation : clip.segmentations)
+        for (const SegmentationRecord &segmentation : clip.*which)
             isGood = isGood
                 && m_database.addRow({clip.id,
                                       segmentation.businessType,
@@ -157,11 +172,13 @@ bool ProjectWriter::writeSegmentations(const ProjectRecord &project)
     return isGood;
 }
 
-bool ProjectWriter::writeNodes(const ProjectRecord &project)
+bool ProjectWriter::writeNodes(const ProjectRecord &project,
+                               ProjectTable table,
+                               Segmentations which)
 {
-    bool isGood = m_database.beginTable(ProjectTable::Node);
+    bool isGood = m_database.beginTable(table);
     for (const ClipRecord &clip : project.clips) {
-        for (const SegmentationRecord &segmentation : clip.segmentations) {
+        for (const SegmentationRecord &segmentation : clip.*which) {
             for (const NodeRecord &node : segmentation.nodes)
                 isGood = isGood
                     && m_database.addRow({clip.id,
@@ -178,11 +195,13 @@ bool ProjectWriter::writeNodes(const ProjectRecord &project)
     return isGood;
 }
 
-bool ProjectWriter::writeTracked(const ProjectRecord &project)
+bool ProjectWriter::writeTracked(const ProjectRecord &project,
+                                 ProjectTable table,
+                                 Segmentations which)
 {
-    bool isGood = m_database.beginTable(ProjectTable::Tracked);
+    bool isGood = m_database.beginTable(table);
     for (const ClipRecord &clip : project.clips) {
-        for (const SegmentationRecord &segmentation : clip.segmentations) {
+        for (const SegmentationRecord &segmentation : clip.*which) {
             for (const TrackedRecord &tracked : segmentation.tracked)
                 isGood = isGood
                     && m_database.addRow({clip.id,
@@ -217,6 +236,21 @@ bool ProjectWriter::writeProject(const ProjectRecord &project)
                                   QDateTime::currentMSecsSinceEpoch(),
                                   text(project.origin),
                                   project.currentClip});
+}
+
+bool ProjectWriter::writeDrafts(const ProjectRecord &project)
+{
+    using Table = ProjectTable;
+    const bool hasDrafts =
+        std::any_of(project.clips.begin(), project.clips.end(), [](const ClipRecord &clip) {
+            return !clip.drafts.isEmpty();
+        });
+    return !hasDrafts
+        || (writeEffects(project, Table::DraftEffect, &ClipRecord::draftEffects)
+            && writeSegmentations(project, Table::DraftSegmentation, &ClipRecord::drafts)
+            && writeNodes(project, Table::DraftNode, &ClipRecord::drafts)
+            && writeTracked(project, Table::DraftTracked, &ClipRecord::drafts)
+            && m_database.beginTable(Table::DraftSeal) && m_database.addLastRow({}));
 }
 
 } // namespace zk::storage

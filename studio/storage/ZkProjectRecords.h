@@ -93,6 +93,9 @@ struct ClipRecord
     QVector<EffectRecord> effects; // in their order
     QVector<SegmentationRecord> segmentations;
     QVector<MatteRecord> mattes; // of the applied cutout, frame by frame; empty: none
+    // What was done in a workspace and neither applied nor given up, one for each workspace.
+    QVector<SegmentationRecord> drafts;
+    QVector<EffectRecord> draftEffects; // beside the draft of the cutout
 };
 
 struct ProjectRecord

@@ -23,7 +23,8 @@ public:
     };
 
     // Of the files that this program writes. Every format keeps its number in SQLite's user_version
-    // and the program's version in project.application, so that older programs can name both.
+    // and the program's version in project.application, so that older programs can name both. Drafts
+    // have tables and a fingerprint of their own, which programs that do not know them pass over.
     static constexpr int formatVersion = 1;
 
     // With the dot.

@@ -55,12 +55,14 @@ inline storage::ProjectRecord projectRecord()
     still.isStill = still.isVariableRate = still.isAnimatedGif = true;
     project.media = {media, still};
     const MatteRecord shared = matteRecord(5, QByteArray(3000, 's'));
-    ClipRecord clip {4, 2, 10, 20, 7, {}, {}, {}};
+    ClipRecord clip {4, 2, 10, 20, 7, {}, {}, {}, {}, {}};
     clip.effects = {{55, QStringLiteral("neon"), "{\"a\":1}", false},
                     {55, QString(), QByteArray(), true}};
     clip.segmentations = {segmentationRecord(1, shared), segmentationRecord(2, shared)};
     clip.mattes = {shared, MatteRecord(), matteRecord(6, "applied")};
-    project.clips = {clip, {3, 1, 0, 1, 0, {}, {}, {}}};
+    clip.drafts = {segmentationRecord(1, shared)};
+    clip.draftEffects = {{55, QStringLiteral("glow"), "{\"b\":2}", true}};
+    project.clips = {clip, {3, 1, 0, 1, 0, {}, {}, {}, {}, {}}};
     return project;
 }
 

@@ -67,6 +67,10 @@ QByteArray contentOf(const ProjectRecord &project)
             print(out, segmentation);
         for (const MatteRecord &matte : clip.mattes)
             print(out, matte);
+        for (const SegmentationRecord &draft : clip.drafts)
+            print(out, draft);
+        for (const EffectRecord &effect : clip.draftEffects)
+            out << effect.slug << hex(effect.settings) << effect.isEnabled;
     }
     return bytes;
 }
@@ -103,9 +107,9 @@ private Q_SLOTS:
         QCOMPARE(contentOf(read), contentOf(projectRecord()));
         QCOMPARE(read.application, QStringLiteral("1.2.3"));
         QVERIFY(qAbs(read.saved.secsTo(QDateTime::currentDateTimeUtc())) < 60);
-        // What shares its bytes is kept once: 5 mattes with bytes, twice those of a segmentation, and
-        // the empty one.
-        QCOMPARE(sql(file, {"SELECT count(*) FROM matte"}).toInt(), 2 * 4 + 1 + 1 + 1);
+        // What shares its bytes is kept once: 5 mattes with bytes, those of three segmentations, and the
+        // empty one.
+        QCOMPARE(sql(file, {"SELECT count(*) FROM matte"}).toInt(), 3 * 4 + 1 + 1 + 1);
         QCOMPARE(sql(file, {"PRAGMA user_version"}).toInt(), ProjectStore::formatVersion);
 
         ProjectRecord summary;
@@ -160,6 +164,26 @@ private Q_SLOTS:
         QVERIFY(error.contains(QLatin1String("film.zkproj")));
         QCOMPARE(allFiles(), before);
         QVERIFY(bytes.isNull() || readFile(file) == bytes);
+    }
+
+    // A program that does not know drafts reads all the rest. A part of them is damage.
+    void readsFilesWithoutDrafts()
+    {
+        const QString file = path(QStringLiteral("film.zkproj"));
+        QVERIFY(ProjectStore::save(file, projectRecord(), nullptr));
+        sql(file, {"DROP TABLE draft_node"});
+        ProjectRecord read;
+        QCOMPARE(ProjectStore::load(file, &read, nullptr), ProjectStore::OpenResult::Damaged);
+        sql(file,
+            {"DROP TABLE draft_effect",
+             "DROP TABLE draft_segmentation",
+             "DROP TABLE draft_tracked",
+             "DROP TABLE draft_seal"});
+        QCOMPARE(ProjectStore::load(file, &read, nullptr), ProjectStore::OpenResult::Opened);
+        ProjectRecord expected = projectRecord();
+        expected.clips[0].drafts.clear();
+        expected.clips[0].draftEffects.clear();
+        QCOMPARE(contentOf(read), contentOf(expected));
     }
 
     // Whatever breaks: it opens as it was saved, or not at all.

@@ -1,5 +1,6 @@
 #include "ZkSmartKeyingProgressOverlayWidget.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 
 namespace {
@@ -27,7 +28,6 @@ ZkSmartKeyingProgressOverlayWidget::ZkSmartKeyingProgressOverlayWidget(QWidget *
     bar->setRange(0, 100);
     bar->setSizeKind(ZKWIDGET::MiniSize);
     bar->setValue(0);
-    bar->setAccessibleName(tr("Progress"));
     m_progressBar = bar;
 
     m_percentLabel = new ZkLabel(QString(), this);
@@ -37,6 +37,7 @@ ZkSmartKeyingProgressOverlayWidget::ZkSmartKeyingProgressOverlayWidget(QWidget *
     ZkSkinManager::instance()->applyStyleSheet(m_percentLabel, QStringLiteral("ZCore/barLabel"));
     m_percentLabel->setAlignment(Qt::AlignHCenter);
     buildBar();
+    translate();
 }
 
 ZkSmartKeyingProgressOverlayWidget::~ZkSmartKeyingProgressOverlayWidget() = default;
@@ -84,6 +85,18 @@ void ZkSmartKeyingProgressOverlayWidget::restart()
     m_progressBar->repaint();
     m_percentLabel->repaint();
     repaint();
+}
+
+void ZkSmartKeyingProgressOverlayWidget::translate()
+{
+    m_progressBar->setAccessibleName(tr("Progress"));
+}
+
+void ZkSmartKeyingProgressOverlayWidget::changeEvent(QEvent *event)
+{
+    ZkPlayerOverlayWidget::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange)
+        translate();
 }
 
 QPoint ZkSmartKeyingProgressOverlayWidget::overlayPosition() const

@@ -16,10 +16,12 @@ public:
 
 protected:
     QPoint overlayPosition() const override;
+    void changeEvent(QEvent *event) override;
 
 private:
     void buildBar();
     void restart();
+    void translate();
 
     QProgressBar *m_progressBar = nullptr;
     ZkLabel *m_percentLabel = nullptr;

@@ -12,6 +12,7 @@
 
 #include <cmath>
 #include <initializer_list>
+#include <utility>
 
 namespace {
 
@@ -36,6 +37,7 @@ public:
         : q(widget)
     { }
 
+    void retranslate();
     void attach(ZkMediaPlayerPresenter *player);
     void detach();
     void updateViewport();
@@ -60,6 +62,7 @@ private:
         return ZkMediaPlayerZoomerPresenterPrivate::get(presenter->zoomerPresenter());
     }
 
+    QString m_name; // for screen readers
     QSizeF m_viewport; // as the player knows it
     qreal m_devicePixelRatio = 0;
     QImage m_averaged; // of the picture with that key
@@ -67,6 +70,14 @@ private:
     int m_wheelAngle = 0; // too little for a step so far
     float m_pinchStart = 1; // level
 };
+
+// A name that somebody else has given stays.
+void ZkVblPlayerWidget::Private::retranslate()
+{
+    const QString before = std::exchange(m_name, ZkVblPlayerWidget::tr("Picture"));
+    if (q->accessibleName() == before)
+        q->setAccessibleName(m_name);
+}
 
 void ZkVblPlayerWidget::Private::attach(ZkMediaPlayerPresenter *player)
 {
@@ -208,7 +219,7 @@ ZkVblPlayerWidget::ZkVblPlayerWidget(QWidget *parent)
     setAttribute(Qt::WA_OpaquePaintEvent);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     setMinimumSize(smallestSize);
-    setAccessibleName(tr("Picture"));
+    d->retranslate();
     grabGesture(Qt::PinchGesture);
 }
 
@@ -255,6 +266,9 @@ bool ZkVblPlayerWidget::event(QEvent *event)
     case QEvent::Show:
     case QEvent::ScreenChangeInternal: // maybe to one with another pixel ratio
         d->updateViewport();
+        break;
+    case QEvent::LanguageChange:
+        d->retranslate();
         break;
     default:
         break;

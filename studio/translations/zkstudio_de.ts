@@ -86,7 +86,7 @@
     </message>
     <message>
         <source>Chalk Doodle</source>
-        <translation>Kreidezeichnung</translation>
+        <translation>Kreideskizze</translation>
     </message>
     <message>
         <source>Comic</source>
@@ -146,7 +146,7 @@
     </message>
     <message>
         <source>Drop Shadow</source>
-        <translation>Schlagschatten</translation>
+        <translation>Schattenwurf</translation>
     </message>
     <message>
         <source>Ghost Trail</source>
@@ -174,7 +174,7 @@
     </message>
     <message>
         <source>Sunset Border</source>
-        <translation>Sonnenuntergangsrand</translation>
+        <translation>Rand in Abendrot</translation>
     </message>
 </context>
 <context>
@@ -243,11 +243,11 @@
         <translation>Hexadezimalwert</translation>
     </message>
     <message>
-        <source>Current color</source>
+        <source>Current colour</source>
         <translation>Aktuelle Farbe</translation>
     </message>
     <message>
-        <source>Choose a color</source>
+        <source>Choose a colour</source>
         <translation>Farbe wählen</translation>
     </message>
 </context>
@@ -283,6 +283,59 @@
     <message>
         <source>Position</source>
         <translation>Position</translation>
+    </message>
+</context>
+<context>
+    <name>ZkStudioEditController</name>
+    <message>
+        <source>Smart Cutout</source>
+        <translation>Intelligentes Freistellen</translation>
+    </message>
+    <message>
+        <source>Add mask</source>
+        <translation>Maske hinzufügen</translation>
+    </message>
+    <message>
+        <source>Remove mask</source>
+        <translation>Maske entfernen</translation>
+    </message>
+    <message>
+        <source>Erase mask</source>
+        <translation>Maske radieren</translation>
+    </message>
+    <message>
+        <source>Set matte</source>
+        <translation>Matte setzen</translation>
+    </message>
+    <message>
+        <source>Track</source>
+        <translation>Verfolgen</translation>
+    </message>
+</context>
+<context>
+    <name>ZkStudioEffectList</name>
+    <message>
+        <source>Add effect</source>
+        <translation>Effekt hinzufügen</translation>
+    </message>
+    <message>
+        <source>Remove effect</source>
+        <translation>Effekt entfernen</translation>
+    </message>
+    <message>
+        <source>Enable effect</source>
+        <translation>Effekt einschalten</translation>
+    </message>
+    <message>
+        <source>Disable effect</source>
+        <translation>Effekt ausschalten</translation>
+    </message>
+</context>
+<context>
+    <name>ZkStudioSmartKeyingService</name>
+    <message>
+        <source>Invert mask</source>
+        <translation>Maske umkehren</translation>
     </message>
 </context>
 <context>

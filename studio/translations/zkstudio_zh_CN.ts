@@ -243,11 +243,11 @@
         <translation>十六进制值</translation>
     </message>
     <message>
-        <source>Current color</source>
+        <source>Current colour</source>
         <translation>当前颜色</translation>
     </message>
     <message>
-        <source>Choose a color</source>
+        <source>Choose a colour</source>
         <translation>选择颜色</translation>
     </message>
 </context>
@@ -283,6 +283,59 @@
     <message>
         <source>Position</source>
         <translation>位置</translation>
+    </message>
+</context>
+<context>
+    <name>ZkStudioEditController</name>
+    <message>
+        <source>Smart Cutout</source>
+        <translation>智能抠像</translation>
+    </message>
+    <message>
+        <source>Add mask</source>
+        <translation>添加蒙版</translation>
+    </message>
+    <message>
+        <source>Remove mask</source>
+        <translation>移除蒙版</translation>
+    </message>
+    <message>
+        <source>Erase mask</source>
+        <translation>擦除蒙版</translation>
+    </message>
+    <message>
+        <source>Set matte</source>
+        <translation>设置遮罩</translation>
+    </message>
+    <message>
+        <source>Track</source>
+        <translation>跟踪</translation>
+    </message>
+</context>
+<context>
+    <name>ZkStudioEffectList</name>
+    <message>
+        <source>Add effect</source>
+        <translation>添加效果</translation>
+    </message>
+    <message>
+        <source>Remove effect</source>
+        <translation>移除效果</translation>
+    </message>
+    <message>
+        <source>Enable effect</source>
+        <translation>启用效果</translation>
+    </message>
+    <message>
+        <source>Disable effect</source>
+        <translation>停用效果</translation>
+    </message>
+</context>
+<context>
+    <name>ZkStudioSmartKeyingService</name>
+    <message>
+        <source>Invert mask</source>
+        <translation>反转蒙版</translation>
     </message>
 </context>
 <context>

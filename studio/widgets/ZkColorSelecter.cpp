@@ -105,7 +105,7 @@ QHBoxLayout *ZkColorSelecter::Private::makeHexRow()
     hex->setAccessibleName(ZkColorSelecter::tr("Hexadecimal value"));
     sample->setFocusPolicy(Qt::NoFocus);
     sample->setAttribute(Qt::WA_TransparentForMouseEvents);
-    sample->setAccessibleName(ZkColorSelecter::tr("Current color"));
+    sample->setAccessibleName(ZkColorSelecter::tr("Current colour"));
     QObject::connect(hex, &QLineEdit::editingFinished, q, [this] { takeHex(); });
     QObject::connect(hex, &QLineEdit::textEdited, q, [this] {
         if (QColor(hex->text()).isValid() && hex->text().size() == 7)
@@ -185,7 +185,7 @@ ZkColorSelecter::ZkColorSelecter(QWidget *parent)
     , d(std::make_unique<Private>(this))
 {
     setObjectName(QStringLiteral("ZkColorSelecter"));
-    setAccessibleName(tr("Choose a color"));
+    setAccessibleName(tr("Choose a colour"));
     setAttribute(Qt::WA_StyledBackground);
     ZkSkinManager::instance()->applyStyleSheet(this, QStringLiteral("Widgets/ColorSelecter"));
     adjustSize(); // whoever places it needs the size before it is shown

@@ -71,7 +71,7 @@ public:
 
     void redo() override { restore(m_inverted); }
     void undo() override { restore(!m_inverted); }
-    QString description() const override { return QStringLiteral("Invert mask"); }
+    QString description() const override { return ZkStudioSmartKeyingService::tr("Invert mask"); }
 
 private:
     void restore(bool inverted)

@@ -6,6 +6,8 @@
 
 #include "ZkDataModel.h"
 
+#include <QCoreApplication>
+
 #include <functional>
 #include <memory>
 
@@ -31,6 +33,8 @@ public:
 // anyone else; how they are shown may be.
 class ZKDATAMODEL_EXPORT ZkStudioSmartKeyingService : public IZkSmartKeyingService
 {
+    Q_DECLARE_TR_FUNCTIONS(ZkStudioSmartKeyingService)
+
 public:
     using NodeListener = std::function<void(qint64 frame)>;
 

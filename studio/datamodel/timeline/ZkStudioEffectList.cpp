@@ -20,7 +20,8 @@ public:
     void undo() override { place(!m_isAdded); }
     QString description() const override
     {
-        return m_isAdded ? QStringLiteral("Add effect") : QStringLiteral("Remove effect");
+        return m_isAdded ? ZkStudioEffectList::tr("Add effect")
+                         : ZkStudioEffectList::tr("Remove effect");
     }
 
 private:
@@ -52,7 +53,8 @@ public:
     void undo() override { enable(m_wasEnabled); }
     QString description() const override
     {
-        return m_isEnabled ? QStringLiteral("Enable effect") : QStringLiteral("Disable effect");
+        return m_isEnabled ? ZkStudioEffectList::tr("Enable effect")
+                           : ZkStudioEffectList::tr("Disable effect");
     }
 
 private:

@@ -2,6 +2,7 @@
 
 #include "ZkDataModel.h"
 
+#include <QCoreApplication>
 #include <QVector>
 
 class ZkStudioEffect;
@@ -10,6 +11,8 @@ class ZkStudioTimeline;
 // The effects of a clip. An effect that was removed stays alive in the undo history. GUI thread only.
 class ZKDATAMODEL_EXPORT ZkStudioEffectList : public IZkEffectList
 {
+    Q_DECLARE_TR_FUNCTIONS(ZkStudioEffectList)
+
 public:
     explicit ZkStudioEffectList(ZkStudioTimeline *timeline);
     ~ZkStudioEffectList() override;

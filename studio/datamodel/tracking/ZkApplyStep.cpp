@@ -5,6 +5,7 @@
 #include "../timeline/ZkStudioEffect.h"
 #include "../timeline/ZkStudioEffectList.h"
 #include "../timeline/ZkStudioTimeline.h"
+#include "ZkStudioEditController.h"
 
 namespace zk::datamodel {
 
@@ -83,7 +84,7 @@ void applyCutout(ZkStudioClip *clip,
     // The step is closed before the changes are reported.
     const ZkPauseEventCommander pause(undo);
     const ZkUndoRedoCommander step(
-        undo, QStringLiteral("Smart Cutout"), QStringLiteral("applyCutout"));
+        undo, ZkStudioEditController::tr("Smart Cutout"), QStringLiteral("applyCutout"));
     undo->push(new ApplyItem(clip, type, after));
     if (!isCutout)
         return;

@@ -73,17 +73,17 @@ void ZkStudioEditController::switchWorkMode(ZKSMARTKEYING::ZkSegmentWorkMode mod
 
 bool ZkStudioEditController::addMask(qint64 frame, const QImage &strokes)
 {
-    return applyStroke(frame, strokes, NodeEditor::KeepStroke, QStringLiteral("Add mask"));
+    return applyStroke(frame, strokes, NodeEditor::KeepStroke, tr("Add mask"));
 }
 
 bool ZkStudioEditController::subtractMask(qint64 frame, const QImage &strokes)
 {
-    return applyStroke(frame, strokes, NodeEditor::RemoveStroke, QStringLiteral("Remove mask"));
+    return applyStroke(frame, strokes, NodeEditor::RemoveStroke, tr("Remove mask"));
 }
 
 bool ZkStudioEditController::eraseMask(qint64 frame, const QImage &strokes)
 {
-    return applyStroke(frame, strokes, NodeEditor::EraseStroke, QStringLiteral("Erase mask"));
+    return applyStroke(frame, strokes, NodeEditor::EraseStroke, tr("Erase mask"));
 }
 
 bool ZkStudioEditController::setMatte(qint64 frame, const QImage &matte)
@@ -91,7 +91,7 @@ bool ZkStudioEditController::setMatte(qint64 frame, const QImage &matte)
     Outcome outcome;
     if (canEdit(frame))
         outcome = m_editor->given(service()->segments().node(frame), matte);
-    return commit(frame, outcome, QStringLiteral("Set matte"));
+    return commit(frame, outcome, tr("Set matte"));
 }
 
 bool ZkStudioEditController::canEdit(qint64 frame) const

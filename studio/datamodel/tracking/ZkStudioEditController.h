@@ -8,6 +8,7 @@
 
 #include "ZkDataModel.h"
 
+#include <QCoreApplication>
 #include <QObject>
 
 #include <memory>
@@ -31,6 +32,8 @@ class PlayerFeedback;
 // strokes and tracking results.
 class ZkStudioEditController : public IZkSmartKeyingEditController
 {
+    Q_DECLARE_TR_FUNCTIONS(ZkStudioEditController)
+
 public:
     ZkStudioEditController();
     ~ZkStudioEditController() override;

@@ -109,7 +109,7 @@ void ZkStudioEditController::endTracking()
     service()->setWorkMode(ZKSMARTKEYING::EditingMode);
     undo->pauseEvents();
     if (m_hasTracked)
-        service()->closeTracking(m_trackedBefore, QStringLiteral("Track"));
+        service()->closeTracking(m_trackedBefore, tr("Track"));
     m_trackedBefore.clear();
     enableCutoutEffects();
     const QPointer<QObject> alive(m_context.get());

@@ -39,6 +39,7 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
+    void retranslate();
     void begin(const QPointF &position);
     void extend(const QPointF &position);
     void redraw();
@@ -61,6 +62,7 @@ private:
     QRect widgetArea(const QRect &pixels) const;
     void end();
 
+    QString m_name; // for screen readers
     QPen m_pen;
     QSizeF m_canvasSize; // when the stroke began
     QVector<QPointF> m_points;
@@ -98,6 +100,14 @@ bool ZkDrawingWidget::Private::eventFilter(QObject *watched, QEvent *event)
     default:
         return false;
     }
+}
+
+// A name that somebody else has given stays.
+void ZkDrawingWidget::Private::retranslate()
+{
+    const QString before = std::exchange(m_name, ZkDrawingWidget::tr("Canvas"));
+    if (q->accessibleName() == before)
+        q->setAccessibleName(m_name);
 }
 
 void ZkDrawingWidget::Private::begin(const QPointF &position)
@@ -208,7 +218,7 @@ ZkDrawingWidget::ZkDrawingWidget(QWidget *parent)
     : QWidget(parent)
     , d(std::make_unique<Private>(this))
 {
-    setAccessibleName(tr("Canvas"));
+    d->retranslate();
 }
 
 ZkDrawingWidget::~ZkDrawingWidget() = default;
@@ -300,4 +310,11 @@ void ZkDrawingWidget::paintEvent(QPaintEvent *event)
     }
     if (d->isDrawing)
         painter.drawImage(QPoint(0, 0), d->screen.image());
+}
+
+void ZkDrawingWidget::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        d->retranslate();
+    QWidget::changeEvent(event);
 }

@@ -13,7 +13,9 @@ ZkZoomLevelBox::ZkZoomLevelBox(const QVector<int> &levels, QWidget *parent)
     connect(this,
             QOverload<int>::of(&QComboBox::currentIndexChanged),
             this,
-            &ZkZoomLevelBox::reportChoice);
+            &ZkZoomLevelBox::reportChange);
+    connect(
+        this, QOverload<int>::of(&QComboBox::activated), this, &ZkZoomLevelBox::reportActivation);
 }
 
 ZkZoomLevelBox::~ZkZoomLevelBox() = default;
@@ -23,7 +25,26 @@ QString ZkZoomLevelBox::levelText(int percent)
     return percent == 0 ? tr("Fit") : tr("%1%").arg(percent);
 }
 
-void ZkZoomLevelBox::reportChoice(int row)
+void ZkZoomLevelBox::showPopup()
+{
+    m_isReported = false;
+    ZkComboBox::showPopup();
+}
+
+void ZkZoomLevelBox::reportChange(int row)
+{
+    m_isReported = true;
+    report(row);
+}
+
+// Keys step to other entries only; the list is where the shown one can be chosen again.
+void ZkZoomLevelBox::reportActivation(int row)
+{
+    if (!m_isReported)
+        report(row);
+}
+
+void ZkZoomLevelBox::report(int row)
 {
     if (row >= 0 && row < m_levels.size())
         emit sigLevelChosen(m_levels.at(row));

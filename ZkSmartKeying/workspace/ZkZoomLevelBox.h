@@ -6,7 +6,8 @@
 #include <QVector>
 
 // "Fit" and a percentage for each level to choose from. A frame that is zoomed to something else is
-// shown as an entry that cannot be chosen.
+// shown as an entry that cannot be chosen. Choosing the shown entry again reports it again, since the
+// frame may be a little off it.
 class ZkZoomLevelBox : public ZkComboBox
 {
     Q_OBJECT
@@ -19,6 +20,8 @@ public:
     // Percent, 0 for "Fit". Does not report.
     void showLevel(int percent);
 
+    void showPopup() override;
+
 Q_SIGNALS:
     void sigLevelChosen(int percent); // 0: "Fit"
 
@@ -28,7 +31,10 @@ protected:
 private:
     static QString levelText(int percent);
     void showOtherLevel(int percent);
-    void reportChoice(int row);
+    void reportChange(int row);
+    void reportActivation(int row);
+    void report(int row);
 
     QVector<int> m_levels; // by row; the row behind them is the one that cannot be chosen
+    bool m_isReported = false; // what has been chosen since the list was opened
 };

@@ -11,8 +11,8 @@ namespace zk::timeline {
 
 namespace {
 
-constexpr qint64 cacheBytes =
-    48 * 1024 * 1024; // some thousand thumbnails, some hundred at twice the size
+// Some thousand thumbnails, some hundred at twice the size.
+constexpr qint64 cacheBytes = Q_INT64_C(48) * 1024 * 1024;
 constexpr int narrowest = 24; // of a thumbnail, in widget pixels
 constexpr double aheadPart = 0.5; // of the width, on either side, is decoded in advance
 // A strip that is being resized does not need other pictures for every pixel.
@@ -99,7 +99,7 @@ void Filmstrip::onLoaded(qint64 fileFrame, const QImage &picture)
 QImage Filmstrip::pictureFor(qint64 frame, qint64 step) const
 {
     for (qint64 earlier = frame;; step *= 2) {
-        const QImage picture = m_cache.find(m_key, earlier);
+        QImage picture = m_cache.find(m_key, earlier);
         if (!picture.isNull() || earlier == 0)
             return picture;
         earlier = earlier / (step * 2) * (step * 2);

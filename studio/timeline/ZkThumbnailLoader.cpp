@@ -104,7 +104,7 @@ void ThumbnailLoader::request(const QVector<qint64> &frames)
 {
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        m_requested.assign(frames.cbegin(), frames.cend());
+        m_requested.assign(frames.constData(), frames.constData() + frames.size());
     }
     m_hasNews.notify_all();
 }

@@ -101,7 +101,7 @@ void StrokeLayer::prepareScratch(const QSize &size)
 void StrokeLayer::merge(const QRect &area)
 {
     for (int y = 0; y < area.height(); ++y) {
-        uchar *to = m_image.scanLine(area.y() + y) + area.x() * bytesPerPixel;
+        uchar *to = m_image.scanLine(area.y() + y) + qptrdiff(area.x()) * bytesPerPixel;
         if (takeMaximum(to, m_scratch.constScanLine(y), area.width() * bytesPerPixel))
             m_isBlank = false;
     }

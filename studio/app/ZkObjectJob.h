@@ -1,0 +1,52 @@
+// What commands on an object have in common: they do with a workspace's presenter what a person does
+// with the workspace.
+#pragma once
+
+#include "ZkObjectOptions.h"
+#include "ZkStrokesFile.h"
+#include "ZkStudioSession.h"
+
+#include <QImage>
+
+namespace zk::app {
+
+class ProgressReport;
+
+// Every step returns Success or has told the report what is wrong.
+class ObjectJob
+{
+protected:
+    ObjectJob(const ObjectOptions &options, ProgressReport *report);
+    ~ObjectJob() = default;
+
+    ExitCode fail(ExitCode code, const QString &message);
+    ExitCode interrupted();
+
+    // The strokes file or the given matte.
+    ExitCode readSelection();
+    // The clip; the selection must fit it.
+    ExitCode openClip();
+    // The workspace that the session has begun.
+    ExitCode showFirstFrame();
+    bool seek(qint64 frame);
+    // The strokes or the matte.
+    ExitCode paintSelection();
+    // Success also when there was nothing to track.
+    ExitCode track();
+
+    ProgressReport *const m_report;
+    StudioSession m_session;
+    QVector<qint64>
+        m_markedFrames; // those of strokes and the matte; at least one when track() is called
+
+private:
+    void beginTracking();
+    ExitCode checkMatte(const QSize &size, qint64 frameCount);
+    ExitCode paint(const Stroke &stroke);
+
+    const ObjectOptions &m_object;
+    StrokesFile m_strokes;
+    QImage m_matte;
+};
+
+} // namespace zk::app

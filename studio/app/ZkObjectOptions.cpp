@@ -1,0 +1,67 @@
+#include "ZkObjectOptions.h"
+
+#include "ZkMediaWriter.h"
+
+#include <QCommandLineParser>
+#include <QFileInfo>
+
+namespace zk::app {
+
+void ObjectOptions::addObjectOptions(QCommandLineParser *parser,
+                                     const char *onStrokes,
+                                     const char *onInput)
+{
+    addOption(parser, "strokes", onStrokes, "FILE.json");
+    addOption(parser, "mask", "Start from a given matte of one frame.", "FRAME:FILE.png");
+    addOption(
+        parser, "direction", "forward, backward or both (default) from the painted frame.", "DIR");
+    parser->addPositionalArgument(QStringLiteral("IN"), QString::fromLatin1(onInput));
+}
+
+bool ObjectOptions::readObject(const QCommandLineParser &parser, QString *message)
+{
+    const QString mask = QStringLiteral("mask");
+    const QString directionName = QStringLiteral("direction");
+    input = parser.positionalArguments().constFirst();
+    strokesFile = parser.value(QStringLiteral("strokes"));
+    *message = QStringLiteral("--mask needs a frame number and a file, for example 0:matte.png");
+    if (parser.isSet(mask) && !readMatte(parser.value(mask)))
+        return false;
+    *message = QStringLiteral("--direction must be forward, backward or both");
+    return !parser.isSet(directionName) || readDirection(parser.value(directionName));
+}
+
+bool ObjectOptions::checkOutput(const QString &path, QString *message) const
+{
+    media::OutputFormat format;
+    return media::formatFor(path, &format, message) && refuseInputAsOutput(path, message);
+}
+
+bool ObjectOptions::refuseInputAsOutput(const QString &path, QString *message) const
+{
+    *message =
+        QStringLiteral("the output %1 would overwrite the input, choose another name").arg(path);
+    return QFileInfo(path).absoluteFilePath() != QFileInfo(input).absoluteFilePath();
+}
+
+bool ObjectOptions::readMatte(const QString &text)
+{
+    const int colon = text.indexOf(QLatin1Char(':'));
+    bool ok = false;
+    matteFrame = text.left(colon).toLongLong(&ok);
+    matteFile = text.mid(colon + 1);
+    return colon > 0 && ok && matteFrame >= 0 && !matteFile.isEmpty();
+}
+
+bool ObjectOptions::readDirection(const QString &text)
+{
+    if (text == QLatin1String("forward"))
+        direction = Direction::Forward;
+    else if (text == QLatin1String("backward"))
+        direction = Direction::Backward;
+    else
+        return text == QLatin1String("both");
+    return true;
+}
+
+} // namespace zk::app

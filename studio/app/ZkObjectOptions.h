@@ -1,0 +1,34 @@
+// Which object of which clip a command is about.
+#pragma once
+
+#include "ZkCommandOptions.h"
+
+namespace zk::app {
+
+struct ObjectOptions : CommandOptions
+{
+    enum class Direction { Forward, Backward, Both };
+
+    QString input;
+    QString strokesFile;
+    QString matteFile;
+    bool centred = false; // what is in the middle of the first frame
+    qint64 matteFrame = 0;
+    Direction direction = Direction::Both;
+
+protected:
+    // --strokes, --mask, --direction and the positional IN.
+    static void
+    addObjectOptions(QCommandLineParser *parser, const char *onStrokes, const char *onInput);
+    // False, with a message, when one of them is wrong.
+    bool readObject(const QCommandLineParser &parser, QString *message);
+    // False when the output's format is not known or it would overwrite the input.
+    bool checkOutput(const QString &path, QString *message) const;
+    bool refuseInputAsOutput(const QString &path, QString *message) const;
+
+private:
+    bool readMatte(const QString &text);
+    bool readDirection(const QString &text);
+};
+
+} // namespace zk::app

@@ -3,6 +3,7 @@
 #include "ZkFrameCache.h"
 #include "ZkMediaOpening.h"
 #include "ZkPreview.h"
+#include "segmentation/ZkAreaOutlines.h"
 #include "segmentation/ZkMatteTrack.h"
 #include "segmentation/ZkStudioSmartKeyingService.h"
 #include "timeline/ZkStudioEffect.h"
@@ -28,20 +29,42 @@ struct RenderSnapshot::Data
     // Where the mattes come from: one of the two.
     Segments segments;
     std::shared_ptr<const MatteTrack> track;
+    bool showsAreaMasks = true;
+    bool showsAreaOutlines = false;
 
     void takeMasks(const ZkStudioSmartKeyingService &service);
     void takeApplied(const ZkStudioClip &clip);
     // The final matte without invert; null: nothing of this frame is kept.
-    QImage matteAt(qint64 frame) const
-    {
-        return track ? track->matteAt(frame) : segments.matteAt(frame);
-    }
+    QImage matteAt(qint64 frame) const;
+    // The same for the eye alone, which may not want to see the objects in areas.
+    QImage shownMatteAt(qint64 frame) const;
 };
+
+// On an edit timeline selections that were saved belong to it.
+QImage RenderSnapshot::Data::matteAt(qint64 frame) const
+{
+    return track ? track->matteAt(frame) : EraseMasks(segments).pictureAt(frame);
+}
+
+QImage RenderSnapshot::Data::shownMatteAt(qint64 frame) const
+{
+    const SegmentNodePtr node = segments.node(frame);
+    if (showsAreaMasks || !node || node->areas.isEmpty())
+        return matteAt(frame);
+    const auto painted = QSharedPointer<SegmentNode>::create(*node);
+    painted->areas.clear();
+    painted->result = node->brush;
+    Data copy = *this;
+    copy.segments.setNode(frame, node->isPainted() ? painted : SegmentNodePtr());
+    return copy.matteAt(frame);
+}
 
 void RenderSnapshot::Data::takeMasks(const ZkStudioSmartKeyingService &service)
 {
     segments = service.segments();
     settings = service.settings();
+    showsAreaMasks = service.showsAreaMasks();
+    showsAreaOutlines = service.showsAreaOutlines();
     isCutOut = !segments.isEmpty();
 }
 
@@ -211,12 +234,17 @@ QImage FrameRenderer::source(const RenderSnapshot &snapshot, qint64 frame)
 
 QImage FrameRenderer::preview(const RenderSnapshot &snapshot, qint64 frame)
 {
-    const RenderInput input = d->input(snapshot, frame);
+    RenderInput input = d->input(snapshot, frame);
     if (input.frame.isNull())
         return {};
-    if (snapshot.isCutOut())
-        return zk::effects::composePreview(
-            input, &snapshot.data()->look, snapshot.data()->settings);
+    if (snapshot.isCutOut()) {
+        const RenderSnapshot::Data *data = snapshot.data();
+        input.matte = data->shownMatteAt(frame);
+        QImage picture = zk::effects::composePreview(input, &data->look, data->settings);
+        if (data->showsAreaOutlines)
+            drawAreaOutlines(&picture, data->segments.node(frame), data->settings.overlayColour);
+        return picture;
+    }
     PreviewSettings asItIs;
     return zk::effects::composePreview(input, nullptr, asItIs);
 }

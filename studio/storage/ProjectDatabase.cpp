@@ -78,6 +78,14 @@ constexpr TableInfo tables[] = {
     {"draft_node", nodeColumns, 9},
     {"draft_tracked", trackedColumns, 9},
     {"draft_seal", "digest TEXT", 1},
+
+    {"erasing",
+     "clip INTEGER REFERENCES clip (id), business_type INTEGER, is_draft INTEGER,"
+     " selection INTEGER, frame INTEGER, area INTEGER,"
+     " x REAL, y REAL, width REAL, height REAL," // fractions of the frame
+     " matte INTEGER REFERENCES matte (id)",
+     11},
+    {"erasing_seal", "digest TEXT", 1},
 };
 
 const TableInfo &infoOf(ProjectTable table)
@@ -202,7 +210,8 @@ bool ProjectDatabase::readTable(ProjectTable table,
                                 const std::function<bool(const QVariantList &)> &take)
 {
     const TableInfo &info = infoOf(table);
-    const bool hasDigest = table == ProjectTable::Project || table == ProjectTable::DraftSeal;
+    const bool hasDigest = table == ProjectTable::Project || table == ProjectTable::DraftSeal
+        || table == ProjectTable::ErasingSeal;
     QSqlQuery query;
     if (!run(QStringLiteral("SELECT * FROM %1 ORDER BY rowid").arg(QLatin1String(info.name)),
              &query))

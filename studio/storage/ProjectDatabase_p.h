@@ -31,6 +31,9 @@ enum class ProjectTable {
     DraftNode,
     DraftTracked,
     DraftSeal, // one row
+    // And these in files with areas or saved selections.
+    Erasing,
+    ErasingSeal, // one row
 };
 
 // Belongs to the thread that made it. A call that is false has left its reason in errorText().
@@ -53,7 +56,7 @@ public:
     // Rows go to the table that was begun last.
     bool beginTable(ProjectTable table);
     bool addRow(const QVariantList &row);
-    // The row that ends the project or its drafts, with the fingerprint of everything so far after it.
+    // The row that ends the project, its drafts or what is erased, with the fingerprint of everything so far after it.
     bool addLastRow(const QVariantList &row);
     // False as soon as take() is.
     bool readTable(ProjectTable table, const std::function<bool(const QVariantList &)> &take);

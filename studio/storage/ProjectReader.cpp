@@ -10,7 +10,7 @@ bool ProjectReader::read(ProjectRecord *project)
         || !readEffects(Table::Effect, &ClipRecord::effects)
         || !readSegmentations(Table::Segmentation, segmentations)
         || !readNodes(Table::Node, segmentations) || !readTracked(Table::Tracked, segmentations)
-        || !readApplied() || !readProject(true) || !readDrafts())
+        || !readApplied() || !readProject(true) || !readDrafts() || !readErasing())
         return false;
     *project = m_project;
     return true;
@@ -169,25 +169,60 @@ bool ProjectReader::readProject(bool checksDigest)
     return isRead && isThere;
 }
 
+bool ProjectReader::hasTables(const QString &prefix, bool *hasThem)
+{
+    QSqlQuery query;
+    if (!m_database.run(
+            QStringLiteral("SELECT count(*) FROM sqlite_master WHERE name LIKE '%1%'").arg(prefix),
+            &query)
+        || !query.next())
+        return false;
+    *hasThem = query.value(0).toInt() > 0;
+    return true;
+}
+
 bool ProjectReader::readDrafts()
 {
     using Table = ProjectTable;
-    QSqlQuery query;
-    if (!m_database.run(
-            QStringLiteral("SELECT count(*) FROM sqlite_master WHERE name LIKE 'draft%'"), &query)
-        || !query.next())
-        return false;
-    return query.value(0).toInt() == 0
-        || (readEffects(Table::DraftEffect, &ClipRecord::draftEffects)
-            && readSegmentations(Table::DraftSegmentation, &ClipRecord::drafts)
-            && readNodes(Table::DraftNode, &ClipRecord::drafts)
-            && readTracked(Table::DraftTracked, &ClipRecord::drafts) && readSeal());
+    bool hasDrafts = false;
+    return hasTables(QStringLiteral("draft"), &hasDrafts)
+        && (!hasDrafts
+            || (readEffects(Table::DraftEffect, &ClipRecord::draftEffects)
+                && readSegmentations(Table::DraftSegmentation, &ClipRecord::drafts)
+                && readNodes(Table::DraftNode, &ClipRecord::drafts)
+                && readTracked(Table::DraftTracked, &ClipRecord::drafts)
+                && readSeal(Table::DraftSeal)));
 }
 
-bool ProjectReader::readSeal()
+bool ProjectReader::readErasing()
+{
+    bool hasErasing = false;
+    if (!hasTables(QStringLiteral("erasing"), &hasErasing))
+        return false;
+    if (!hasErasing)
+        return true;
+    const auto take = [this](const QVariantList &row) {
+        const Segmentations which =
+            row.at(2).toBool() ? &ClipRecord::drafts : &ClipRecord::segmentations;
+        SegmentationRecord *segmentation = findSegmentation(row.at(0), row.at(1), which);
+        ErasingRecord erasing;
+        erasing.selection = row.at(3).toInt();
+        erasing.frame = row.at(4).toLongLong();
+        erasing.area = row.at(5).toLongLong();
+        erasing.rect = QRectF(
+            row.at(6).toDouble(), row.at(7).toDouble(), row.at(8).toDouble(), row.at(9).toDouble());
+        if (!segmentation || !findMatte(row.at(10), &erasing.matte))
+            return false;
+        segmentation->erasing.append(erasing);
+        return true;
+    };
+    return m_database.readTable(ProjectTable::Erasing, take) && readSeal(ProjectTable::ErasingSeal);
+}
+
+bool ProjectReader::readSeal(ProjectTable table)
 {
     bool isGood = false;
-    return m_database.readTable(ProjectTable::DraftSeal, [&](const QVariantList &row) {
+    return m_database.readTable(table, [&](const QVariantList &row) {
         isGood = !isGood && row.at(0).toByteArray() == m_database.digest();
         return isGood;
     }) && isGood;

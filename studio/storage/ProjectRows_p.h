@@ -38,6 +38,8 @@ private:
     bool writeApplied(const ProjectRecord &project);
     bool writeProject(const ProjectRecord &project);
     bool writeDrafts(const ProjectRecord &project);
+    bool writeErasing(const ProjectRecord &project);
+    bool writeErasing(const ClipRecord &clip, Segmentations which);
 
     ProjectDatabase &m_database;
     QVector<MatteRecord> m_mattes; // id - 1
@@ -67,7 +69,10 @@ private:
     bool readApplied();
     bool readProject(bool checksDigest);
     bool readDrafts();
-    bool readSeal();
+    bool readErasing();
+    // Whether the file has tables of which the names begin so.
+    bool hasTables(const QString &prefix, bool *hasThem);
+    bool readSeal(ProjectTable table);
 
     bool findMatte(const QVariant &id, MatteRecord *matte) const;
     ClipRecord *findClip(const QVariant &id);

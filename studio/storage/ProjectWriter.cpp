@@ -43,7 +43,7 @@ bool ProjectWriter::write(const ProjectRecord &project)
         && writeSegmentations(project, Table::Segmentation, segmentations)
         && writeNodes(project, Table::Node, segmentations)
         && writeTracked(project, Table::Tracked, segmentations) && writeApplied(project)
-        && writeProject(project) && writeDrafts(project)
+        && writeProject(project) && writeDrafts(project) && writeErasing(project)
         && m_database.run(QStringLiteral("COMMIT"));
 }
 
@@ -68,6 +68,8 @@ void ProjectWriter::collect(const SegmentationRecord &segmentation)
     }
     for (const TrackedRecord &tracked : segmentation.tracked)
         collect(tracked.matte);
+    for (const ErasingRecord &erasing : segmentation.erasing)
+        collect(erasing.matte);
 }
 
 void ProjectWriter::collect(const MatteRecord &matte)
@@ -251,6 +253,45 @@ bool ProjectWriter::writeDrafts(const ProjectRecord &project)
             && writeNodes(project, Table::DraftNode, &ClipRecord::drafts)
             && writeTracked(project, Table::DraftTracked, &ClipRecord::drafts)
             && m_database.beginTable(Table::DraftSeal) && m_database.addLastRow({}));
+}
+
+bool ProjectWriter::writeErasing(const ProjectRecord &project)
+{
+    const auto isErasing = [](const SegmentationRecord &record) {
+        return !record.erasing.isEmpty();
+    };
+    const auto hasErasing = [&](const ClipRecord &clip) {
+        return std::any_of(clip.segmentations.begin(), clip.segmentations.end(), isErasing)
+            || std::any_of(clip.drafts.begin(), clip.drafts.end(), isErasing);
+    };
+    if (!std::any_of(project.clips.begin(), project.clips.end(), hasErasing))
+        return true;
+    bool isGood = m_database.beginTable(ProjectTable::Erasing);
+    for (const ClipRecord &clip : project.clips)
+        isGood = isGood && writeErasing(clip, &ClipRecord::segmentations)
+            && writeErasing(clip, &ClipRecord::drafts);
+    return isGood && m_database.beginTable(ProjectTable::ErasingSeal) && m_database.addLastRow({});
+}
+
+bool ProjectWriter::writeErasing(const ClipRecord &clip, Segmentations which)
+{
+    bool isGood = true;
+    for (const SegmentationRecord &segmentation : clip.*which) {
+        for (const ErasingRecord &erasing : segmentation.erasing)
+            isGood = isGood
+                && m_database.addRow({clip.id,
+                                      segmentation.businessType,
+                                      int(which == &ClipRecord::drafts),
+                                      erasing.selection,
+                                      erasing.frame,
+                                      erasing.area,
+                                      erasing.rect.x(),
+                                      erasing.rect.y(),
+                                      erasing.rect.width(),
+                                      erasing.rect.height(),
+                                      idOf(erasing.matte)});
+    }
+    return isGood;
 }
 
 } // namespace zk::storage

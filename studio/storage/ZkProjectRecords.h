@@ -4,6 +4,7 @@
 #include <QByteArray>
 #include <QDateTime>
 #include <QRect>
+#include <QRectF>
 #include <QSize>
 #include <QString>
 #include <QVector>
@@ -72,6 +73,18 @@ struct TrackedRecord
     quint64 serial = 0;
 };
 
+// What only a workspace with areas or saved selections has: a mask of one frame, and what it is.
+struct ErasingRecord
+{
+    int selection =
+        -1; // that was saved, from 0, and then this is its mask of the frame; -1: no such
+    qint64 frame = 0;
+    qint64 area =
+        0; // id of the area whose object this is; 0: the part of the node that has no area
+    QRectF rect; // of the area, in fractions of the frame
+    MatteRecord matte;
+};
+
 struct SegmentationRecord
 {
     int businessType = 0;
@@ -81,6 +94,7 @@ struct SegmentationRecord
     bool isInverted = false;
     QVector<NodeRecord> nodes; // by frame
     QVector<TrackedRecord> tracked; // by frame
+    QVector<ErasingRecord> erasing; // in their order
 };
 
 struct ClipRecord

@@ -70,6 +70,20 @@ bool EncodedMatte::fromParts(const QSize &size,
     return isSane;
 }
 
+QImage EncodedMatte::decodedBox() const
+{
+    const qint64 bytes = qint64(m_box.width()) * m_box.height();
+    const QByteArray pixels =
+        !isEmpty() && holds(m_data, bytes) ? qUncompress(m_data) : QByteArray();
+    if (isEmpty() || pixels.size() != bytes)
+        return {};
+    QImage image(m_box.size(), QImage::Format_Grayscale8);
+    for (int y = 0; y < m_box.height(); ++y)
+        std::copy_n(
+            pixels.constData() + qint64(y) * m_box.width(), m_box.width(), image.scanLine(y));
+    return image;
+}
+
 QImage EncodedMatte::decoded() const
 {
     if (isNull())
@@ -78,14 +92,11 @@ QImage EncodedMatte::decoded() const
     image.fill(0);
     if (isEmpty())
         return image;
-    const qint64 bytes = qint64(m_box.width()) * m_box.height();
-    const QByteArray pixels = holds(m_data, bytes) ? qUncompress(m_data) : QByteArray();
-    if (pixels.size() != bytes)
+    const QImage box = decodedBox();
+    if (box.isNull())
         return {};
     for (int y = 0; y < m_box.height(); ++y)
-        std::copy_n(pixels.constData() + qint64(y) * m_box.width(),
-                    m_box.width(),
-                    image.scanLine(m_box.y() + y) + m_box.x());
+        std::copy_n(box.constScanLine(y), m_box.width(), image.scanLine(m_box.y() + y) + m_box.x());
     return image;
 }
 

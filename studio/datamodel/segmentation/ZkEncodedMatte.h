@@ -28,8 +28,9 @@ public:
 
     bool isNull() const { return m_size.isEmpty(); }
     QSize size() const { return m_size; } // of the frame
-    // Whether any pixel is not 0.
+    // Whether no pixel is anything but 0.
     bool isEmpty() const { return m_box.isEmpty(); }
+    bool hasAnything() const { return !isEmpty(); }
     // Pixels of at least 128: what the engine takes for the object.
     int objectPixels() const { return m_objectPixels; }
     bool hasObject() const { return m_objectPixels > 0; }
@@ -39,6 +40,8 @@ public:
 
     // Format_Grayscale8 of the frame's size; null for "no mask" and for damaged data.
     QImage decoded() const;
+    // The pixels of box() alone; null where decoded() is, and when the box is empty.
+    QImage decodedBox() const;
 
     // The same bytes, not merely the same pixels.
     bool isSharedWith(const EncodedMatte &other) const { return m_data.isSharedWith(other.m_data); }

@@ -16,19 +16,18 @@ class MatteCache
 public:
     using Make = std::function<QImage()>;
 
-    // The picture that was made of these two, or else the one that is made now, outside the lock.
-    QImage find(const EncodedMatte &first, const EncodedMatte &second, const Make &make);
+    // The picture that was made of these, or else the one that is made now, outside the lock.
+    QImage find(const QVector<EncodedMatte> &parts, const Make &make);
 
 private:
     struct Entry
     {
-        EncodedMatte first;
-        EncodedMatte second;
+        QVector<EncodedMatte> parts;
         QImage picture;
     };
     static constexpr int capacity = 6;
 
-    QImage taken(const EncodedMatte &first, const EncodedMatte &second);
+    QImage taken(const QVector<EncodedMatte> &parts);
 
     QMutex m_mutex;
     QVector<Entry> m_entries; // the last used one last

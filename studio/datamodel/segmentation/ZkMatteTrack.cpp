@@ -16,7 +16,7 @@ QImage MatteTrack::matteAt(qint64 frame) const
     if (frame < 0 || frame >= frameCount())
         return {};
     const EncodedMatte &matte = m_mattes.at(int(frame));
-    return m_cache->find(matte, {}, [&] { return matte.decoded(); });
+    return m_cache->find({matte}, [&] { return matte.decoded(); });
 }
 
 qint64 MatteTrack::byteCount() const

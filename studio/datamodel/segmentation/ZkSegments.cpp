@@ -1,6 +1,7 @@
 #include "ZkSegments.h"
 
 #include "ZkMatteCache.h"
+#include "ZkMatteUnion.h"
 #include "ZkPixels.h"
 
 #include <algorithm>
@@ -62,10 +63,12 @@ void Segments::setTracked(qint64 frame, bool isForward, const TrackedSide &side)
 
 QImage Segments::matteAt(qint64 frame) const
 {
+    if (!m_isSingleObject)
+        return unitedAt(frame);
     const Shown shown = shownAt(frame);
     if (shown.first.isNull())
         return {};
-    return m_cache->find(shown.first, shown.second, [&] {
+    return m_cache->find({shown.first, shown.second}, [&] {
         return shown.second.isNull() ? shown.first.decoded()
                                      : blended(shown.first, shown.second, shown.weight);
     });
@@ -73,6 +76,10 @@ QImage Segments::matteAt(qint64 frame) const
 
 EncodedMatte Segments::storedAt(qint64 frame) const
 {
+    if (!m_isSingleObject) {
+        const QVector<EncodedMatte> parts = unitedParts(frame);
+        return parts.size() == 1 && erasedAt(frame).isEmpty() ? parts.first() : EncodedMatte();
+    }
     const Shown shown = shownAt(frame);
     return shown.second.isNull() ? shown.first : EncodedMatte();
 }
@@ -84,12 +91,16 @@ bool Segments::hasMask(qint64 frame) const
 
 bool Segments::hasObject(qint64 frame) const
 {
+    if (!m_isSingleObject)
+        return anyPart(frame, &EncodedMatte::hasObject);
     const Shown shown = shownAt(frame);
     return shown.first.hasObject() || shown.second.hasObject();
 }
 
 bool Segments::hasAnything(qint64 frame) const
 {
+    if (!m_isSingleObject)
+        return anyPart(frame, &EncodedMatte::hasAnything);
     const Shown shown = shownAt(frame);
     return !shown.first.isEmpty() || !shown.second.isEmpty();
 }
@@ -119,11 +130,15 @@ qint64 Segments::byteCount() const
     qint64 bytes = 0;
     for (const SegmentNodePtr &node : m_nodes) {
         for (const EncodedMatte *matte :
-             {&node->keep, &node->remove, &node->erase, &node->given, &node->result})
+             {&node->keep, &node->remove, &node->erase, &node->given, &node->brush, &node->result})
             bytes += matte->byteCount();
+        for (const AreaPtr &area : node->areas)
+            bytes += area->object.byteCount();
     }
     for (const TrackedMattes &mattes : m_tracked)
         bytes += mattes.forward.matte.byteCount() + mattes.backward.matte.byteCount();
+    for (const auto &selection : m_saved)
+        bytes += selection->byteCount();
     return bytes;
 }
 
@@ -171,6 +186,50 @@ Segments::Shown Segments::trackedShownAt(qint64 frame, const TrackedMattes &matt
     if (isForwardFresh != isBackwardFresh)
         return shownOf(isForwardFresh ? mattes.forward : mattes.backward);
     return shownOf(later(mattes));
+}
+
+QVector<EncodedMatte> Segments::unitedParts(qint64 frame) const
+{
+    QVector<EncodedMatte> parts;
+    const SegmentNodePtr own = node(frame);
+    const TrackedMattes tracked = m_tracked.value(frame);
+    for (const EncodedMatte &part :
+         {own ? own->result : EncodedMatte(), tracked.forward.matte, tracked.backward.matte}) {
+        if (!part.isNull())
+            parts.append(part);
+    }
+    return parts;
+}
+
+// What the user took away from the objects that are tracked into the frame.
+EncodedMatte Segments::erasedAt(qint64 frame) const
+{
+    const SegmentNodePtr own = node(frame);
+    return own && m_tracked.contains(frame) ? own->erase : EncodedMatte();
+}
+
+QImage Segments::unitedAt(qint64 frame) const
+{
+    const QVector<EncodedMatte> parts = unitedParts(frame);
+    const EncodedMatte erased = erasedAt(frame);
+    if (parts.isEmpty())
+        return {};
+    return m_cache->find(parts + QVector<EncodedMatte> {erased}, [&] {
+        QImage image = unionOf(parts);
+        const QImage hidden = erased.decoded();
+        if (!hidden.isNull() && hidden.size() == image.size())
+            writablePixelsOf(image).setTo(0, pixelsOf(hidden));
+        return image;
+    });
+}
+
+bool Segments::anyPart(qint64 frame, bool (EncodedMatte::*hasIt)() const) const
+{
+    if (!erasedAt(frame).isEmpty())
+        return (EncodedMatte(unitedAt(frame)).*hasIt)();
+    const QVector<EncodedMatte> parts = unitedParts(frame);
+    return std::any_of(
+        parts.begin(), parts.end(), [=](const EncodedMatte &part) { return (part.*hasIt)(); });
 }
 
 // Whether the run came from the node of that frame as it is now.

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "ZkEncodedMatte.h"
+#include "ZkArea.h"
 
 #include <QMap>
-#include <QSharedPointer>
 
 #include <memory>
 
@@ -19,8 +18,17 @@ struct SegmentNode
     EncodedMatte remove;
     EncodedMatte erase;
     EncodedMatte given; // a matte that was given instead of strokes
-    EncodedMatte result;
+    Areas areas;
+    EncodedMatte brush; // with areas: what strokes or the given matte made; without: no mask
+    EncodedMatte result; // united with the objects in the areas
     quint64 revision = 0; // no two results have the same one
+
+    const EncodedMatte &brushMask() const { return areas.isEmpty() ? result : brush; }
+    // Whether there is anything but areas.
+    bool isPainted() const
+    {
+        return !keep.isEmpty() || !remove.isEmpty() || !erase.isEmpty() || !given.isNull();
+    }
 };
 using SegmentNodePtr = QSharedPointer<const SegmentNode>;
 
@@ -43,6 +51,10 @@ struct TrackedMattes
 
 // Strokes, masks and tracking results of a clip, by frame. A value: copies share everything until one
 // is changed, so that a copy is a snapshot, which any thread may hold and read.
+//
+// With several objects, nodes on different frames may mark different ones. So what is tracked does not
+// give way to a node or to a run in the other direction: all of it is united, but for what was erased
+// on the node's frame.
 class ZKDATAMODEL_EXPORT Segments
 {
 public:
@@ -50,7 +62,15 @@ public:
 
     const QMap<qint64, SegmentNodePtr> &nodes() const { return m_nodes; }
     const QMap<qint64, TrackedMattes> &tracked() const { return m_tracked; }
-    bool isEmpty() const { return m_nodes.isEmpty() && m_tracked.isEmpty(); }
+    // Selections that were saved and are no longer edited, the first one first.
+    using Saved = QVector<std::shared_ptr<const Segments>>;
+    const Saved &saved() const { return m_saved; }
+    void setSaved(const Saved &saved) { m_saved = saved; }
+    bool isEmpty() const { return m_nodes.isEmpty() && m_tracked.isEmpty() && m_saved.isEmpty(); }
+
+    // Initially true.
+    bool isSingleObject() const { return m_isSingleObject; }
+    void setSingleObject(bool isSingle) { m_isSingleObject = isSingle; }
 
     SegmentNodePtr node(qint64 frame) const { return m_nodes.value(frame); }
     // Null takes the node away.
@@ -58,12 +78,12 @@ public:
     void setTracked(const QMap<qint64, TrackedMattes> &tracked) { m_tracked = tracked; }
     void setTracked(qint64 frame, bool isForward, const TrackedSide &side);
 
-    // The mask of a frame is its node's result or else what tracking made of it. Where two runs that
+    // Of one object, the mask of a frame is its node's result or else what tracking made of it. Where two runs that
     // came from the nodes around it met, both count, the nearer node's more; a run that began before
     // one of these nodes was changed does not count beside one that did not.
     // Format_Grayscale8; null when the frame has none.
     QImage matteAt(qint64 frame) const;
-    // An encoded mask as it is stored; null for a mask that two runs share, and for none.
+    // An encoded mask as it is stored; null for a mask that is put together, and for none.
     EncodedMatte storedAt(qint64 frame) const;
     bool hasMask(qint64 frame) const;
     bool hasObject(qint64 frame) const; // any pixel of at least 128
@@ -94,8 +114,16 @@ private:
     Shown trackedShownAt(qint64 frame, const TrackedMattes &mattes) const;
     bool isFresh(qint64 seedFrame, const TrackedSide &side) const;
 
+    // Of several objects.
+    QVector<EncodedMatte> unitedParts(qint64 frame) const;
+    EncodedMatte erasedAt(qint64 frame) const;
+    QImage unitedAt(qint64 frame) const;
+    bool anyPart(qint64 frame, bool (EncodedMatte::*hasIt)() const) const;
+
     QMap<qint64, SegmentNodePtr> m_nodes;
     QMap<qint64, TrackedMattes> m_tracked;
+    Saved m_saved;
+    bool m_isSingleObject = true;
     std::shared_ptr<MatteCache> m_cache; // shared by all copies
 };
 

@@ -6,32 +6,6 @@
 
 using namespace zk::datamodel;
 
-class ZkStudioSmartKeyingService::NodeItem : public IZkUndoRedoItem
-{
-public:
-    NodeItem(ZkStudioSmartKeyingService *service,
-             qint64 frame,
-             const SegmentNodePtr &after,
-             const QString &text)
-        : m_service(service)
-        , m_frame(frame)
-        , m_before(service->m_segments.node(frame))
-        , m_after(after)
-        , m_text(text)
-    { }
-
-    void redo() override { m_service->restoreNode(m_frame, m_after); }
-    void undo() override { m_service->restoreNode(m_frame, m_before); }
-    QString description() const override { return m_text; }
-
-private:
-    ZkStudioSmartKeyingService *const m_service;
-    const qint64 m_frame;
-    const SegmentNodePtr m_before;
-    const SegmentNodePtr m_after;
-    const QString m_text;
-};
-
 class ZkStudioSmartKeyingService::TrackItem : public IZkUndoRedoItem
 {
 public:
@@ -51,7 +25,7 @@ public:
 private:
     void restore(const QMap<qint64, TrackedMattes> &tracked)
     {
-        m_service->m_segments.setTracked(tracked);
+        m_service->setTracked(tracked);
         m_service->reportChange();
     }
 
@@ -99,46 +73,18 @@ void ZkStudioSmartKeyingService::setState(const Segments &segments, const Segmen
 {
     m_segments = segments;
     m_settings = settings;
+    ++m_change;
 }
 
-void ZkStudioSmartKeyingService::changeNode(qint64 frame,
-                                            const SegmentNodePtr &node,
-                                            const QString &text)
+void ZkStudioSmartKeyingService::setTracked(const QMap<qint64, TrackedMattes> &tracked)
 {
-    timeline()->undoRedoService()->push(new NodeItem(this, frame, node, text));
-}
-
-void ZkStudioSmartKeyingService::restoreNode(qint64 frame, const SegmentNodePtr &node)
-{
-    m_segments.setNode(frame, node);
-    reportChange();
-    timeline()->undoRedoService()->runAfterStep([this, frame, alive = std::weak_ptr<int>(m_alive)] {
-        if (!alive.expired() && m_nodeListener)
-            m_nodeListener(frame);
-    });
-}
-
-bool ZkStudioSmartKeyingService::removeNodes(const QVector<qint64> &frames, const QString &text)
-{
-    QVector<qint64> nodes;
-    for (qint64 frame : frames) {
-        if (m_segments.node(frame) && !nodes.contains(frame))
-            nodes.append(frame);
-    }
-    if (m_isLocked || nodes.isEmpty())
-        return false;
-    ZkStudioUndoRedoService *undo = timeline()->undoRedoService();
-    // The step is closed before the change is reported.
-    const ZkPauseEventCommander pause(undo);
-    const ZkUndoRedoCommander step(
-        undo, text, QStringLiteral("ZkStudioSmartKeyingService::removeNodes"));
-    for (qint64 frame : qAsConst(nodes))
-        changeNode(frame, {}, text);
-    return true;
+    m_segments.setTracked(tracked);
+    ++m_change;
 }
 
 void ZkStudioSmartKeyingService::storeTracked(qint64 frame, bool isForward, const TrackedSide &side)
 {
+    ++m_change;
     m_segments.setTracked(frame, isForward, side);
     m_trackedObservers.forEach([=](TrackedObserver *observer) { observer->onTrackedEvent(frame); });
 }
@@ -171,7 +117,7 @@ int ZkStudioSmartKeyingService::maskItemCount() const
 
 bool ZkStudioSmartKeyingService::isTracked() const
 {
-    return !m_segments.tracked().isEmpty();
+    return !m_segments.tracked().isEmpty() || !m_segments.saved().isEmpty();
 }
 
 bool ZkStudioSmartKeyingService::isEraseEnabled(qint64 frame) const
@@ -196,7 +142,10 @@ void ZkStudioSmartKeyingService::reset()
 {
     if (m_isLocked)
         return;
+    const bool isSingle = m_segments.isSingleObject();
     m_segments = Segments();
+    m_segments.setSingleObject(isSingle);
+    ++m_change;
     m_settings.invert = false;
     const std::weak_ptr<int> alive = m_alive;
     timeline()->undoRedoService()->clearHistory();

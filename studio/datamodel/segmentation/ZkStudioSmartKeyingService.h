@@ -1,6 +1,9 @@
 #pragma once
 
 #include "../timeline/ZkObserverList.h"
+#include "../timeline/ZkPlayheadWatch.h"
+#include "ZkAreaIndex.h"
+#include "ZkEraseMasks.h"
 #include "ZkSegmentSettings.h"
 #include "ZkSegments.h"
 
@@ -10,6 +13,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 class ZkStudioClip;
 class ZkStudioTimeline;
@@ -29,20 +33,37 @@ public:
 // The segmentation of one clip for one workspace. Frames are frames of the clip. GUI thread only; a
 // copy of segments() is for every thread.
 //
-// While it is locked (a tracking run stores its results), strokes, masks and invert are not changed by
-// anyone else; how they are shown may be.
+// While it is locked (a tracking run stores its results), strokes, areas, masks and invert are not
+// changed by anyone else; how they are shown may be.
+//
+// Reports: a change of areas is reported with the sub-kinds of what happened to them, then, as a set of
+// its own, as SegmentData, because whoever hears of areas does not look further; other changes as
+// SegmentData alone. The node listener comes last.
+//
+// Saved selections: when the last node is removed while nothing is recorded, the masks that were tracked
+// are kept, to be erased with what is selected next, and tracking begins anew. An unrecorded
+// clearTrackingResults() right after that, or with no other save in between, takes them back; a recorded
+// one takes every saved selection away, since it can be undone.
 class ZKDATAMODEL_EXPORT ZkStudioSmartKeyingService : public IZkSmartKeyingService
 {
     Q_DECLARE_TR_FUNCTIONS(ZkStudioSmartKeyingService)
 
 public:
     using NodeListener = std::function<void(qint64 frame)>;
+    // The object in a box of the frame (pixels); "no mask" when the frame cannot be read.
+    using ObjectFinder = std::function<zk::datamodel::EncodedMatte(qint64 frame, const QRect &box)>;
 
     explicit ZkStudioSmartKeyingService(ZkStudioClip *clip);
     ~ZkStudioSmartKeyingService() override;
 
     const zk::datamodel::Segments &segments() const { return m_segments; }
     const zk::datamodel::SegmentSettings &settings() const { return m_settings; }
+
+    // What is to be erased as of now.
+    zk::datamodel::EraseMasks eraseMasks() const;
+    int savedSelectionCount() const { return m_segments.saved().size(); }
+    // Takes all saved selections away. Undoable. False when there is none, or while locked.
+    bool discardSavedSelections();
 
     // Replaces everything that is stored; no undo step, no report.
     void setState(const zk::datamodel::Segments &segments,
@@ -54,6 +75,8 @@ public:
     // text, reported once. What tracking made of them stays until it is tracked again, as it does when a
     // stroke is undone. False, and nothing has changed, while locked or when none of them has a node.
     bool removeNodes(const QVector<qint64> &frames, const QString &text);
+    // What a run starts with; no undo step, no report.
+    void setTracked(const QMap<qint64, zk::datamodel::TrackedMattes> &tracked);
     // Stores the result of a run that is under way: no undo step, and only tracked observers hear of it.
     void storeTracked(qint64 frame, bool isForward, const zk::datamodel::TrackedSide &side);
     // Makes all that was tracked since `before` one undo step of that text.
@@ -65,6 +88,14 @@ public:
     void setWorkMode(ZKSMARTKEYING::ZkSegmentWorkMode mode) { m_workMode = mode; }
     // Called after a node was changed, undone or redone, and after its change record.
     void setNodeListener(NodeListener listener) { m_nodeListener = std::move(listener); }
+    // Without one an area's object is all of the area.
+    void setObjectFinder(ObjectFinder finder) { m_objectFinder = std::move(finder); }
+    // Reports it when the playhead's frame has other areas than the one before.
+    void watchShownFrame();
+    // -1 when it is none, or gone.
+    qint64 selectedSegmentNode() const;
+    bool showsAreaMasks() const { return m_showsAreaMasks; }
+    bool showsAreaOutlines() const { return m_showsAreaOutlines; }
     // Not owned; an observer must be removed before it dies.
     void addTrackedObserver(zk::datamodel::TrackedObserver *observer);
     void removeTrackedObserver(zk::datamodel::TrackedObserver *observer);
@@ -92,16 +123,67 @@ public:
     void setMaskInverted(bool inverted) override;
     bool isMaskInverted() const override { return m_settings.invert; }
 
+    bool setNodeResult(qint64 node, const ZkSegmentResultPtr &result) override;
+    void setOptionFlag(bool isSingleObject) override;
+    int segmentCount() const override { return m_segments.nodes().size(); }
+    qint64 segmentNodeAt(int index) const override;
+    int segmentIndexAt(qint64 frame) const override;
+    bool selectSegmentNode(qint64 frame) override;
+    bool removeSegmentNode(qint64 node) override;
+    // Nothing happens while locked.
+    void clearTrackingResults() override;
+    ZkSegmentResultPtr nodeResult(qint64 node) const override;
+
+    int addArea(const QRectF &rect) override;
+    bool removeArea(qint64 id) override;
+    bool updateArea(qint64 id, const QRectF &rect) override;
+    int areaCount() const override;
+    QRectF areaRect(int area) const override { return areaRectAt(area); }
+    QRectF areaRectAt(int index) const override;
+    qint64 findAreaIdAt(double x, double y) const override;
+    // Initially the masks are shown and the outlines are not.
+    void setRenderAllAreaMasks(bool masks, bool outlines) override;
+
 private:
     Q_DISABLE_COPY(ZkStudioSmartKeyingService)
     class NodeItem;
     class TrackItem;
     class InvertItem;
+    class SegmentsItem;
+
+    // What is to be told when the step that is being done is over.
+    struct Notice
+    {
+        bool isDue = false;
+        bool hasAreas = false;
+        QVector<qint64> nodes;
+    };
+    // The unrecorded removals that are under way, from the first one on.
+    struct Departure
+    {
+        zk::datamodel::Segments before;
+        quint64 change = 0; // nothing else has happened as long as it is the last one
+    };
 
     ZkStudioTimeline *timeline() const;
     template<typename T>
     void changeSetting(T zk::datamodel::SegmentSettings::*setting, T value);
-    void restoreNode(qint64 frame, const zk::datamodel::SegmentNodePtr &node);
+    void restoreNode(qint64 frame, const zk::datamodel::SegmentNodePtr &node, bool isQuiet = false);
+    void restoreSegments(const zk::datamodel::Segments &segments);
+    void pushSegments(const zk::datamodel::Segments &segments, const QString &text);
+    void keepSelection();
+    void reportAreas(const zk::datamodel::AreaDifference &difference);
+    void tellLater();
+    void tell();
+
+    qint64 shownFrame() const;
+    zk::datamodel::Areas areasOf(qint64 frame) const;
+    const zk::datamodel::AreaIndex &shownAreas() const;
+    void onShownFrameChanged();
+    zk::datamodel::EncodedMatte objectIn(const QRectF &rect) const;
+    void changeShownNode(const zk::datamodel::SegmentNodePtr &node, const QString &text);
+    zk::datamodel::AreaPtr shownArea(qint64 id) const;
+    zk::datamodel::EncodedMatte underAreas(qint64 frame) const;
 
     ZkStudioClip *const m_clip;
     zk::datamodel::Segments m_segments;
@@ -110,6 +192,16 @@ private:
     bool m_isLocked = false;
     ZKSMARTKEYING::ZkSegmentWorkMode m_workMode = ZKSMARTKEYING::EditingMode;
     NodeListener m_nodeListener;
+    ObjectFinder m_objectFinder;
+    Notice m_notice;
+    quint64 m_change = 0; // counts changes of m_segments
+    std::optional<Departure> m_departure;
+    bool m_canTakeSaveBack = false; // the last saved selection
+    qint64 m_selectedNode = -1;
+    bool m_showsAreaMasks = true;
+    bool m_showsAreaOutlines = false;
+    mutable zk::datamodel::AreaIndex m_shownAreas; // follows when it is asked for
+    std::unique_ptr<zk::datamodel::PlayheadWatch> m_playheadWatch;
     zk::datamodel::ObserverList<zk::datamodel::TrackedObserver> m_trackedObservers;
     std::shared_ptr<int> m_alive = std::make_shared<int>(0);
 };

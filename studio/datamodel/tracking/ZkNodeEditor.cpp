@@ -2,6 +2,9 @@
 
 #include "../ZkMediaOpening.h"
 #include "../segmentation/ZkPixels.h"
+#include "ZkStrokedParts.h"
+
+#include "ZkBoxSegmenter.h"
 
 namespace zk::datamodel {
 
@@ -53,6 +56,7 @@ NodeEditor::Outcome outcome(const SegmentNodePtr &before, const SegmentNodePtr &
 {
     const bool isSame = before && before->keep == after->keep && before->remove == after->remove
         && before->erase == after->erase && before->given == after->given
+        && before->areas == after->areas && before->brush == after->brush
         && before->result == after->result;
     return {true, isSame ? before : after};
 }
@@ -91,26 +95,88 @@ bool NodeEditor::readFrame(qint64 frame)
     return true;
 }
 
+struct NodeEditor::Edit
+{
+    Stroke stroke = KeepStroke;
+    cv::Mat painted;
+    cv::Mat mask; // what the frame shows; empty: nothing
+    cv::Mat own; // what of it the brush had made; all 0: nothing
+    bool isSingleObject = true;
+
+    bool meetsMask() const { return !mask.empty() && cv::countNonZero(mask & painted) > 0; }
+};
+
 NodeEditor::Outcome
 NodeEditor::stroked(const Segments &segments, qint64 frame, Stroke stroke, const QImage &map)
 {
     const QImage mask = segments.matteAt(frame);
-    const cv::Mat painted = pixelsOf(map);
     const SegmentNodePtr before = segments.node(frame);
-    const bool hasMask = !mask.isNull();
-    if (stroke == EraseStroke && hasMask && cv::countNonZero(pixelsOf(mask) & painted) == 0)
+    Edit edit {stroke, pixelsOf(map), pixelsOf(mask), {}, segments.isSingleObject()};
+    if (stroke == EraseStroke && !mask.isNull() && !edit.meetsMask())
         return {true, before};
     const auto node = copyOf(before);
-    addStroke(node.data(), stroke, painted);
-    cv::Mat result;
-    if (stroke == EraseStroke)
-        result = hasMask ? cv::Mat(pixelsOf(mask) & ~painted) : cv::Mat();
-    else if (readFrame(frame))
-        result = segmented(*node, pixelsOf(mask));
-    if (result.empty())
+    addStroke(node.data(), stroke, edit.painted);
+    const bool isOneObject = edit.isSingleObject && node->areas.isEmpty();
+    if (before && !before->brushMask().isNull())
+        edit.own = decodedPixels(before->brushMask());
+    else
+        edit.own = cv::Mat::zeros(edit.painted.size(), CV_8U);
+    if (!(isOneObject ? strokeOneObject(frame, node.data(), edit)
+                      : strokeParts(frame, node.data(), edit)))
         return {};
+    const bool hasNothing = !edit.isSingleObject && node->result.isEmpty() && node->areas.isEmpty()
+        && !segments.tracked().contains(frame);
+    return hasNothing ? Outcome {true, {}} : outcome(before, node);
+}
+
+// The mask after the stroke; empty when there is nothing to correct, or the frame cannot be read.
+cv::Mat NodeEditor::corrected(qint64 frame, const SegmentNode &node, const Edit &edit)
+{
+    if (edit.stroke == EraseStroke)
+        return edit.mask.empty() ? cv::Mat() : cv::Mat(edit.mask & ~edit.painted);
+    return readFrame(frame) ? segmented(node, edit.mask) : cv::Mat();
+}
+
+bool NodeEditor::strokeOneObject(qint64 frame, SegmentNode *node, const Edit &edit)
+{
+    const cv::Mat result = corrected(frame, *node, edit);
     node->result = encoded(result);
-    return outcome(before, node);
+    return !result.empty();
+}
+
+bool NodeEditor::strokeParts(qint64 frame, SegmentNode *node, const Edit &edit)
+{
+    if (edit.stroke == KeepStroke && !edit.isSingleObject && !edit.meetsMask()) {
+        const cv::Mat object = newObject(frame, *node, edit.painted);
+        if (!object.empty())
+            assemble(node, cv::max(edit.own, object));
+        return !object.empty();
+    }
+    const cv::Mat result = corrected(frame, *node, edit);
+    if (result.empty())
+        return false;
+    if (edit.stroke == KeepStroke) {
+        assemble(node, keptByBrush(*node, result, edit.own, edit.painted, edit.isSingleObject));
+        return true;
+    }
+    // Goes with what is tracked into the frame, too.
+    if (!edit.isSingleObject)
+        node->erase = united(node->erase, (edit.mask >= 128) & (result < 128));
+    takeFromAreas(node, result);
+    assemble(node, cv::min(edit.own, result));
+    return true;
+}
+
+// What the stroke alone marks, whatever else is marked on the frame.
+cv::Mat NodeEditor::newObject(qint64 frame, const SegmentNode &node, const cv::Mat &painted)
+{
+    if (!readFrame(frame))
+        return {};
+    const cv::Mat remove = node.remove.isEmpty() ? cv::Mat() : decodedPixels(node.remove);
+    cv::Mat object = m_segmenter.segment(m_pixels, {painted, remove});
+    if (!object.empty() && !node.erase.isEmpty())
+        object.setTo(0, decodedPixels(node.erase));
+    return object;
 }
 
 cv::Mat NodeEditor::segmented(const SegmentNode &node, const cv::Mat &previous)
@@ -135,6 +201,21 @@ NodeEditor::Outcome NodeEditor::given(const SegmentNodePtr &before, const QImage
         grey.scaled(m_reader->info().size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
     node->result = node->given;
     return outcome(before, node);
+}
+
+EncodedMatte NodeEditor::objectIn(qint64 frame, const QRect &box, bool isSingleObject)
+{
+    if (!readFrame(frame))
+        return {};
+    zk::engine::BoxSegmenterOptions options;
+    options.onlyLargest = isSingleObject;
+    return encoded(
+        zk::engine::segmentBox(m_pixels, {box.x(), box.y(), box.width(), box.height()}, options));
+}
+
+QImage NodeEditor::picture(qint64 frame) const
+{
+    return m_reader->frameAt(m_inFrame + frame);
 }
 
 } // namespace zk::datamodel

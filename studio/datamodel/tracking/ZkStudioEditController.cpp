@@ -54,6 +54,10 @@ bool ZkStudioEditController::initialise(IZkClip *clip,
     m_timeline->playhead()->setPosition(*initialFrame);
     *initialFrame = m_timeline->playhead()->position();
     service()->setNodeListener([this](qint64 frame) { notifyNodeChanged(frame); });
+    service()->setObjectFinder([this](qint64 frame, const QRect &box) {
+        return m_editor->objectIn(frame, box, service()->segments().isSingleObject());
+    });
+    service()->watchShownFrame();
     m_projectClip = projectClip;
     m_player = dynamic_cast<PlayerFeedback *>(player);
     m_type = type;
@@ -126,6 +130,25 @@ bool ZkStudioEditController::commit(qint64 frame, const Outcome &outcome, const 
     else
         service()->reportChange();
     return outcome.succeeded;
+}
+
+bool ZkStudioEditController::deleteSegment(qint64 frame)
+{
+    if (!m_timeline || service()->isLocked() || !service()->segments().node(frame))
+        return false;
+    service()->changeNode(frame, {}, tr("Delete object"));
+    return true;
+}
+
+QImage ZkStudioEditController::segmentThumbnail(int index) const
+{
+    const qint64 frame = m_timeline ? service()->segmentNodeAt(index) : -1;
+    const SegmentNodePtr node = frame < 0 ? nullptr : service()->segments().node(frame);
+    if (!node)
+        return {};
+    return m_thumbnails.find(frame, *node, service()->settings(), [this](qint64 frameToRead) {
+        return m_editor->picture(frameToRead);
+    });
 }
 
 void ZkStudioEditController::notifyNodeChanged(qint64 frame)

@@ -3,7 +3,9 @@
 #include "../timeline/ZkObserverList.h"
 #include "../timeline/ZkStudioTimeline.h"
 #include "ZkApplyRun.h"
+#include "ZkEditTime.h"
 #include "ZkNodeEditor.h"
+#include "ZkNodeThumbnails.h"
 #include "ZkTrackingRun.h"
 
 #include "ZkDataModel.h"
@@ -23,7 +25,9 @@ class PlayerFeedback;
 // Edits a copy of a clip of a project timeline, which must outlive the controller, with the real engine.
 //
 // A tracking run stores its results as they come; they become one undo step, "Track", when the run ends
-// or is stopped. While it runs, strokes, undo, redo and other changes of the masks are refused.
+// or is stopped. While it runs, strokes, undo, redo and other changes of the masks are refused. In the AI
+// erasing workspace every node is a seed, wherever the run is started; of several objects a run replaces
+// all that was tracked before.
 //
 // apply() makes the clip look like the edit clip, as one undo step of the project, "Smart Cutout": its
 // matte track (frames without a mask become transparent, which is logged), its strokes and tracking
@@ -66,6 +70,33 @@ public:
     void apply() override;
     void cancelApply() override;
 
+    bool deleteSegment(qint64 frame) override;
+    QImage segmentThumbnail(int index) const override;
+    bool registerEditTime(qint64 begin, qint64 end) override
+    {
+        return m_editTime.registerMicroseconds(begin, end);
+    }
+    bool changeEditTime(qint64 begin, qint64 end) override
+    {
+        return m_editTime.changeMicroseconds(begin, end);
+    }
+    bool changeEditTimeCns(qint64 begin, qint64 end) override
+    {
+        return m_editTime.change(begin, end);
+    }
+    bool getEditTime(qint64 &begin, qint64 &end) const override
+    {
+        return m_editTime.getMicroseconds(begin, end);
+    }
+    void setUndoManager(IZkUndoRedoService *edit, IZkUndoRedoService *project) override
+    {
+        m_editHistory = edit;
+        m_projectHistory = project;
+    }
+    // As they were set; null: none.
+    IZkUndoRedoService *editHistory() const { return m_editHistory; }
+    IZkUndoRedoService *projectHistory() const { return m_projectHistory; }
+
     void releaseMediaPlayer() override;
 
 private:
@@ -80,7 +111,8 @@ private:
     void notifyNodeChanged(qint64 frame);
 
     bool isTracking() const { return m_tracking != nullptr; }
-    void launchTracking(const QVector<zk::datamodel::TrackingLeg> &legs);
+    void launchTracking(const zk::datamodel::Segments &seeds,
+                        const QVector<zk::datamodel::TrackingLeg> &legs);
     void onTracked(quint64 serial, const zk::datamodel::TrackedFrame &tracked);
     void onTrackingFinished(quint64 serial, const QString &error);
     void endTracking();
@@ -100,6 +132,10 @@ private:
     std::unique_ptr<ZkStudioTimeline> m_timeline;
     std::unique_ptr<zk::datamodel::NodeEditor> m_editor;
     QMap<qint64, zk::datamodel::TrackedMattes> m_trackedBefore; // the run
+    mutable zk::datamodel::NodeThumbnails m_thumbnails;
+    zk::datamodel::EditTime m_editTime;
+    IZkUndoRedoService *m_editHistory = nullptr;
+    IZkUndoRedoService *m_projectHistory = nullptr;
     bool m_hasTracked = false; // the run has brought something
     // Workers call into the thread of this object; gone with the controller, so are their calls.
     std::unique_ptr<QObject> m_context;

@@ -34,20 +34,26 @@ int ZkStudioEditController::startTracking(qint64 frame,
     if (!m_timeline || isTracking() || !service()->isEnabled()
         || !QFileInfo::exists(m_projectClip->media().path))
         return ZKSMARTKEYING::TrackingFailed;
+    if (m_type == ZKSMARTKEYING::AIErasing)
+        type = ZKSMARTKEYING::TrackWholeClip;
+    Segments seeds = service()->segments();
+    if (!seeds.isSingleObject())
+        seeds.setTracked({});
     const qint64 frameCount = m_timeline->frameCount();
-    const QVector<TrackingLeg> legs = trackingPlan(
-        service()->segments(), frameCount, qBound<qint64>(0, frame, frameCount - 1), direct, type);
+    const QVector<TrackingLeg> legs =
+        trackingPlan(seeds, frameCount, qBound<qint64>(0, frame, frameCount - 1), direct, type);
     if (legs.isEmpty())
         return ZKSMARTKEYING::NothingToTrack;
-    launchTracking(legs);
+    launchTracking(seeds, legs);
     return ZKSMARTKEYING::TrackingStarted;
 }
 
-void ZkStudioEditController::launchTracking(const QVector<TrackingLeg> &legs)
+void ZkStudioEditController::launchTracking(const Segments &seeds, const QVector<TrackingLeg> &legs)
 {
     reapRuns();
     m_trackedBefore = service()->segments().tracked();
     m_hasTracked = false;
+    service()->setTracked(seeds.tracked());
     TrackingRun::Receiver receiver;
     receiver.tracked = [this](quint64 serial, const TrackedFrame &tracked) {
         onTracked(serial, tracked);
@@ -57,9 +63,7 @@ void ZkStudioEditController::launchTracking(const QVector<TrackingLeg> &legs)
     };
     const ZkStudioClip *clip = m_timeline->clip();
     m_tracking = std::make_unique<TrackingRun>(
-        TrackingTask {clip->media(), clip->inFrame(), service()->segments(), legs},
-        m_context.get(),
-        receiver);
+        TrackingTask {clip->media(), clip->inFrame(), seeds, legs}, m_context.get(), receiver);
     service()->setLocked(true);
     m_timeline->undoRedoService()->setBlocked(true);
     service()->setWorkMode(ZKSMARTKEYING::TrackingMode);
@@ -110,6 +114,8 @@ void ZkStudioEditController::endTracking()
     undo->pauseEvents();
     if (m_hasTracked)
         service()->closeTracking(m_trackedBefore, tr("Track"));
+    else
+        service()->setTracked(m_trackedBefore);
     m_trackedBefore.clear();
     enableCutoutEffects();
     const QPointer<QObject> alive(m_context.get());

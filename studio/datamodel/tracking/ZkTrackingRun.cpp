@@ -5,6 +5,8 @@
 
 #include "ZkObjectTracker.h"
 
+#include <opencv2/imgproc.hpp>
+
 #include <QMetaObject>
 
 #include <system_error>
@@ -22,6 +24,21 @@ qint64 backwardStretch(const QSize &size)
 {
     const qint64 frameBytes = qMax<qint64>(1, 4 * qint64(size.width()) * size.height());
     return qBound<qint64>(2, 128 * 1024 * 1024 / frameBytes, 32);
+}
+
+// The connected parts of a mask that are not the same object as what is marked: less than a fifth of
+// them is.
+cv::Mat partsBeside(const cv::Mat &mask, const cv::Mat &marked)
+{
+    cv::Mat labels;
+    const int count = cv::connectedComponents(mask >= 128, labels, 8, CV_32S);
+    cv::Mat beside = cv::Mat::zeros(marked.size(), CV_8U);
+    for (int part = 1; part < count; ++part) {
+        const cv::Mat pixels = labels == part;
+        if (cv::countNonZero(pixels & (marked >= 128)) * 5 < cv::countNonZero(pixels))
+            mask.copyTo(beside, pixels);
+    }
+    return beside;
 }
 
 } // namespace
@@ -59,7 +76,8 @@ private:
     bool passNode(const Prepared &prepared, const SegmentNodePtr &node);
     bool track(const Prepared &prepared);
     void report(qint64 frame, const EncodedMatte &matte, double confidence);
-    void standAt(qint64 frame, const SegmentNodePtr &node);
+    void standAt(qint64 frame, const SegmentNodePtr &node, const EncodedMatte &matte);
+    cv::Mat truthAt(const Prepared &prepared, const SegmentNode &node);
     const TrackingLeg &leg() const { return m_run->m_task.legs.at(m_leg); }
 
     TrackingRun *const m_run;
@@ -88,7 +106,7 @@ bool TrackingRun::Advancer::start(const TrackingLeg &leg, const Prepared &prepar
         return false;
     m_seed = -1;
     if (const SegmentNodePtr node = m_segments.node(leg.seed)) {
-        standAt(leg.seed, node);
+        standAt(leg.seed, node, node->result);
         return true;
     }
     // Going on where an earlier run in this direction has been: it is the same run for the nodes.
@@ -100,19 +118,38 @@ bool TrackingRun::Advancer::start(const TrackingLeg &leg, const Prepared &prepar
 }
 
 // The node's own mask stands in for the result, in case that the node is undone.
-void TrackingRun::Advancer::standAt(qint64 frame, const SegmentNodePtr &node)
+void TrackingRun::Advancer::standAt(qint64 frame,
+                                    const SegmentNodePtr &node,
+                                    const EncodedMatte &matte)
 {
     m_seed = frame;
     m_seedRevision = node->revision;
-    report(frame, node->result, 1);
+    report(frame, matte, 1);
+}
+
+// Of several objects, those that the node does not mark go on as they were tracked; what was erased on
+// the frame does not.
+cv::Mat TrackingRun::Advancer::truthAt(const Prepared &prepared, const SegmentNode &node)
+{
+    const QImage marked = node.result.decoded();
+    if (m_segments.isSingleObject())
+        return pixelsOf(marked).clone();
+    cv::Mat others = m_run->m_tracker->advance(prepared.picture).matte;
+    if (others.empty())
+        return pixelsOf(marked).clone();
+    const QImage erased = node.erase.decoded();
+    if (!erased.isNull())
+        others.setTo(0, pixelsOf(erased));
+    return cv::max(partsBeside(others, pixelsOf(marked)), pixelsOf(marked));
 }
 
 bool TrackingRun::Advancer::passNode(const Prepared &prepared, const SegmentNodePtr &node)
 {
-    const QImage matte = m_segments.matteAt(prepared.frame);
-    if (!m_run->m_tracker->correct(prepared.picture, pixelsOf(matte).clone()))
+    const cv::Mat truth = truthAt(prepared, *node);
+    if (!m_run->m_tracker->correct(prepared.picture, truth))
         return false;
-    standAt(prepared.frame, node);
+    const bool isOwn = m_segments.isSingleObject();
+    standAt(prepared.frame, node, isOwn ? node->result : EncodedMatte(greyImage(truth)));
     return true;
 }
 

@@ -99,7 +99,7 @@ void ZkStudioUndoRedoService::push(IZkUndoRedoItem *item)
     if (!item)
         return;
     std::unique_ptr<IZkUndoRedoItem> owned(item);
-    if (m_isWorking)
+    if (m_isWorking && isRecording())
         qCWarning(lcUndo, "An undo step was pushed from inside another one and cannot be undone");
     if (m_isWorking || !isRecording()) {
         pushUnrecorded(std::move(owned));
@@ -249,7 +249,8 @@ void ZkStudioUndoRedoService::pauseEvents()
 void ZkStudioUndoRedoService::resumeEvents()
 {
     m_pauses = qMax(0, m_pauses - 1);
-    flushChanges();
+    if (flushChanges())
+        flushFunctions();
 }
 
 void ZkStudioUndoRedoService::addObserver(IZkUndoRedoServiceEventObserver *observer)
@@ -289,7 +290,7 @@ bool ZkStudioUndoRedoService::flushChanges()
 bool ZkStudioUndoRedoService::flushFunctions()
 {
     const std::weak_ptr<int> alive = m_alive;
-    while (!alive.expired() && !m_isWorking && !m_functions.isEmpty()) {
+    while (!alive.expired() && !m_isWorking && m_pauses == 0 && !m_functions.isEmpty()) {
         const std::function<void()> function = m_functions.takeFirst();
         function();
     }

@@ -17,7 +17,8 @@
 // reported go out as one set, all of it still inside the call. So an observer may run an event loop,
 // undo, or delete the timeline.
 //
-// Items must not push items from their redo() or undo(): such an item is done, but cannot be undone.
+// Items must not push items from their redo() or undo(), unless recording is suspended: such an item is
+// done, but cannot be undone.
 class ZKDATAMODEL_EXPORT ZkStudioUndoRedoService : public IZkUndoRedoService
 {
 public:
@@ -30,7 +31,8 @@ public:
     // Change records for the sink: at once, or when the step that is being done is over, or when
     // events are resumed.
     void report(const ZkTimelineChanges &changes);
-    // Runs the function at once, or after the step that is being done and its change records.
+    // Runs the function at once, or after the step that is being done and its change records; while
+    // events are paused that is when they are resumed.
     void runAfterStep(std::function<void()> function);
 
     // Names the state that the steps have led to: undo and redo come back to the same number, no other

@@ -179,7 +179,9 @@ void Autosave::drop()
     QFile::remove(m_file);
 }
 
-bool Autosave::recover(const RecoverableProject &project, QString *error)
+bool Autosave::recover(const RecoverableProject &project,
+                       QString *error,
+                       const SnapshotReading &reading)
 {
     auto lock = takeLock(project.file);
     if (!lock) {
@@ -187,7 +189,7 @@ bool Autosave::recover(const RecoverableProject &project, QString *error)
         return false;
     }
     const QScopedValueRollback<bool> recovering(m_isRecovering, true);
-    if (!m_project->recover(project.file, error))
+    if (!m_project->recover(project.file, error, reading))
         return false;
     drop();
     m_lock = std::move(lock);

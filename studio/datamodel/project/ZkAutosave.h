@@ -1,6 +1,8 @@
 // Autosaves of projects, and what is left of them after a crash.
 #pragma once
 
+#include "ZkProject.h"
+
 #include "ZkGlobal.h"
 
 #include <QDateTime>
@@ -15,7 +17,6 @@ class QLockFile;
 
 namespace zk::datamodel {
 
-class Project;
 class SnapshotWriter;
 
 // An autosave whose editor is gone.
@@ -61,10 +62,11 @@ public:
 
     // Opens the recovered project in place of the one that is open; its autosave is this one's from
     // then on. False, with a text for the user, and nothing has changed, when that fails.
-    bool recover(const RecoverableProject &project, QString *error);
+    bool
+    recover(const RecoverableProject &project, QString *error, const SnapshotReading &reading = {});
     // Writes now, if anything is unsaved, and waits for it.
     void flush();
-    // The user does not want what is unsaved: no autosave until the next change.
+    // The user does not want what is unsaved, and it is about to go: no autosave until the next change.
     void drop();
 
 Q_SIGNALS:

@@ -5,6 +5,7 @@
 #include "../timeline/ZkStudioEffect.h"
 #include "../timeline/ZkStudioEffectList.h"
 #include "../timeline/ZkStudioTimeline.h"
+#include "ZkEditWatch.h"
 #include "ZkProjectHistory.h"
 #include "ZkProjectStore.h"
 #include "ZkSnapshotWriter.h"
@@ -30,15 +31,9 @@ ProjectSnapshot::Clip snapshotOf(const ProjectClip &projectClip)
     snapshot.frameCount = clip.frameCount();
     snapshot.playhead = projectClip.timeline()->playhead()->position();
     snapshot.mattes = clip.matteTrack();
-    for (int i = 0; i < clip.studioEffects()->count(); ++i) {
-        const auto *effect = static_cast<ZkStudioEffect *>(clip.studioEffects()->effectAt(i));
-        snapshot.effects.append(
-            {effect->look(), effect->descriptor()->slug(), effect->isEnabled()});
-    }
-    for (auto type : businessTypes) {
-        const ZkStudioSmartKeyingService *service = clip.studioService(type);
-        snapshot.segmentations.append({type, service->segments(), service->settings()});
-    }
+    snapshot.effects = effectsOf(clip);
+    for (auto type : businessTypes)
+        snapshot.segmentations.append(segmentationOf(clip, type));
     return snapshot;
 }
 
@@ -56,6 +51,7 @@ ProjectClipPtr restored(const ProjectSnapshot::Clip &snapshot, const MediaEntry 
     for (const ProjectSnapshot::Segmentation &from : snapshot.segmentations)
         clip->studioService(from.type)->setState(from.segments, from.settings);
     projectClip->timeline()->playhead()->setPosition(snapshot.playhead);
+    projectClip->setDrafts(snapshot.drafts);
     return projectClip;
 }
 
@@ -84,6 +80,7 @@ Project::Project(ZkStudioProjectManager *manager, QObject *parent)
 Project::~Project()
 {
     m_writer.reset();
+    m_edit.reset();
     m_history.reset(); // its steps refer to the clips
 }
 
@@ -94,7 +91,7 @@ QString Project::displayName() const
 
 Project::Mark Project::mark() const
 {
-    return {m_history->service()->stateId(), m_modifications};
+    return {m_history->service()->stateId(), m_modifications, m_drafts};
 }
 
 bool Project::isDirty() const
@@ -136,14 +133,76 @@ ProjectSnapshot Project::snapshot() const
     snapshot.id = m_id;
     snapshot.media = m_media;
     snapshot.currentClip = m_currentClip;
-    for (const ProjectClipPtr &clip : m_clips)
+    for (const ProjectClipPtr &clip : m_clips) {
         snapshot.clips.append(snapshotOf(*clip));
+        snapshot.clips.last().drafts = draftsOf(*clip);
+    }
     return snapshot;
+}
+
+// Drafts.
+
+void Project::beginEditing(ProjectClip *clip, ZkStudioTimeline *edit)
+{
+    const int index = indexOf(clip);
+    if (m_edit || index < 0)
+        return;
+    m_edit = std::make_unique<EditWatch>(m_clips.at(index), edit, [this] { onDraftsChanged(); });
+    onDraftsChanged();
+}
+
+void Project::endEditing(DraftFate fate)
+{
+    if (!m_edit)
+        return;
+    ProjectClip *const clip = findClip(m_edit->clip()->id());
+    if (clip)
+        clip->setDrafts(fate == DraftFate::Kept ? m_edit->drafts() : m_edit->otherDrafts());
+    m_edit.reset();
+    onDraftsChanged();
+}
+
+QVector<ProjectSnapshot::Draft> Project::draftsOf(const ProjectClip &clip) const
+{
+    return m_edit && m_edit->clip() == &clip ? m_edit->drafts() : clip.drafts();
+}
+
+QVector<ProjectClip *> Project::clipsWithDrafts() const
+{
+    QVector<ProjectClip *> clips;
+    for (const ProjectClipPtr &clip : m_clips) {
+        if (!draftsOf(*clip).isEmpty())
+            clips.append(clip.get());
+    }
+    return clips;
+}
+
+QByteArray Project::draftMark() const
+{
+    QByteArray mark;
+    for (const ProjectClipPtr &clip : m_clips) {
+        const QVector<ProjectSnapshot::Draft> drafts = draftsOf(*clip);
+        for (const ProjectSnapshot::Draft &draft : drafts)
+            mark += QByteArray::number(clip->id()) + ':' + fingerprintOf(draft);
+    }
+    return mark;
+}
+
+// Where a stroke was undone, or the work was applied, the project may be as it was saved again.
+void Project::onDraftsChanged()
+{
+    const QByteArray drafts = draftMark();
+    if (drafts == m_drafts)
+        return;
+    m_drafts = drafts;
+    updateDirty();
+    Q_EMIT contentChanged();
 }
 
 void Project::replace(const ProjectSnapshot &snapshot, const QString &path, bool isSaved)
 {
     Q_EMIT aboutToReset();
+    m_edit.reset();
     const QVector<ProjectClipPtr> before = m_clips;
     {
         const QSignalBlocker quiet(this); // everything is told at once
@@ -179,6 +238,7 @@ void Project::take(const ProjectSnapshot &snapshot)
     }
     if (!currentClip() && !m_clips.isEmpty())
         m_currentClip = m_clips.first()->id();
+    m_drafts = draftMark();
 }
 
 void Project::startNew()
@@ -191,30 +251,48 @@ void Project::startNew()
     replace(empty, QString(), true);
 }
 
-namespace {
-
 // Of an autosave the media are found from where the project's own file is.
-bool read(const QString &path, ProjectSnapshot *snapshot, QString *error)
+bool readSnapshot(const QString &path,
+                  ProjectSnapshot *snapshot,
+                  QString *error,
+                  const ReadingStep &step)
 {
     using zk::storage::ProjectStore;
     zk::storage::ProjectRecord record;
     if (ProjectStore::load(path, &record, error) != ProjectStore::OpenResult::Opened)
         return false;
     const QString home = record.origin.isEmpty() ? path : record.origin;
-    if (snapshot->fromRecord(record, QFileInfo(home).absolutePath()))
+    bool isCancelled = false;
+    const ReadingStep untilCancelled = [&](int done, int count) {
+        isCancelled = step && !step(done, count);
+        return !isCancelled;
+    };
+    if (snapshot->fromRecord(record, QFileInfo(home).absolutePath(), untilCancelled))
         return true;
-    *error = Project::tr("%1 holds contradictory data and cannot be opened. The file was not "
-                         "changed.")
-                 .arg(QDir::toNativeSeparators(path));
+    *error = isCancelled
+        ? QString()
+        : Project::tr("%1 holds contradictory data and cannot be opened. The file was not "
+                      "changed.")
+              .arg(QDir::toNativeSeparators(path));
     return false;
+}
+
+namespace {
+
+bool readWith(const SnapshotReading &reading,
+              const QString &path,
+              ProjectSnapshot *snapshot,
+              QString *error)
+{
+    return reading ? reading(path, snapshot, error) : readSnapshot(path, snapshot, error, {});
 }
 
 } // namespace
 
-bool Project::open(const QString &path, QString *error)
+bool Project::open(const QString &path, QString *error, const SnapshotReading &reading)
 {
     ProjectSnapshot snapshot;
-    if (!read(path, &snapshot, error))
+    if (!readWith(reading, path, &snapshot, error))
         return false;
     waitForSaving();
     if (m_manager)
@@ -223,10 +301,10 @@ bool Project::open(const QString &path, QString *error)
     return true;
 }
 
-bool Project::recover(const QString &autosaveFile, QString *error)
+bool Project::recover(const QString &autosaveFile, QString *error, const SnapshotReading &reading)
 {
     ProjectSnapshot snapshot;
-    if (!read(autosaveFile, &snapshot, error))
+    if (!readWith(reading, autosaveFile, &snapshot, error))
         return false;
     waitForSaving();
     if (m_manager && snapshot.origin.isEmpty())

@@ -8,15 +8,28 @@
 #include <QObject>
 #include <QVector>
 
+#include <functional>
 #include <memory>
 
 class ZkStudioProjectManager;
+class ZkStudioTimeline;
 class ZkStudioUndoRedoService;
 
 namespace zk::datamodel {
 
+class EditWatch;
 class ProjectHistory;
 class SnapshotWriter;
+
+// Reads a project file. False, with a text for the user (or an empty one when it was cancelled), when that
+// fails.
+using SnapshotReading =
+    std::function<bool(const QString &path, ProjectSnapshot *snapshot, QString *error)>;
+// All of it, with a look for the media, which is slow where they were changed; any thread may call it.
+ZKDATAMODEL_EXPORT bool readSnapshot(const QString &path,
+                                     ProjectSnapshot *snapshot,
+                                     QString *error,
+                                     const ReadingStep &step);
 
 // There is one for the life of a window; startNew(), open() and recover() replace its content, after
 // which only reset() is emitted for it. GUI thread only.
@@ -43,10 +56,11 @@ public:
     void startNew();
     // False, with a text for the user, when the file is missing, no project, damaged or of a newer
     // program; the project that is open stays as it is then. Missing media do not make it fail: see
-    // missingMedia().
-    bool open(const QString &path, QString *error);
+    // missingMedia(). The reading may be done elsewhere, such as in a worker; until it has returned the
+    // project is as it was, and may be changed.
+    bool open(const QString &path, QString *error, const SnapshotReading &reading = {});
     // Opens an autosave as the project that it was made of: path() is that one's, and it is dirty.
-    bool recover(const QString &autosaveFile, QString *error);
+    bool recover(const QString &autosaveFile, QString *error, const SnapshotReading &reading = {});
 
     QString id() const { return m_id; } // a UUID without braces
     QString path() const { return m_path; } // absolute; empty: it was never saved
@@ -97,6 +111,17 @@ public:
     ProjectClip *currentClip() const; // null: none
     void setCurrentClip(const ProjectClip *clip);
 
+    // What is done on the edit timeline of a workspace of that clip is part of the project from now on: it
+    // makes it dirty, and is in its file and its autosave, as a draft beside what was applied. A draft
+    // that the clip has is put on the timeline at once, as one undo step there. Ended by
+    // endEditing(), before the timeline dies. One workspace at a time.
+    void beginEditing(ProjectClip *clip, ZkStudioTimeline *edit);
+    enum class DraftFate { Kept, Dropped };
+    // Does nothing while none is open.
+    void endEditing(DraftFate fate);
+    // The clips that a workspace was left on, or is open on, with work that was not applied.
+    QVector<ProjectClip *> clipsWithDrafts() const;
+
     ZkStudioUndoRedoService *undoRedoService() const;
 
 Q_SIGNALS:
@@ -128,14 +153,19 @@ private:
     {
         quint64 step = 0; // of the history
         quint64 modifications = 0; // that are no undo steps
+        QByteArray drafts; // fingerprints
         bool operator==(const Mark &other) const
         {
-            return step == other.step && modifications == other.modifications;
+            return step == other.step && modifications == other.modifications
+                && drafts == other.drafts;
         }
     };
     Mark mark() const;
     void updateDirty();
     void onHistoryChanged();
+    QVector<ProjectSnapshot::Draft> draftsOf(const ProjectClip &clip) const;
+    QByteArray draftMark() const;
+    void onDraftsChanged();
 
     void replace(const ProjectSnapshot &snapshot, const QString &path, bool isSaved);
     void take(const ProjectSnapshot &snapshot);
@@ -158,12 +188,14 @@ private:
     qint64 m_currentClip = 0;
     qint64 m_lastId = 0; // of media and clips
     quint64 m_modifications = 0;
+    QByteArray m_drafts; // fingerprints
     Mark m_saved;
     bool m_wasDirty = false;
     QString m_savingPath;
     Mark m_saving;
     std::unique_ptr<ProjectHistory> m_history;
     std::unique_ptr<SnapshotWriter> m_writer;
+    std::unique_ptr<EditWatch> m_edit; // null: no workspace is open
 };
 
 } // namespace zk::datamodel

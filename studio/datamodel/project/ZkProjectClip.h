@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ZkProjectSnapshot.h"
+
 #include "ZkGlobal.h"
 
 #include <QMetaType>
@@ -11,8 +13,6 @@ class ZkStudioClip;
 class ZkStudioTimeline;
 
 namespace zk::datamodel {
-
-struct MediaEntry;
 
 // One clip of a project, alone on a timeline of its own. A clip that was removed stays alive in the
 // undo history. GUI thread only.
@@ -33,15 +33,23 @@ public:
     // Whether a cutout was applied to it, enabled or not.
     bool isCutOut() const;
 
+    // Work of earlier workspaces that was neither applied nor given up, at most one of each kind. The
+    // workspace goes on from there when it is opened again.
+    const QVector<ProjectSnapshot::Draft> &drafts() const { return m_drafts; }
+    void setDrafts(const QVector<ProjectSnapshot::Draft> &drafts) { m_drafts = drafts; }
+
     // Takes the file of the entry instead, which must fit; neither an undo step nor reported.
     void setMedia(const MediaEntry &media);
+    // The same for an entry with the clip's pictures from that frame on.
+    void setMedia(const MediaEntry &media, qint64 inFrame);
 
 private:
     Q_DISABLE_COPY(ProjectClip)
 
     const qint64 m_id;
-    const qint64 m_mediaId;
+    qint64 m_mediaId;
     bool m_isOffline;
+    QVector<ProjectSnapshot::Draft> m_drafts;
     const std::unique_ptr<ZkStudioTimeline> m_timeline;
 };
 

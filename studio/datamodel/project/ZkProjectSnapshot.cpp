@@ -1,6 +1,7 @@
 #include "ZkProjectSnapshot.h"
 
 #include "../segmentation/ZkMatteTrack.h"
+#include "ZkErasingRecords.h"
 #include "ZkProjectRecords.h"
 
 #include "datamodel/ZkTimeline.h"
@@ -107,6 +108,7 @@ SegmentationRecord recordOf(const ProjectSnapshot::Segmentation &segmentation)
         appendSide(it.key(), true, it.value().forward, &record.tracked);
         appendSide(it.key(), false, it.value().backward, &record.tracked);
     }
+    record.erasing = erasingRecords(segmentation.segments);
     return record;
 }
 
@@ -125,6 +127,11 @@ ClipRecord recordOf(const ProjectSnapshot::Clip &clip)
     if (clip.mattes) {
         for (const EncodedMatte &matte : clip.mattes->mattes())
             record.mattes.append(recordOf(matte));
+    }
+    for (const ProjectSnapshot::Draft &draft : clip.drafts) {
+        record.drafts.append(recordOf(draft));
+        for (const ProjectSnapshot::Effect &effect : draft.effects)
+            record.draftEffects.append(recordOf(effect));
     }
     return record;
 }
@@ -239,7 +246,30 @@ bool read(const SegmentationRecord &record,
         Segments::skipRevisions(side.serial);
     }
     segmentation->segments.setTracked(tracked);
-    return matte.isGood();
+    return matte.isGood() && readErasing(record.erasing, frameSize, &segmentation->segments);
+}
+
+bool read(const QVector<EffectRecord> &records, QVector<ProjectSnapshot::Effect> *effects)
+{
+    bool isGood = true;
+    for (const EffectRecord &record : records) {
+        effects->append(ProjectSnapshot::Effect());
+        isGood = isGood && read(record, &effects->last());
+    }
+    return isGood;
+}
+
+bool readDrafts(const ClipRecord &record, const QSize &frameSize, ProjectSnapshot::Clip *clip)
+{
+    bool isGood = true;
+    for (const SegmentationRecord &segmentation : record.drafts) {
+        ProjectSnapshot::Draft draft;
+        isGood = isGood && read(segmentation, frameSize, &draft);
+        if (draft.type == ZKSMARTKEYING::SmartCutout)
+            isGood = isGood && read(record.draftEffects, &draft.effects);
+        clip->drafts.append(draft);
+    }
+    return isGood;
 }
 
 bool readMattes(const ClipRecord &record, const QSize &frameSize, ProjectSnapshot::Clip *clip)
@@ -263,14 +293,12 @@ bool read(const ClipRecord &record, const MediaEntry &media, ProjectSnapshot::Cl
     clip->playhead = record.playhead;
     bool isGood = record.id > 0 && record.inFrame >= 0 && record.frameCount > 0
         && record.inFrame + record.frameCount <= media.info.frameCount;
-    for (const EffectRecord &effect : record.effects) {
-        clip->effects.append(ProjectSnapshot::Effect());
-        isGood = isGood && read(effect, &clip->effects.last());
-    }
+    isGood = isGood && read(record.effects, &clip->effects);
     for (const SegmentationRecord &segmentation : record.segmentations) {
         clip->segmentations.append(ProjectSnapshot::Segmentation());
         isGood = isGood && read(segmentation, media.info.size, &clip->segmentations.last());
     }
+    isGood = isGood && readDrafts(record, media.info.size, clip);
     return isGood && readMattes(record, media.info.size, clip);
 }
 
@@ -298,7 +326,9 @@ zk::storage::ProjectRecord ProjectSnapshot::toRecord(const QString &folder) cons
     return record;
 }
 
-bool ProjectSnapshot::fromRecord(const zk::storage::ProjectRecord &record, const QString &folder)
+bool ProjectSnapshot::fromRecord(const zk::storage::ProjectRecord &record,
+                                 const QString &folder,
+                                 const ReadingStep &step)
 {
     *this = ProjectSnapshot();
     id = record.id;
@@ -306,6 +336,8 @@ bool ProjectSnapshot::fromRecord(const zk::storage::ProjectRecord &record, const
     currentClip = record.currentClip;
     QSet<qint64> ids;
     for (const MediaRecord &row : record.media) {
+        if (!step(media.size(), record.media.size()))
+            return false;
         media.append(MediaEntry());
         if (!read(row, folder, &media.last()) || ids.contains(row.id))
             return false;

@@ -10,6 +10,7 @@
 
 #include <QVector>
 
+#include <functional>
 #include <memory>
 
 namespace zk::storage {
@@ -19,6 +20,9 @@ struct ProjectRecord;
 namespace zk::datamodel {
 
 class MatteTrack;
+
+// Called before each file that is looked for; false ends the reading.
+using ReadingStep = std::function<bool(int done, int count)>;
 
 // A value: copies share everything, so that taking one costs next to nothing, and any thread may hold
 // and write it while the project is being edited.
@@ -36,6 +40,11 @@ struct ZKDATAMODEL_EXPORT ProjectSnapshot
         Segments segments;
         SegmentSettings settings;
     };
+    // What was done in a workspace and neither applied nor given up.
+    struct Draft : Segmentation
+    {
+        QVector<Effect> effects; // of the cutout workspace; those of the clip in its place
+    };
     struct Clip
     {
         qint64 id = 0;
@@ -46,6 +55,7 @@ struct ZKDATAMODEL_EXPORT ProjectSnapshot
         QVector<Effect> effects;
         QVector<Segmentation> segmentations;
         std::shared_ptr<const MatteTrack> mattes; // null: none was applied
+        QVector<Draft> drafts; // at most one of each workspace
     };
 
     QString id;
@@ -56,9 +66,11 @@ struct ZKDATAMODEL_EXPORT ProjectSnapshot
 
     // Paths are also kept relative to the folder.
     zk::storage::ProjectRecord toRecord(const QString &folder) const;
-    // False when the rows contradict each other or hold damaged data; *this is undefined then. Media
-    // are looked for, first relative to the folder.
-    bool fromRecord(const zk::storage::ProjectRecord &record, const QString &folder);
+    // False when the rows contradict each other or hold damaged data, or a step was; *this is undefined
+    // then. Media are looked for, first relative to the folder.
+    bool fromRecord(const zk::storage::ProjectRecord &record,
+                    const QString &folder,
+                    const ReadingStep &step);
 };
 
 } // namespace zk::datamodel

@@ -15,7 +15,26 @@ using namespace zk::test;
 
 namespace {
 
-// The editor: opens the project, changes it, says so, and waits to be killed.
+// A workspace of the clip.
+struct Edit
+{
+    explicit Edit(const ProjectClip *clip)
+        : controller(createSmartKeyingEditController())
+    {
+        qint64 frame = 0;
+        if (!controller->initialise(clip->clip(), nullptr, &frame, ZKSMARTKEYING::SmartCutout))
+            qFatal("The clip cannot be edited");
+        controller->editClip()->smartKeyingService(ZKSMARTKEYING::SmartCutout)->setEnabled(true);
+    }
+    ~Edit() { releaseSmartKeyingEditController(controller); }
+    ZkStudioTimeline *timeline() const
+    {
+        return static_cast<ZkStudioTimeline *>(controller->editTimeline());
+    }
+    IZkSmartKeyingEditController *const controller;
+};
+
+// The editor: opens the project, adds a clip, paints on it, says so, and waits to be killed.
 int editUntilKilled(const QString &folder, const QString &file, const QString &media)
 {
     Project project;
@@ -23,8 +42,16 @@ int editUntilKilled(const QString &folder, const QString &file, const QString &m
     QString error;
     if (!file.isEmpty() && !project.open(file, &error))
         return 1;
-    project.addClip(project.importMedia(media, &error));
+    ProjectClip *clip = project.addClip(project.importMedia(media, &error));
     autosave.flush();
+    Edit edit(clip);
+    project.beginEditing(clip, edit.timeline());
+    QFile::remove(autosave.file());
+    autosave.setInterval(1);
+    // Painted, not applied: it is there again by itself.
+    if (!edit.controller->setMatte(3, EditClip::instance().matte(3))
+        || !QTest::qWaitFor([&] { return QFile::exists(autosave.file()); }, 10000))
+        return 1;
     std::printf("ready\n");
     std::fflush(stdout);
     return QCoreApplication::exec();
@@ -79,6 +106,14 @@ private Q_SLOTS:
             QVERIFY2(autosave.recover(found.first(), &error), qPrintable(error));
             QVERIFY(project.isDirty() && project.clipCount() == 1 && project.path() == file);
             QCOMPARE(project.id() == savedId, hasFile);
+            {
+                Edit edit(project.clipAt(0));
+                project.beginEditing(project.clipAt(0), edit.timeline());
+                QCOMPARE(edit.timeline()->shownService()->segments().matteAt(3),
+                         EditClip::instance().matte(3));
+                QVERIFY(!project.clipAt(0)->isCutOut());
+                project.endEditing(Project::DraftFate::Kept);
+            }
             // It is this editor's now, until everything is saved.
             QCOMPARE(autosave.file(), found.first().file);
             QVERIFY(QFile::exists(autosave.file()));

@@ -39,10 +39,11 @@ public:
     }
     ~ClipWorkspace() { releaseSmartKeyingEditController(controller); }
 
-    ZkStudioSmartKeyingService *service() const
+    ZkStudioTimeline *timeline() const
     {
-        return static_cast<ZkStudioTimeline *>(controller->editTimeline())->shownService();
+        return static_cast<ZkStudioTimeline *>(controller->editTimeline());
     }
+    ZkStudioSmartKeyingService *service() const { return timeline()->shownService(); }
     bool track() const
     {
         controller->startTracking(0, ZKSMARTKEYING::TrackForward, ZKSMARTKEYING::TrackToClipEnd);
@@ -193,6 +194,64 @@ private Q_SLOTS:
         QVERIFY(again.track() && again.apply());
         QVERIFY(other.isDirty());
         QCOMPARE(other.undoRedoService()->undoText(), QStringLiteral("Smart Cutout"));
+    }
+
+    void keepsDraftsBesideWhatWasApplied()
+    {
+        ProjectClip *clip = addClip(EditClip::instance().path());
+        save();
+        const QSignalSpy changed(&*project, &Project::contentChanged);
+        QByteArray painted;
+        {
+            ClipWorkspace workspace(clip);
+            project->beginEditing(clip, workspace.timeline());
+            workspace.service()->setPreviewType(ZKSMARTKEYING::GridPreview);
+            QVERIFY(project->clipsWithDrafts().isEmpty() && !project->isDirty());
+            QVERIFY(workspace.controller->setMatte(0, EditClip::instance().matte(0)));
+            QVERIFY(project->isDirty() && changed.count() == 1);
+            QVERIFY(workspace.timeline()->undoRedoService()->undo());
+            QVERIFY(!project->isDirty() && project->clipsWithDrafts().isEmpty());
+            QVERIFY(workspace.timeline()->undoRedoService()->redo());
+            QVERIFY(workspace.track());
+            QVERIFY(changed.count() > EditClip::frames); // as the results come
+            workspace.controller->editClip()->effects()->add(
+                ZkStudioEffect::fromLookJson(borderLook, QStringLiteral("edge-slug"), nullptr));
+            save();
+            QVERIFY(!project->isDirty());
+            painted = contentOf(workspace.service());
+            project->endEditing(Project::DraftFate::Dropped); // cancelled
+        }
+        QVERIFY(project->isDirty() && project->clipsWithDrafts().isEmpty());
+
+        Project other;
+        QVERIFY2(other.open(file, &error), qPrintable(error));
+        clip = other.clipAt(0);
+        QVERIFY(!other.isDirty() && !clip->isCutOut());
+        QCOMPARE(other.clipsWithDrafts(), QVector<ProjectClip *> {clip});
+        {
+            ClipWorkspace workspace(clip);
+            other.beginEditing(clip, workspace.timeline());
+            QCOMPARE(contentOf(workspace.service()), painted);
+            const IZkEffectList *effects = workspace.timeline()->clip()->effects();
+            QCOMPARE(effects->effectAt(0)->descriptor()->slug(), QStringLiteral("edge-slug"));
+            QVERIFY(!other.isDirty());
+            QCOMPARE(workspace.timeline()->undoRedoService()->undoStepCount(), 1);
+            QVERIFY(workspace.timeline()->undoRedoService()->undo());
+            QVERIFY(workspace.service()->segments().isEmpty() && effects->count() == 0);
+            QVERIFY(other.isDirty());
+            QVERIFY(workspace.timeline()->undoRedoService()->redo());
+            QVERIFY(!other.isDirty() && contentOf(workspace.service()) == painted);
+            other.endEditing(Project::DraftFate::Kept);
+            QCOMPARE(clip->drafts().size(), 1);
+            other.beginEditing(clip, workspace.timeline());
+            QVERIFY(workspace.apply());
+            other.endEditing(Project::DraftFate::Dropped);
+        }
+        QVERIFY(other.isDirty() && other.clipsWithDrafts().isEmpty());
+        QVERIFY(other.save(file, &error) && project->open(file, &error));
+        QVERIFY(project->clipAt(0)->isCutOut() && project->clipsWithDrafts().isEmpty());
+        QCOMPARE(contentOf(project->clipAt(0)->clip()->studioService(ZKSMARTKEYING::SmartCutout)),
+                 painted);
     }
 
     void hasOneHistoryForAllClips()

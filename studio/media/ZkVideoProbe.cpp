@@ -17,8 +17,11 @@ namespace zk::media {
 
 namespace {
 
-// Enough packets to tell an even rate from an uneven one.
+// Enough packets to tell an even rate from an uneven one. Where pictures are large, as between editors, so
+// many of them are all of the file, and reading that takes as long as copying it: fewer must do.
 constexpr int HeadPackets = 2000;
+constexpr int HeadPictures = 100;
+constexpr qint64 HeadBytes = 64 * 1024 * 1024;
 // Time stamps of the head's last packets may still be missing their reordered neighbours.
 constexpr int ReorderReserve = 16;
 constexpr int64_t MicroSeconds = 1000000;
@@ -43,13 +46,18 @@ struct PacketSurvey
     int64_t lastStamp = AV_NOPTS_VALUE;
     int64_t lastDuration = 0;
     qint64 pictures = 0;
+    qint64 bytes = 0; // of these
+    bool isSampled = false; // between head and tail there is more that was not read
     int64_t endOfAll = 0; // of all streams, in microseconds
     // Reordered pictures in AVI, in MPEG program streams and bare ones say at best when they are
     // decoded. What libav makes of that is wrong after a seek, so all that counts is their order.
     bool isUntimed = false;
     bool sawEnd = false;
 
-    bool isHeadKnown() const { return pictures >= HeadPackets; }
+    bool isHeadKnown() const
+    {
+        return pictures >= HeadPackets || (pictures >= HeadPictures && bytes >= HeadBytes);
+    }
 };
 
 void noteEnd(const AVStream &stream, const AVPacket &packet, PacketSurvey *survey)
@@ -65,6 +73,7 @@ void notePicture(const AVPacket &packet, PacketSurvey *survey)
 {
     const bool isInHead = !survey->isHeadKnown();
     ++survey->pictures;
+    survey->bytes += packet.size;
     if (isInHead && packet.dts != AV_NOPTS_VALUE)
         survey->headDecodeStamps.append(packet.dts);
     if (packet.pts == AV_NOPTS_VALUE) {
@@ -120,10 +129,19 @@ PacketSurvey surveyPackets(VideoFile &file)
     const int64_t headEnd = result.lastStamp;
     if (result.isUntimed || seekToTail(file, result))
         survey(file, false, &result);
+    result.isSampled = !result.isUntimed;
     // A seek that led nowhere: the long way is still exact.
     if (!result.isUntimed && result.lastStamp == headEnd && file.rewind())
         survey(file, false, &result);
     return result;
+}
+
+// In a short head rates that are close to each other look alike. The wrong one has drifted by the end.
+bool endsInTime(const PacketSurvey &survey, const FrameClock &clock)
+{
+    const int64_t off = survey.lastStamp - clock.stampOf(clock.frameOf(survey.lastStamp));
+    const int64_t millisecond = av_rescale_q(1, {1, 1000}, clock.timeBase);
+    return std::abs(off) <= 2 * std::max<int64_t>(millisecond, 1);
 }
 
 bool isGif(const VideoFile &file)
@@ -147,7 +165,8 @@ bool isEven(const PacketSurvey &survey, FrameClock clock, AVRational rate)
         if (clock.frameOf(stamps.at(i)) != i)
             return false;
     }
-    return true;
+    const bool isShortHead = survey.isSampled && stamps.size() < HeadPackets;
+    return !isShortHead || endsInTime(survey, clock);
 }
 
 // An uneven clip runs at the rate that holds all its time stamps, if that is not wastefully high.

@@ -1,12 +1,11 @@
 // What "zkstudio cutout" was asked to do.
 #pragma once
 
-#include "ZkExitCode.h"
-#include "ZkExportSettings.h"
+#include "ZkCommandOptions.h"
 
 namespace zk::app {
 
-struct CutoutOptions : ExportSettings
+struct CutoutOptions : CommandOptions
 {
     enum class Direction { Forward, Backward, Both };
 
@@ -22,8 +21,6 @@ struct CutoutOptions : ExportSettings
     QString truthFolder; // %05d.png true mattes to compare with
     QString libraryFolder; // empty: the user's
     QString presetServer;
-    bool json = false;
-    bool isHelp = false; // nothing but the help was asked for
 
     // Success, and *this is complete, or the code to leave with; message then holds the
     // help or what is wrong. The arguments come without the program's and the command's name.
@@ -31,6 +28,8 @@ struct CutoutOptions : ExportSettings
     static QString help();
 
 private:
+    static const Command command;
+    static void addOptions(QCommandLineParser *parser);
     ExitCode check(QString *message);
     bool readMatte(const QString &text);
     bool readDirection(const QString &text);

@@ -9,44 +9,6 @@ namespace zk::app {
 
 namespace {
 
-void addOptions(QCommandLineParser *parser)
-{
-    const auto add = [parser](const char *name, const char *description, const char *value) {
-        parser->addOption({QString::fromLatin1(name),
-                           QString::fromLatin1(description),
-                           QString::fromLatin1(value)});
-    };
-    add("clip", "Only the clip of that number, from 1; otherwise all.", "N");
-    add("format", "Of outputs that are folders: mov (default), webm, mkv, mp4 or png.", "SUFFIX");
-    add("background",
-        "Under the cutout in an .mp4: a colour (#rrggbb or a name) or a picture.",
-        "COLOUR|PICTURE");
-    parser->addOption(
-        {QStringLiteral("matte"), QStringLiteral("Write the matte instead of the cutout.")});
-    parser->addOption({QStringLiteral("json"), QStringLiteral("Print one JSON object per line.")});
-    parser->addOption(
-        {{QStringLiteral("o"), QStringLiteral("output")},
-         QStringLiteral("Output; may be given several times. The suffix picks the format: "
-                        ".mov ProRes 4444, .webm VP9, .mkv FFV1, .mp4 H.264, "
-                        "DIR/%05d.png a picture sequence. Several clips need a folder, or %02d "
-                        "in the name for the number of the clip."),
-         QStringLiteral("OUT")});
-    parser->addOption(
-        {{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("This text.")});
-    parser->addPositionalArgument(QStringLiteral("PROJECT"),
-                                  QStringLiteral("Project file of ZkStudio."));
-}
-
-QString examples()
-{
-    return QStringLiteral("\nExamples:\n"
-                          "  zkstudio export film.zkproj --clip 1 -o cutout.mov\n"
-                          "  zkstudio export film.zkproj -o 'clips/scene-%02d.webm'\n"
-                          "  zkstudio export film.zkproj --format png -o clips/\n"
-                          "  zkstudio export film.zkproj --matte -o 'mattes/%02d/%05d.png'\n"
-                          "\nCtrl+C stops; no half-written file is left behind.\n");
-}
-
 const QRegularExpression &numberPattern()
 {
     static const QRegularExpression pattern(QStringLiteral("%0\\dd"));
@@ -76,39 +38,43 @@ QString withClipNumber(const QString &path, int number)
 
 } // namespace
 
+const CommandOptions::Command ExportOptions::command {
+    "export",
+    "Writes the clips of a project as they were saved, with their cutouts.",
+    "one project",
+    "  zkstudio export film.zkproj --clip 1 -o cutout.mov\n"
+    "  zkstudio export film.zkproj -o 'clips/scene-%02d.webm'\n"
+    "  zkstudio export film.zkproj --format png -o clips/\n"
+    "  zkstudio export film.zkproj --matte -o 'mattes/%02d/%05d.png'\n"};
+
+void ExportOptions::addOptions(QCommandLineParser *parser)
+{
+    addOption(parser, "clip", "Only the clip of that number, from 1; otherwise all.", "N");
+    addOption(parser,
+              "format",
+              "Of outputs that are folders: mov (default), webm, mkv, mp4 or png.",
+              "SUFFIX");
+    addCommonOptions(
+        parser, " Several clips need a folder, or %02d in the name for the number of the clip.");
+    parser->addPositionalArgument(QStringLiteral("PROJECT"),
+                                  QStringLiteral("Project file of ZkStudio."));
+}
+
 QString ExportOptions::help()
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("Writes the clips of a project as they were saved, with their cutouts."));
     addOptions(&parser);
-    // Qt names the program by its path and knows no commands.
-    static const QRegularExpression usage(QStringLiteral("^Usage: .*\\[options\\]"));
-    return parser.helpText().replace(usage, QStringLiteral("Usage: zkstudio export [options]"))
-        + examples();
+    return helpText(&parser, command);
 }
 
 ExitCode ExportOptions::parse(const QStringList &arguments, QString *message)
 {
     QCommandLineParser parser;
     addOptions(&parser);
-    const bool parsed = parser.parse(QStringList(QStringLiteral("zkstudio")) + arguments);
-    json = parser.isSet(QStringLiteral("json"));
-    if (parser.isSet(QStringLiteral("help"))) {
-        isHelp = true;
-        *message = help();
-        return ExitCode::Success;
-    }
-    *message = parser.errorText();
-    if (!parsed)
-        return ExitCode::Usage;
-    *message = QStringLiteral("give exactly one project, see zkstudio export --help");
-    if (parser.positionalArguments().size() != 1)
-        return ExitCode::Usage;
+    ExitCode code = ExitCode::Usage;
+    if (!readCommon(&parser, command, arguments, message, &code))
+        return code;
     project = parser.positionalArguments().constFirst();
-    matteOnly = parser.isSet(QStringLiteral("matte"));
-    outputs = parser.values(QStringLiteral("output"));
-
     bool isNumber = true;
     if (parser.isSet(QStringLiteral("clip")))
         clip = parser.value(QStringLiteral("clip")).toInt(&isNumber);
@@ -119,10 +85,7 @@ ExitCode ExportOptions::parse(const QStringList &arguments, QString *message)
     const bool hasFormat = parser.isSet(QStringLiteral("format"));
     if (!readFormat(hasFormat ? parser.value(QStringLiteral("format")) : QStringLiteral("mov")))
         return ExitCode::Usage;
-    *message =
-        QStringLiteral("--background must be a colour (#rrggbb or a name) or a picture file");
-    if (parser.isSet(QStringLiteral("background"))
-        && !setBackground(parser.value(QStringLiteral("background"))))
+    if (!readBackground(parser, message))
         return ExitCode::Usage;
     return check(message);
 }
@@ -139,17 +102,12 @@ bool ExportOptions::readFormat(const QString &text)
 
 ExitCode ExportOptions::check(QString *message)
 {
-    *message = QStringLiteral("say where the result goes, with -o OUT");
-    if (outputs.isEmpty())
+    if (!checkOutputs(message))
         return ExitCode::Usage;
     for (const QString &path : qAsConst(outputs)) {
         media::OutputFormat ignored;
         if (!isFolder(path) && !media::formatFor(path, &ignored, message))
             return ExitCode::Usage;
-    }
-    if (outputs.removeDuplicates() > 0) {
-        *message = QStringLiteral("the same output is given twice");
-        return ExitCode::Usage;
     }
     message->clear();
     return ExitCode::Success;

@@ -1,18 +1,15 @@
 // What "zkstudio export" was asked to do.
 #pragma once
 
-#include "ZkExitCode.h"
-#include "ZkExportSettings.h"
+#include "ZkCommandOptions.h"
 
 namespace zk::app {
 
-struct ExportOptions : ExportSettings
+struct ExportOptions : CommandOptions
 {
     QString project;
     int clip = 0; // from 1; 0: all
     QString format; // suffix of outputs that are folders, with the dot or "/%05d.png"
-    bool json = false;
-    bool isHelp = false; // nothing but the help was asked for
 
     // Success, and *this is complete, or the code to leave with; message then holds the help or what is
     // wrong. The arguments come without the program's and the command's name.
@@ -27,6 +24,8 @@ struct ExportOptions : ExportSettings
         int number, const QString &clipName, int count, QStringList *paths, QString *error) const;
 
 private:
+    static const Command command;
+    static void addOptions(QCommandLineParser *parser);
     ExitCode check(QString *message);
     bool readFormat(const QString &text);
 };

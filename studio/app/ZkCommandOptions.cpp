@@ -1,0 +1,94 @@
+#include "ZkCommandOptions.h"
+
+#include <QCommandLineParser>
+#include <QRegularExpression>
+
+namespace zk::app {
+
+void CommandOptions::addOption(QCommandLineParser *parser,
+                               const char *name,
+                               const char *description,
+                               const char *value)
+{
+    parser->addOption(
+        {QString::fromLatin1(name), QString::fromLatin1(description), QString::fromLatin1(value)});
+}
+
+void CommandOptions::addFlag(QCommandLineParser *parser, const char *name, const char *description)
+{
+    parser->addOption({QString::fromLatin1(name), QString::fromLatin1(description)});
+}
+
+void CommandOptions::addCommonOptions(QCommandLineParser *parser, const char *onOutputs)
+{
+    addOption(parser,
+              "background",
+              "Under the cutout in an .mp4: a colour (#rrggbb or a name) or a picture.",
+              "COLOUR|PICTURE");
+    addFlag(parser, "matte", "Write the matte instead of the cutout.");
+    addFlag(parser, "json", "Print one JSON object per line.");
+    parser->addOption(
+        {{QStringLiteral("o"), QStringLiteral("output")},
+         QStringLiteral("Output; may be given several times. The suffix picks the format: "
+                        ".mov ProRes 4444, .webm VP9, .mkv FFV1, .mp4 H.264, "
+                        "DIR/%05d.png a picture sequence.")
+             + QLatin1String(onOutputs),
+         QStringLiteral("OUT")});
+    parser->addOption(
+        {{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("This text.")});
+}
+
+QString CommandOptions::helpText(QCommandLineParser *parser, const Command &command)
+{
+    parser->setApplicationDescription(QString::fromLatin1(command.purpose));
+    // Qt names the program by its path and knows no commands.
+    static const QRegularExpression usage(QStringLiteral("^Usage: .*\\[options\\]"));
+    return parser->helpText().replace(
+               usage,
+               QStringLiteral("Usage: zkstudio %1 [options]").arg(QLatin1String(command.name)))
+        + QStringLiteral("\nExamples:\n") + QString::fromLatin1(command.examples)
+        + QStringLiteral("\nCtrl+C stops; no half-written file is left behind.\n");
+}
+
+bool CommandOptions::readCommon(QCommandLineParser *parser,
+                                const Command &command,
+                                const QStringList &arguments,
+                                QString *message,
+                                ExitCode *code)
+{
+    const bool isParsed = parser->parse(QStringList(QStringLiteral("zkstudio")) + arguments);
+    json = parser->isSet(QStringLiteral("json"));
+    matteOnly = parser->optionNames().contains(QStringLiteral("matte"));
+    outputs = parser->values(QStringLiteral("output"));
+    isHelp = parser->isSet(QStringLiteral("help"));
+    *code = isHelp ? ExitCode::Success : ExitCode::Usage;
+    if (isHelp)
+        *message = helpText(parser, command);
+    else if (!isParsed)
+        *message = parser->errorText();
+    else if (parser->positionalArguments().size() != 1)
+        *message = QStringLiteral("give exactly %1, see zkstudio %2 --help")
+                       .arg(QLatin1String(command.subject), QLatin1String(command.name));
+    else
+        return true;
+    return false;
+}
+
+bool CommandOptions::readBackground(const QCommandLineParser &parser, QString *message)
+{
+    const QString name = QStringLiteral("background");
+    *message =
+        QStringLiteral("--background must be a colour (#rrggbb or a name) or a picture file");
+    return !parser.isSet(name) || setBackground(parser.value(name));
+}
+
+bool CommandOptions::checkOutputs(QString *message)
+{
+    *message = QStringLiteral("say where the result goes, with -o OUT");
+    if (outputs.isEmpty())
+        return false;
+    *message = QStringLiteral("the same output is given twice");
+    return outputs.removeDuplicates() == 0;
+}
+
+} // namespace zk::app

@@ -46,14 +46,8 @@ bool ProjectClip::isCutOut() const
 
 void ProjectClip::setMedia(const MediaEntry &media)
 {
-    setMedia(media, clip()->inFrame());
-}
-
-void ProjectClip::setMedia(const MediaEntry &media, qint64 inFrame)
-{
-    m_mediaId = media.id;
     m_isOffline = media.isMissing();
-    clip()->setMedia(media.info, inFrame);
+    clip()->setMedia(media.info);
 }
 
 } // namespace zk::datamodel

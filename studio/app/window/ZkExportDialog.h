@@ -16,8 +16,8 @@ namespace zk::app {
 
 class ExportForm;
 
-// Asks what to write and where, and writes it. Closing it while it writes cancels. The project is not owned
-// and must not be replaced while the dialog is open.
+// Asks what to write and where, and writes it: the clips as they are when it starts, so the editor is free to
+// go on meanwhile. Closing it while it writes cancels. The project is not owned and must outlive the dialog.
 class ExportDialog : public QDialog
 {
     Q_OBJECT

@@ -17,11 +17,12 @@
 
 namespace zk::app {
 
+using datamodel::Project;
 using datamodel::ProjectClip;
 
 namespace {
 
-constexpr int allClips = -1; // data of the clip box; otherwise the index of a clip
+constexpr qint64 allClips = -1; // data of the clip box; otherwise the id of a clip
 
 bool isSequence(const ExportFormat &format)
 {
@@ -67,17 +68,37 @@ void ExportForm::setUpChoices()
     m_matteOnly->setObjectName(QStringLiteral("ExportDialog_MatteOnly"));
     m_clip->setAccessibleName(tr("Clip"));
     m_format->setAccessibleName(tr("Format"));
+    for (const ExportFormat &format : m_formats)
+        m_format->addItem(format.name);
+    listClips(0);
+}
+
+// With that clip chosen, or else the current one.
+void ExportForm::listClips(qint64 chosen)
+{
+    const QSignalBlocker quiet(m_clip);
+    m_clip->clear();
     for (int i = 0; i < m_project->clipCount(); ++i) {
         const ProjectClip *clip = m_project->clipAt(i);
         if (!clip->isOffline())
-            m_clip->addItem(QStringLiteral("%1. %2").arg(i + 1).arg(clip->name()), i);
+            m_clip->addItem(QStringLiteral("%1. %2").arg(i + 1).arg(clip->name()), clip->id());
     }
     if (m_clip->count() > 1)
         m_clip->addItem(tr("All clips, a file each"), allClips);
-    m_clip->setCurrentIndex(
-        qMax(0, m_clip->findData(m_project->indexOf(m_project->currentClip()))));
-    for (const ExportFormat &format : m_formats)
-        m_format->addItem(format.name);
+    const ProjectClip *current = m_project->currentClip();
+    const int place = m_clip->findData(chosen);
+    m_clip->setCurrentIndex(place >= 0 ? place
+                                       : qMax(0, m_clip->findData(current ? current->id() : 0)));
+}
+
+// The project goes on while the form is open. What was typed stays where the choice does.
+void ExportForm::followProject()
+{
+    const QVariant chosen = m_clip->currentData();
+    listClips(chosen.toLongLong());
+    if (m_clip->currentData() != chosen)
+        proposeTarget();
+    refresh();
 }
 
 QWidget *ExportForm::createTargetRow()
@@ -132,11 +153,11 @@ const ExportFormat &ExportForm::format() const
 QVector<const ProjectClip *> ExportForm::chosenClips() const
 {
     QVector<const ProjectClip *> clips;
-    const int chosen = m_clip->currentData().toInt();
+    const qint64 chosen = m_clip->currentData().toLongLong();
     for (int row = 0; row < m_clip->count(); ++row) {
-        const int index = m_clip->itemData(row).toInt();
-        if (index != allClips && (chosen == allClips || index == chosen))
-            clips.append(m_project->clipAt(index));
+        const ProjectClip *clip = m_project->findClip(m_clip->itemData(row).toLongLong());
+        if (clip && (chosen == allClips || chosen == clip->id()))
+            clips.append(clip);
     }
     return clips;
 }
@@ -240,6 +261,15 @@ void ExportForm::connectChoices()
         connect(box, changed, this, &ExportForm::refresh);
     connect(m_matteOnly, &QCheckBox::toggled, this, &ExportForm::refresh);
     connect(m_target, &QLineEdit::textChanged, this, &ExportForm::refresh);
+    const auto follow = [this] { followProject(); };
+    for (const auto signal :
+         {&Project::clipAdded, &Project::clipRemoved, &Project::clipMoved, &Project::clipChanged})
+        connect(m_project, signal, this, follow);
+    connect(m_project, &Project::reset, this, [this] {
+        listClips(0);
+        proposeTarget();
+        refresh();
+    });
 }
 
 void ExportForm::refresh()

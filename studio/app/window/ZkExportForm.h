@@ -17,8 +17,8 @@ class ProjectClip;
 
 namespace zk::app {
 
-// What to export, in which format, and where to. The project is not owned and must not be replaced
-// meanwhile.
+// What to export, in which format, and where to. Follows the project, which is not owned and must outlive
+// the form.
 class ExportForm : public QWidget
 {
     Q_OBJECT
@@ -47,6 +47,8 @@ private:
     };
 
     void setUpChoices();
+    void listClips(qint64 chosen);
+    void followProject();
     QWidget *createTargetRow();
     QWidget *createBackgroundRow();
     void connectChoices();

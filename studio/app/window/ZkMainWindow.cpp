@@ -76,7 +76,7 @@ MainWindow::MainWindow(const EditorConfig &config, Language *language)
     , m_actions(this)
     , m_pages(new QStackedWidget(this))
     , m_editor(new EditorPage(m_project.get(), m_actions, &m_scene, m_pages))
-    , m_workspace(std::make_unique<WorkspaceHost>(m_pages, m_manager.get()))
+    , m_workspace(std::make_unique<WorkspaceHost>(m_pages, m_project.get(), m_manager.get()))
     , m_controller(
           std::make_unique<ProjectController>(m_project.get(), config.autosaveFolder, this))
     , m_commands(std::make_unique<ClipCommands>(m_project.get(), m_actions, m_editor, this))
@@ -134,11 +134,11 @@ void MainWindow::openProject(const QString &path)
 
 void MainWindow::openWorkspace()
 {
-    const datamodel::ProjectClip *clip = m_project->currentClip();
+    datamodel::ProjectClip *clip = m_project->currentClip();
     if (!clip || clip->isOffline())
         return;
     m_editor->preview()->player()->stopPlay();
-    m_workspace->open(*clip);
+    m_workspace->open(clip);
 }
 
 void MainWindow::onWorkspaceOpened()
@@ -158,11 +158,22 @@ void MainWindow::onWorkspaceClosed()
 
 void MainWindow::openExport()
 {
-    if (m_export)
+    if (!m_export) {
+        m_export = new ExportDialog(m_project.get(), this);
+        m_export->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    m_export->show();
+    m_export->raise();
+    m_export->activateWindow();
+}
+
+// It has no texts that change while it is open.
+void MainWindow::reopenExport()
+{
+    if (!m_export || m_export->isExporting())
         return;
-    m_export = new ExportDialog(m_project.get(), this);
-    m_export->setAttribute(Qt::WA_DeleteOnClose);
-    m_export->open();
+    delete m_export;
+    openExport();
 }
 
 void MainWindow::openSettings()
@@ -184,8 +195,10 @@ bool MainWindow::mayClose()
                     tr("An export is under way. What it has written so far is removed."),
                     tr("Cancel the Export")))
         return false;
+    if (!m_controller->mayClose())
+        return false;
     delete m_export;
-    return m_controller->mayLeave();
+    return true;
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)
@@ -216,8 +229,10 @@ bool MainWindow::event(QEvent *event)
 void MainWindow::changeEvent(QEvent *event)
 {
     QMainWindow::changeEvent(event);
-    if (event->type() == QEvent::LanguageChange)
+    if (event->type() == QEvent::LanguageChange) {
         retranslate();
+        reopenExport();
+    }
     // Files may have been moved or brought back meanwhile.
     if (event->type() == QEvent::ActivationChange && isActiveWindow() && !m_workspace->isOpen())
         m_project->checkMedia();

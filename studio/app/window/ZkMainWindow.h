@@ -63,11 +63,13 @@ private:
     void connectParts();
     void retranslate();
     void showTitle();
+    void showNotice(const QString &text);
     void showImport(int done, int count, const QString &file);
     void openWorkspace();
     void onWorkspaceOpened();
     void onWorkspaceClosed();
     void openExport();
+    void reopenExport();
     void openSettings();
     void openShortcuts();
     void openProject(const QString &path);

@@ -178,12 +178,16 @@ void MainWindow::connectParts()
 {
     connect(m_controller.get(), &ProjectController::titleChanged, this, &MainWindow::showTitle);
     connect(m_controller.get(), &ProjectController::openRequested, this, &MainWindow::openProject);
-    connect(m_controller.get(), &ProjectController::notice, this, [this](const QString &text) {
-        statusBar()->showMessage(text, noticeMs);
-    });
+    connect(m_controller.get(), &ProjectController::notice, this, &MainWindow::showNotice);
     connect(m_editor->clipList(), &ClipList::activated, this, &MainWindow::openWorkspace);
     connect(m_workspace.get(), &WorkspaceHost::opened, this, &MainWindow::onWorkspaceOpened);
     connect(m_workspace.get(), &WorkspaceHost::closed, this, &MainWindow::onWorkspaceClosed);
+    connect(m_workspace.get(), &WorkspaceHost::notice, this, &MainWindow::showNotice);
+}
+
+void MainWindow::showNotice(const QString &text)
+{
+    statusBar()->showMessage(text, noticeMs);
 }
 
 void MainWindow::retranslate()

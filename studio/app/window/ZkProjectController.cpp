@@ -1,12 +1,12 @@
 #include "ZkProjectController.h"
 
+#include "ZkBusyCursor.h"
 #include "ZkPreferences.h"
 #include "ZkPrompts.h"
 #include "ZkRecoveryDialog.h"
 
 #include "project/ZkProject.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -19,16 +19,6 @@ using datamodel::MediaEntry;
 using datamodel::Project;
 
 namespace {
-
-class BusyCursor
-{
-public:
-    BusyCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~BusyCursor() { QApplication::restoreOverrideCursor(); }
-
-private:
-    Q_DISABLE_COPY(BusyCursor)
-};
 
 QString withSuffix(const QString &path)
 {
@@ -54,6 +44,7 @@ ProjectController::ProjectController(Project *project,
     , m_window(window)
     , m_autosaveFolder(autosaveFolderOf(autosaveFolder))
     , m_autosave(project, m_autosaveFolder)
+    , m_reading(window)
 {
     connect(project, &Project::pathChanged, this, &ProjectController::titleChanged);
     connect(project, &Project::dirtyChanged, this, &ProjectController::titleChanged);
@@ -92,12 +83,20 @@ bool ProjectController::mayLeave()
     case SaveChoice::Save:
         return saveNow();
     case SaveChoice::Discard:
-        m_autosave.drop();
+        // Until another project is there, nothing is lost; then the autosave goes by itself.
         return true;
     case SaveChoice::Cancel:
         break;
     }
     return false;
+}
+
+bool ProjectController::mayClose()
+{
+    if (!mayLeave())
+        return false;
+    m_autosave.drop();
+    return true;
 }
 
 bool ProjectController::saveNow()
@@ -146,19 +145,28 @@ bool ProjectController::open(const QString &path)
 bool ProjectController::openNow(const QString &path)
 {
     QString error;
-    bool opened = false;
-    {
-        const BusyCursor busy;
-        opened = m_project->open(path, &error);
-    }
-    if (!opened) {
-        warnUser(m_window, tr("The project could not be opened"), error);
+    const QScopedValueRollback<bool> asking(m_isAsking, true);
+    if (!m_project->open(path, &error, m_reading.function())) {
+        if (!error.isEmpty())
+            warnUser(m_window, tr("The project could not be opened"), error);
         return false;
     }
     m_recent.add(path);
     Preferences::rememberFolderOf(Preferences::ProjectFolder, path);
+    Q_EMIT notice(unfinishedWork());
     reportMissingMedia();
     return true;
+}
+
+QString ProjectController::unfinishedWork() const
+{
+    QStringList names;
+    const QVector<datamodel::ProjectClip *> clips = m_project->clipsWithDrafts();
+    for (const datamodel::ProjectClip *clip : clips)
+        names.append(clip->name());
+    return names.isEmpty()
+        ? QString()
+        : tr("Smart Cutout has unfinished work on %1.").arg(names.join(QLatin1String(", ")));
 }
 
 void ProjectController::reportMissingMedia()
@@ -242,11 +250,14 @@ void ProjectController::offerRecovery()
 void ProjectController::recover(const datamodel::RecoverableProject &project)
 {
     QString error;
-    if (!m_autosave.recover(project, &error)) {
-        warnUser(m_window, tr("The project could not be recovered"), error);
+    const QScopedValueRollback<bool> asking(m_isAsking, true);
+    if (!m_autosave.recover(project, &error, m_reading.function())) {
+        if (!error.isEmpty())
+            warnUser(m_window, tr("The project could not be recovered"), error);
         return;
     }
-    Q_EMIT notice(tr("Recovered. Save the project to keep it."));
+    const QString recovered = tr("Recovered. Save the project to keep it.");
+    Q_EMIT notice((recovered + QLatin1Char(' ') + unfinishedWork()).trimmed());
     reportMissingMedia();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZkProjectReading.h"
 #include "ZkRecentFiles.h"
 
 #include "project/ZkAutosave.h"
@@ -27,6 +28,8 @@ public:
 
     // True: nothing is unsaved that the user wants. Asks, and saves if that is the answer.
     bool mayLeave();
+    // The same at the end of the window: what is not wanted is not offered again.
+    bool mayClose();
     // Each asks before unsaved changes are lost. False: nothing has changed.
     bool startNew();
     bool open(); // asks which
@@ -57,12 +60,14 @@ private:
     bool startSaving(const QString &path);
     void onSaved(bool success, const QString &error);
     void reportMissingMedia();
+    QString unfinishedWork() const;
     void recover(const datamodel::RecoverableProject &project);
 
     datamodel::Project *const m_project;
     QWidget *const m_window;
     const QString m_autosaveFolder;
     datamodel::Autosave m_autosave;
+    ProjectReading m_reading;
     RecentFiles m_recent;
     QString m_savingTo; // in the thread; empty: nothing
     bool m_isAsking = false;

@@ -2,7 +2,8 @@
 
 #include "ZkWorkspacePage.h"
 
-#include "project/ZkProjectClip.h"
+#include "ZkSmartKeyingPresenter.h"
+#include "project/ZkProject.h"
 #include "timeline/ZkStudioTimeline.h"
 
 #include <QSettings>
@@ -11,6 +12,8 @@
 #include <utility>
 
 namespace zk::app {
+
+using datamodel::Project;
 
 namespace {
 
@@ -21,8 +24,11 @@ QString layoutKey()
 
 } // namespace
 
-WorkspaceHost::WorkspaceHost(QStackedWidget *pages, ZkStudioProjectManager *manager)
+WorkspaceHost::WorkspaceHost(QStackedWidget *pages,
+                             Project *project,
+                             ZkStudioProjectManager *manager)
     : m_pages(pages)
+    , m_project(project)
     , m_manager(manager)
 { }
 
@@ -36,18 +42,33 @@ WorkspacePage *WorkspaceHost::page() const
     return m_page;
 }
 
-void WorkspaceHost::open(const datamodel::ProjectClip &clip)
+void WorkspaceHost::open(datamodel::ProjectClip *clip)
 {
     if (m_page)
         return;
-    m_page = new WorkspacePage(clip.clip(), m_manager, m_pages);
+    m_page = new WorkspacePage(clip->clip(), m_manager, m_pages);
     m_page->restoreLayout(QSettings().value(layoutKey()).toByteArray());
     connect(m_page, &WorkspacePage::closed, this, &WorkspaceHost::onClosed);
     connect(m_page, &WorkspacePage::closeRefused, this, [this] { m_next = nullptr; });
     connect(m_page, &WorkspacePage::undoRedoChanged, this, &WorkspaceHost::undoRedoChanged);
+    watch(clip);
     m_pages->addWidget(m_page);
     m_pages->setCurrentWidget(m_page);
     Q_EMIT opened();
+}
+
+void WorkspaceHost::watch(datamodel::ProjectClip *clip)
+{
+    if (!m_page->isOpen())
+        return;
+    const bool hasDraft = !clip->drafts().isEmpty();
+    m_project->beginEditing(clip,
+                            dynamic_cast<ZkStudioTimeline *>(m_page->presenter()->editTimeline()));
+    connect(m_page, &WorkspacePage::leaving, this, [this](bool byUser) {
+        m_project->endEditing(byUser ? Project::DraftFate::Dropped : Project::DraftFate::Kept);
+    });
+    if (hasDraft)
+        Q_EMIT notice(tr("Your unfinished work is back. Undo takes it away."));
 }
 
 void WorkspaceHost::closeThen(std::function<void()> function)

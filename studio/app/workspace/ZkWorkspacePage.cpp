@@ -46,10 +46,7 @@ WorkspacePage::Private::Private(WorkspacePage *page,
         presenter.reset();
 }
 
-WorkspacePage::Private::~Private()
-{
-    takeApart();
-}
+WorkspacePage::Private::~Private() = default;
 
 void WorkspacePage::Private::build()
 {
@@ -296,7 +293,10 @@ WorkspacePage::WorkspacePage(ZkStudioClip *clip, ZkStudioProjectManager *manager
             this, [this] { d->refuseToOpen(); }, Qt::QueuedConnection);
 }
 
-WorkspacePage::~WorkspacePage() = default;
+WorkspacePage::~WorkspacePage()
+{
+    d->takeApart();
+}
 
 bool WorkspacePage::isOpen() const
 {

@@ -68,6 +68,9 @@ Q_SIGNALS:
     // The workspace has been taken apart, and the page is empty: it may be deleted. Applied: the clip
     // carries the result.
     void closed(bool applied);
+    // Right before the presenter and its edit timeline go. By the user: with Apply or Cancel; otherwise the
+    // page is deleted while it is open.
+    void leaving(bool byUser);
     // The user was asked by requestClose() and goes on.
     void closeRefused();
     void undoRedoChanged();

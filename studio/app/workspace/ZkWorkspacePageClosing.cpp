@@ -197,6 +197,7 @@ void WorkspacePage::Private::takeApart()
     if (!presenter)
         return;
     layout = q->saveLayout();
+    emit q->leaving(isClosing);
     presenter->setClosing(true);
     presenter->disconnect(q);
     presenter->disconnect(bar);

@@ -141,13 +141,14 @@ public:
     ~EditorBench() { stop(); }
 
     // Again, as after the program was ended.
-    void start()
+    void start(const QUrl &presetServer = QUrl())
     {
         m_settings = std::make_unique<QSettings>();
         m_language = std::make_unique<app::Language>(m_settings.get());
         app::EditorConfig config;
         config.libraryFolder = file(QStringLiteral("presets"));
         config.autosaveFolder = autosaves();
+        config.presetServer = presetServer;
         window = std::make_unique<app::MainWindow>(config, m_language.get());
         window->show();
         window->activateWindow();

@@ -106,6 +106,26 @@ private Q_SLOTS:
         QVERIFY(child("ExportDialog_Export")->isVisible());
     }
 
+    // The editor goes on; what is written is what was there at the start.
+    void letsTheEditorBeUsedMeanwhile()
+    {
+        auto *clips = child<QComboBox>("ExportDialog_Clip");
+        clips->setCurrentIndex(clips->count() - 1);
+        QVERIFY(bench->project()->moveClip(0, 1));
+        QCOMPARE(clips->currentText(), QStringLiteral("All clips, a file each"));
+        QVERIFY(clips->itemText(0).endsWith(QLatin1String("second.mkv")));
+        type(bench->file(QStringLiteral("out.mov")));
+        QTest::mouseClick(child("ExportDialog_Export"), Qt::LeftButton);
+        QVERIFY(dialog()->isExporting() && !QApplication::activeModalWidget());
+        QVERIFY(bench->project()->save(bench->file(QStringLiteral("film.zkproj")), nullptr));
+        bench->press(Qt::Key_N, Qt::ControlModifier);
+        QVERIFY(bench->project()->clipCount() == 0 && clips->count() == 0);
+        QTRY_VERIFY_WITH_TIMEOUT(!dialog()->isExporting(), timeoutMs);
+        QVERIFY2(status()->text().contains(QLatin1String("2 clip")), qPrintable(status()->text()));
+        QVERIFY(QFile::exists(bench->file(QStringLiteral("out-02.mov"))));
+        QVERIFY(!child("ExportDialog_Export")->isEnabled());
+    }
+
     void cancels_data()
     {
         QTest::addColumn<bool>("closesWindow");

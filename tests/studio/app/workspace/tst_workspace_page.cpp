@@ -8,6 +8,7 @@
 
 #include <QCheckBox>
 #include <QLabel>
+#include <QShortcut>
 #include <QSignalSpy>
 #include <QSlider>
 #include <QStyleOptionSlider>
@@ -259,6 +260,20 @@ private Q_SLOTS:
             QTest::keyClick(slider, Qt::Key_Right);
         QCOMPARE(m_bench->service()->maskRegionAlpha(), 51);
         QCOMPARE(int(m_bench->presenter()->currentFrame()), frame);
+    }
+
+    // The help has the keys that there are, and no others.
+    void namesItsKeys()
+    {
+        QStringList live;
+        for (const QShortcut *shortcut : m_bench->page->findChildren<QShortcut *>())
+            live.append(shortcut->key().toString());
+        QStringList named;
+        for (const auto &key : WorkspacePage::shortcuts())
+            named.append(QKeySequence(key.first).toString());
+        live.sort();
+        named.sort();
+        QCOMPARE(named.join(QLatin1Char(' ')), live.join(QLatin1Char(' ')));
     }
 
     void opensOnAPicture()

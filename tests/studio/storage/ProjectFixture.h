@@ -13,7 +13,8 @@ inline storage::MatteRecord matteRecord(int seed, const QByteArray &pixels)
 inline storage::SegmentationRecord segmentationRecord(int type, const storage::MatteRecord &shared)
 {
     using namespace storage;
-    SegmentationRecord record {type, 1 + type, QStringLiteral("#40e53e4a"), 99, type == 1, {}, {}};
+    SegmentationRecord record {
+        type, 1 + type, QStringLiteral("#40e53e4a"), 99, type == 1, {}, {}, {}};
     NodeRecord node;
     node.frame = 4;
     node.revision = 77;
@@ -27,6 +28,9 @@ inline storage::SegmentationRecord segmentationRecord(int type, const storage::M
     record.nodes = {node, bare};
     record.tracked = {{5, true, shared, 0.1f, 4, 77, 80},
                       {5, false, matteRecord(4, "b"), 1, -1, 0, 81}};
+    record.erasing = {{-1, 4, 0, QRectF(), MatteRecord()},
+                      {-1, 4, 12, QRectF(0.1, 0.25, 1.0 / 3, 0.5), matteRecord(7, "area")},
+                      {1, 6, 0, QRectF(), shared}};
     return record;
 }
 

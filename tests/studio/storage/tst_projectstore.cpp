@@ -45,6 +45,10 @@ void print(QDataStream &out, const SegmentationRecord &record)
             << tracked.seedRevision << tracked.serial;
         print(out, tracked.matte);
     }
+    for (const ErasingRecord &erasing : record.erasing) {
+        out << erasing.selection << erasing.frame << erasing.area << erasing.rect;
+        print(out, erasing.matte);
+    }
 }
 
 // Everything that a project holds, for comparing.
@@ -166,7 +170,7 @@ private Q_SLOTS:
         QVERIFY(bytes.isNull() || readFile(file) == bytes);
     }
 
-    // A program that does not know drafts reads all the rest. A part of them is damage.
+    // A program that knows neither drafts nor what is erased reads all the rest. A part of them is damage.
     void readsFilesWithoutDrafts()
     {
         const QString file = path(QStringLiteral("film.zkproj"));
@@ -174,8 +178,11 @@ private Q_SLOTS:
         sql(file, {"DROP TABLE draft_node"});
         ProjectRecord read;
         QCOMPARE(ProjectStore::load(file, &read, nullptr), ProjectStore::OpenResult::Damaged);
+        sql(file, {"DROP TABLE erasing"});
+        QCOMPARE(ProjectStore::load(file, &read, nullptr), ProjectStore::OpenResult::Damaged);
         sql(file,
-            {"DROP TABLE draft_effect",
+            {"DROP TABLE erasing_seal",
+             "DROP TABLE draft_effect",
              "DROP TABLE draft_segmentation",
              "DROP TABLE draft_tracked",
              "DROP TABLE draft_seal"});
@@ -183,6 +190,8 @@ private Q_SLOTS:
         ProjectRecord expected = projectRecord();
         expected.clips[0].drafts.clear();
         expected.clips[0].draftEffects.clear();
+        for (SegmentationRecord &segmentation : expected.clips[0].segmentations)
+            segmentation.erasing.clear();
         QCOMPARE(contentOf(read), contentOf(expected));
     }
 

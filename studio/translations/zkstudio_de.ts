@@ -965,6 +965,25 @@
         <source>Recovered. Save the project to keep it.</source>
         <translation>Wiederhergestellt. Speichern Sie das Projekt, um es zu behalten.</translation>
     </message>
+    <message>
+        <source>Smart Cutout has unfinished work on %1.</source>
+        <translation>Beim intelligenten Freistellen gibt es unfertige Arbeit an %1.</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::ProjectReading</name>
+    <message>
+        <source>Open Project</source>
+        <translation>Projekt öffnen</translation>
+    </message>
+    <message>
+        <source>Opening %1...</source>
+        <translation>%1 wird geöffnet ...</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
 </context>
 <context>
     <name>zk::app::Prompts</name>
@@ -1395,6 +1414,13 @@
     </message>
 </context>
 <context>
+    <name>zk::app::WorkspaceHost</name>
+    <message>
+        <source>Your unfinished work is back. Undo takes it away.</source>
+        <translation>Ihre unfertige Arbeit ist wieder da. „Rückgängig“ nimmt sie weg.</translation>
+    </message>
+</context>
+<context>
     <name>zk::app::WorkspacePage</name>
     <message>
         <source>Undo</source>
@@ -1565,6 +1591,10 @@
     <message>
         <source>%1 does not fit: %2</source>
         <translation>%1 passt nicht: %2</translation>
+    </message>
+    <message>
+        <source>Restore unfinished work</source>
+        <translation>Unfertige Arbeit wiederherstellen</translation>
     </message>
 </context>
 <context>

@@ -959,6 +959,25 @@
         <source>Recovered. Save the project to keep it.</source>
         <translation>已恢复。请保存项目以保留内容。</translation>
     </message>
+    <message>
+        <source>Smart Cutout has unfinished work on %1.</source>
+        <translation>智能抠像中有未完成的工作：%1。</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::ProjectReading</name>
+    <message>
+        <source>Open Project</source>
+        <translation>打开项目</translation>
+    </message>
+    <message>
+        <source>Opening %1...</source>
+        <translation>正在打开 %1...</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
 </context>
 <context>
     <name>zk::app::Prompts</name>
@@ -1387,6 +1406,13 @@
     </message>
 </context>
 <context>
+    <name>zk::app::WorkspaceHost</name>
+    <message>
+        <source>Your unfinished work is back. Undo takes it away.</source>
+        <translation>已恢复未完成的工作。撤销可将其移除。</translation>
+    </message>
+</context>
+<context>
     <name>zk::app::WorkspacePage</name>
     <message>
         <source>Undo</source>
@@ -1557,6 +1583,10 @@
     <message>
         <source>%1 does not fit: %2</source>
         <translation>%1 不匹配：%2</translation>
+    </message>
+    <message>
+        <source>Restore unfinished work</source>
+        <translation>恢复未完成的工作</translation>
     </message>
 </context>
 <context>

@@ -100,6 +100,8 @@ bool prepareEditor(QString *error)
         qputenv("QT_QPA_PLATFORM", "xcb");
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    // The windows over the player have widgets for parents, whose other children stay what they are.
+    QApplication::setAttribute(Qt::AA_DontCreateNativeWidgetSiblings);
     QApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     return true;

@@ -28,6 +28,7 @@ public:
     void hide();
     void sync();
     void standAbovePlayer();
+    void forgetMinimising();
 
     ZkPlayerWidgetEventHelper *q;
     QPointer<QWidget> overlay;
@@ -81,6 +82,7 @@ void ZkPlayerWidgetEventHelper::Private::sync()
     if (!overlay || overlay->isVisible())
         return;
     standAbovePlayer();
+    forgetMinimising();
     overlay->QWidget::setVisible(true);
 }
 
@@ -89,6 +91,13 @@ void ZkPlayerWidgetEventHelper::Private::standAbovePlayer()
     overlay->winId(); // there has to be a window to be stacked
     if (QWindow *window = overlay->windowHandle())
         window->setTransientParent(player->window()->windowHandle());
+}
+
+// Window managers minimise a window with those that stand above it. An overlay that came back minimised
+// would take the player's window down again.
+void ZkPlayerWidgetEventHelper::Private::forgetMinimising()
+{
+    overlay->setWindowState(overlay->windowState() & ~Qt::WindowMinimized);
 }
 
 ZkPlayerWidgetEventHelper::ZkPlayerWidgetEventHelper(QWidget *overlay,

@@ -1,5 +1,7 @@
 #include "ZkPictureConverter.h"
 
+#include "ZkYuvPicture.h"
+
 #include <QThread>
 #include <QTransform>
 
@@ -55,12 +57,17 @@ int colourMatrix(const AVFrame &picture)
     return picture.height > StandardDefinitionHeight ? SWS_CS_ITU709 : SWS_CS_ITU601;
 }
 
+bool isFullRange(const AVFrame &picture)
+{
+    return picture.color_range == AVCOL_RANGE_JPEG || picture.format == AV_PIX_FMT_YUVJ420P;
+}
+
 void setColours(SwsContext *scaler, const AVFrame &picture)
 {
     const int *source = sws_getCoefficients(colourMatrix(picture));
     const int *target = sws_getCoefficients(SWS_CS_DEFAULT);
-    const int isFullRange = picture.color_range == AVCOL_RANGE_JPEG ? 1 : 0;
-    sws_setColorspaceDetails(scaler, source, isFullRange, target, 1, 0, 1 << 16, 1 << 16);
+    const int range = isFullRange(picture) ? 1 : 0;
+    sws_setColorspaceDetails(scaler, source, range, target, 1, 0, 1 << 16, 1 << 16);
 }
 
 } // namespace
@@ -95,13 +102,23 @@ bool PictureConverter::prepare(const AVFrame &picture)
     return true;
 }
 
+bool PictureConverter::convertInto(const AVFrame &picture, QImage *image)
+{
+    if (isPlainYuv(picture) && m_size == QSize(picture.width, picture.height)) {
+        const int *coefficients = sws_getCoefficients(colourMatrix(picture));
+        convertYuv(picture, YuvColours(coefficients, isFullRange(picture)), image);
+        return true;
+    }
+    if (!prepare(picture))
+        return false;
+    const FramePtr target = frameOver(image);
+    return target && sws_scale_frame(m_scaler.get(), target.get(), &picture) >= 0;
+}
+
 QImage PictureConverter::convert(const AVFrame &picture)
 {
     QImage image = alignedImage(m_size);
-    if (image.isNull() || !prepare(picture))
-        return {};
-    const FramePtr target = frameOver(&image);
-    if (!target || sws_scale_frame(m_scaler.get(), target.get(), &picture) < 0)
+    if (image.isNull() || !convertInto(picture, &image))
         return {};
     return m_rotation == 0 ? image : image.transformed(QTransform().rotate(m_rotation));
 }

@@ -18,6 +18,7 @@ public:
     QImage convert(const AVFrame &picture);
 
 private:
+    bool convertInto(const AVFrame &picture, QImage *image);
     bool prepare(const AVFrame &picture);
 
     QSize m_size;

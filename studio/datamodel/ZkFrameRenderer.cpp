@@ -153,14 +153,18 @@ public:
     QImage finalMatte(const RenderSnapshot::Data &data, qint64 frame) const;
 
     std::shared_ptr<zk::media::FrameCache> cache;
+    qint64 keptBytes = 0;
     std::unique_ptr<zk::media::MediaReader> reader;
     QString error;
 };
 
 bool FrameRenderer::Private::openReader(const zk::media::MediaInfo &media)
 {
-    if (!reader || reader->info().path != media.path)
+    if (!reader || reader->info().path != media.path) {
         reader = openMedia(media, &error);
+        if (reader)
+            reader->keepPictures(keptBytes);
+    }
     return reader != nullptr;
 }
 
@@ -219,10 +223,11 @@ std::shared_ptr<zk::media::FrameCache> smallCache()
 
 } // namespace
 
-FrameRenderer::FrameRenderer(std::shared_ptr<zk::media::FrameCache> cache)
+FrameRenderer::FrameRenderer(std::shared_ptr<zk::media::FrameCache> cache, qint64 keptBytes)
     : d(std::make_unique<Private>())
 {
     d->cache = cache ? std::move(cache) : smallCache();
+    d->keptBytes = keptBytes;
 }
 
 FrameRenderer::~FrameRenderer() = default;

@@ -65,8 +65,9 @@ class ZKDATAMODEL_EXPORT FrameRenderer
 {
 public:
     // Decoded frames are kept in the cache (null: only the last one is kept), which other renderers
-    // may share.
-    explicit FrameRenderer(std::shared_ptr<zk::media::FrameCache> cache = {});
+    // may share. keptBytes: what the decoder may keep of its own pictures, so that frames around the
+    // last one come without decoding in any order.
+    explicit FrameRenderer(std::shared_ptr<zk::media::FrameCache> cache = {}, qint64 keptBytes = 0);
     ~FrameRenderer();
 
     // The decoded frame: Format_RGBA8888, straight alpha.

@@ -37,6 +37,10 @@ public:
     // [0, info().frameCount) or cannot be decoded.
     QImage frameAt(qint64 frame);
 
+    // Keeps the pictures that were decoded last, and those on the way to them, up to so many bytes:
+    // going back and forth among them costs no decoding. Initially 0.
+    virtual void keepPictures(qint64 maxBytes) { Q_UNUSED(maxBytes) }
+
 protected:
     explicit MediaReader(MediaInfo info);
 

@@ -125,6 +125,8 @@ bool VideoFile::openDecoder()
     // just one.
     if (hasOnlyKeyFrames() || codec->id == AV_CODEC_ID_FFV1)
         m_codec->thread_type = FF_THREAD_SLICE;
+    // Elsewhere a picture that is no reference may still hand on what it has learnt.
+    m_canSkip = codec->id == AV_CODEC_ID_H264;
     return avcodec_open2(m_codec.get(), codec, nullptr) >= 0;
 }
 
@@ -166,6 +168,7 @@ bool VideoFile::feed()
     while (nextPacket(m_packet.get())) {
         if (m_packet->stream_index != m_streamIndex)
             continue;
+        m_codec->skip_frame = discardOf(*m_packet);
         // A damaged packet costs its own picture, not the rest of the clip.
         avcodec_send_packet(m_codec.get(), m_packet.get());
         return true;
@@ -174,6 +177,14 @@ bool VideoFile::feed()
         return false;
     m_isDraining = true;
     return avcodec_send_packet(m_codec.get(), nullptr) >= 0;
+}
+
+AVDiscard VideoFile::discardOf(const AVPacket &packet)
+{
+    // Pictures between key frames cannot be placed in time without their own time stamps any more.
+    m_canSkip = m_canSkip && packet.pts != AV_NOPTS_VALUE;
+    const bool isSkipped = m_skipBefore != AV_NOPTS_VALUE && packet.pts < m_skipBefore;
+    return isSkipped && canSkip() ? AVDISCARD_NONREF : AVDISCARD_DEFAULT;
 }
 
 FramePtr VideoFile::nextPicture()

@@ -36,6 +36,12 @@ public:
     // back leads through the start.
     void setUntimed(bool isUntimed);
 
+    // Pictures before the stamp need not come out where others do not depend on them, which makes the
+    // way to the first one that is wanted shorter. AV_NOPTS_VALUE: all come out, as they do initially.
+    void skipBefore(int64_t stamp) { m_skipBefore = stamp; }
+    // False where the time stamps do not tell which pictures those are.
+    bool canSkip() const { return m_canSkip && !m_isUntimed; }
+
     // The next packet of any stream; false at the end.
     bool nextPacket(AVPacket *packet);
     // Decodes the next picture; null at the end of the file. The picture is the caller's.
@@ -55,6 +61,7 @@ private:
     bool openDecoder();
     const AVCodec *decoder() const;
     bool feed();
+    AVDiscard discardOf(const AVPacket &packet);
     void flush();
     bool placeInTime(AVFrame *picture);
 
@@ -67,6 +74,8 @@ private:
     int64_t m_nextStamp = AV_NOPTS_VALUE;
     bool m_isDraining = false;
     bool m_isUntimed = false;
+    int64_t m_skipBefore = AV_NOPTS_VALUE;
+    bool m_canSkip = true;
 };
 
 } // namespace zk::media

@@ -3,6 +3,10 @@
 #include "ZkStillReader.h"
 #include "ZkVideoProbe.h"
 
+extern "C" {
+#include <libavutil/imgutils.h>
+}
+
 #include <algorithm>
 
 namespace zk::media {
@@ -50,22 +54,73 @@ VideoReader::open(const QString &path, const StillOptions &still, QString *error
 
 QImage VideoReader::decode(qint64 frame)
 {
-    if (!reach(frame))
-        return {};
-    if (m_image.isNull())
-        m_image = m_converter.convert(*m_current);
+    const AVFrame *picture = pictureAt(frame);
+    m_lastFrame = frame;
+    return picture ? imageOf(*picture) : QImage();
+}
+
+// The buffer of a picture that is held is not used for another one.
+QImage VideoReader::imageOf(const AVFrame &picture)
+{
+    if (!m_imagePicture || m_imagePicture->data[0] != picture.data[0]) {
+        m_image = m_converter.convert(picture);
+        m_imagePicture.reset(av_frame_clone(&picture));
+    }
     return m_image;
 }
 
+const AVFrame *VideoReader::pictureAt(qint64 frame)
+{
+    m_kept.moveTo(frame);
+    if (const AVFrame *kept = m_kept.find(frame))
+        return kept;
+    if (!reach(frame))
+        return nullptr;
+    m_kept.keep(std::min(frame, frameOf(m_current)), frame, *m_current);
+    return m_current.get();
+}
+
+// Where pictures are far apart in time, the one that is shown can be among those that were skipped.
 bool VideoReader::reach(qint64 frame)
 {
-    const bool canReadOn = m_current && frame >= frameOf(m_current);
-    if (!canReadOn || !isCheaperToReadOn(frame)) {
-        if (!(m_current || frame > 0 ? seekBefore(frame) : restart()))
-            return false;
-    }
+    const bool isReached = goTo(frame, firstWanted(frame));
+    return isReached && isComplete() ? true : goTo(frame, 0) && isComplete();
+}
+
+// Who goes back a little goes on to do so, as far as pictures can be kept.
+qint64 VideoReader::firstWanted(qint64 frame) const
+{
+    const AVCodecParameters &stream = *m_file->stream()->codecpar;
+    const int bytes =
+        av_image_get_buffer_size(AVPixelFormat(stream.format), stream.width, stream.height, 1);
+    const bool isGoingBack = frame < m_lastFrame && m_lastFrame - frame <= ReadAhead;
+    return isGoingBack && bytes > 0 ? frame - m_kept.maxBytes() / bytes : frame;
+}
+
+bool VideoReader::goTo(qint64 frame, qint64 firstWanted)
+{
+    const bool canReadOn =
+        m_current && isComplete() && frame >= frameOf(m_current) && isCheaperToReadOn(frame);
+    if (!canReadOn || firstWanted > frameOf(m_current) + SeekCost)
+        skipBefore(firstWanted);
+    if (!canReadOn && !(m_current || frame > 0 ? seekBefore(frame) : restart()))
+        return false;
     advanceTo(frame);
     return true;
+}
+
+// One frame earlier, because containers round time stamps.
+void VideoReader::skipBefore(qint64 frame)
+{
+    const bool canSkip = m_file->canSkip() && frame > 1;
+    m_skippedBefore = canSkip ? m_clock.stampOf(frame - 1) : AV_NOPTS_VALUE;
+    m_file->skipBefore(m_skippedBefore);
+}
+
+bool VideoReader::isComplete() const
+{
+    return m_skippedBefore == AV_NOPTS_VALUE
+        || (m_file->canSkip() && VideoFile::stampOf(*m_current) >= m_skippedBefore);
 }
 
 bool VideoReader::isCheaperToReadOn(qint64 frame) const
@@ -102,7 +157,6 @@ bool VideoReader::restart()
 
 bool VideoReader::loadFirst()
 {
-    m_image = QImage();
     m_next.reset();
     m_current = m_file->nextPicture();
     return m_current != nullptr;
@@ -115,7 +169,8 @@ void VideoReader::advanceTo(qint64 frame)
             m_next = m_file->nextPicture();
         if (!m_next || frameOf(m_next) > frame)
             return;
-        m_image = QImage();
+        if (isComplete())
+            m_kept.keep(frameOf(m_current), frameOf(m_next) - 1, *m_current);
         m_current = std::move(m_next);
     }
 }

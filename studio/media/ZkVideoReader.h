@@ -1,6 +1,7 @@
 // Private to this folder.
 #pragma once
 
+#include "ZkKeptPictures.h"
 #include "ZkMediaReader.h"
 #include "ZkPictureConverter.h"
 #include "ZkVideoFile.h"
@@ -15,10 +16,21 @@ public:
     static std::unique_ptr<MediaReader>
     open(const QString &path, const StillOptions &still, QString *error);
 
+    void keepPictures(qint64 maxBytes) override { m_kept.setMaxBytes(maxBytes); }
+
 private:
     VideoReader(MediaInfo info, std::unique_ptr<VideoFile> file, const FrameClock &clock);
     QImage decode(qint64 frame) override;
+    QImage imageOf(const AVFrame &picture);
+    // Valid until the next call.
+    const AVFrame *pictureAt(qint64 frame);
     bool reach(qint64 frame);
+    qint64 firstWanted(qint64 frame) const;
+    // Pictures of frames before the first one that is wanted may be left out on the way.
+    bool goTo(qint64 frame, qint64 firstWanted);
+    void skipBefore(qint64 frame);
+    // Whether the next picture is the one that follows the current one in the file.
+    bool isComplete() const;
     bool isCheaperToReadOn(qint64 frame) const;
     bool seekBefore(qint64 frame);
     bool restart();
@@ -29,11 +41,15 @@ private:
     std::unique_ptr<VideoFile> m_file;
     FrameClock m_clock;
     PictureConverter m_converter;
-    // The picture that is shown, and the one after it, where it took that one to know how long.
+    KeptPictures m_kept;
+    qint64 m_lastFrame = 0; // that was asked for
+    int64_t m_skippedBefore = AV_NOPTS_VALUE; // pictures before it may be missing
+    // The picture that is decoded, and the one after it, where it took that one to know how long.
     FramePtr m_current;
     FramePtr m_next;
-    // The last image handed out, for frames that share a picture.
+    // The last image handed out and its picture, for frames that share it.
     QImage m_image;
+    FramePtr m_imagePicture;
 };
 
 } // namespace zk::media

@@ -14,8 +14,10 @@ using zk::player::PictureQueue;
 
 namespace {
 
-// Decoded frames around the playhead: about 150 of 480p, 30 of 1080p, 8 of 2160p.
-constexpr qint64 cacheBytes = qint64(256) << 20;
+// Frames that are ready to be shown: the one that is painted on, above all, and the one that comes next.
+constexpr qint64 cacheBytes = qint64(96) << 20;
+// Decoded pictures around the playhead, for scrubbing: about 500 of 480p, 80 of 1080p, 20 of 2160p.
+constexpr qint64 keptBytes = qint64(256) << 20;
 
 // While nothing is open the playhead follows the ones that it is coupled with wherever they go. Frames
 // are reported as int.
@@ -100,8 +102,8 @@ void ZkMediaPlayerPresenterPrivate::attach(ZkStudioTimeline *timeline,
                                            const ZkMediaPlayerOpenParam &param)
 {
     m_handle = param.handle;
-    m_renderer =
-        std::make_shared<FrameRenderer>(std::make_shared<zk::media::FrameCache>(cacheBytes));
+    m_renderer = std::make_shared<FrameRenderer>(
+        std::make_shared<zk::media::FrameCache>(cacheBytes), keptBytes);
     m_frameRate = timeline->frameRate();
     ZkRange<qint64> range = timeline->playheadRange();
     if (param.endFrame > 0)
@@ -316,7 +318,8 @@ PictureQueue::Job ZkMediaPlayerPresenterPrivate::prepareJob() const
     if (!opened)
         return {};
     const RenderSnapshot snapshot(*opened);
-    return [renderer = m_renderer, snapshot, frame = currentFrame()] {
+    PictureQueue::Job job;
+    job.render = [renderer = m_renderer, snapshot, frame = currentFrame()] {
         QImage picture = renderer->preview(snapshot, frame);
         if (picture.isNull()) {
             writeLog(ZKLOG::Warning,
@@ -328,6 +331,11 @@ PictureQueue::Job ZkMediaPlayerPresenterPrivate::prepareJob() const
         }
         return picture;
     };
+    if (m_playTimer.isActive() && qFuzzyCompare(m_clock.rate(), m_frameRate))
+        job.readAhead = [renderer = m_renderer, snapshot, frame = currentFrame() + 1] {
+            renderer->source(snapshot, frame);
+        };
+    return job;
 }
 
 // After a failure the player keeps the picture that it has, and goes on. A frame that fell due while this

@@ -48,7 +48,7 @@ void PictureQueue::startNext()
     m_running = m_newest;
     Job job = m_prepare();
     // Even when there is nothing to do the answer is posted: who asks connects afterwards.
-    if (!job) {
+    if (!job.render) {
         QMetaObject::invokeMethod(
             this, [this] { finish(QImage()); }, Qt::QueuedConnection);
         return;
@@ -56,9 +56,11 @@ void PictureQueue::startNext()
     QMetaObject::invokeMethod(
         &m_worker,
         [this, job = std::move(job)] {
-            const QImage picture = job();
+            const QImage picture = job.render();
             QMetaObject::invokeMethod(
                 this, [this, picture] { finish(picture); }, Qt::QueuedConnection);
+            if (job.readAhead)
+                job.readAhead();
         },
         Qt::QueuedConnection);
 }

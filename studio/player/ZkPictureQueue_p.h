@@ -16,10 +16,15 @@ class PictureQueue : public QObject
     Q_OBJECT
 
 public:
-    // Runs in the worker thread; null when it fails.
-    using Job = std::function<QImage()>;
-    // Called on the GUI thread when a rendering starts, so that it sees what is current then. An empty
-    // job: there is nothing to show.
+    // Both run in the worker thread. The picture is null when it fails; what can be made ready for the
+    // next one meanwhile, if anything, comes after the picture has been handed over.
+    struct Job
+    {
+        std::function<QImage()> render;
+        std::function<void()> readAhead;
+    };
+    // Called on the GUI thread when a rendering starts, so that it sees what is current then. A job
+    // that renders nothing: there is nothing to show.
     using Prepare = std::function<Job()>;
 
     enum Request {

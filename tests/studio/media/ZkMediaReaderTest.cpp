@@ -95,18 +95,41 @@ private slots:
 
         for (int i = 0; i < spec.frames; ++i)
             QCOMPARE(numberIn(reader->frameAt(i)), i);
-        std::mt19937 random(7);
-        for (int i = 0; i < 40; ++i) {
-            const int wanted = int(random() % unsigned(spec.frames));
-            QCOMPARE(numberIn(reader->frameAt(wanted)), wanted);
+        // Without kept pictures, with a few of them, and with all.
+        for (const qint64 bytes : {0, 300000, 1 << 27}) {
+            reader->keepPictures(bytes);
+            std::mt19937 random(7);
+            int wanted = spec.frames - 1;
+            for (int i = 0; i < 100; ++i) {
+                QCOMPARE(numberIn(reader->frameAt(wanted)), wanted);
+                wanted = i % 5 == 0 ? int(random()) : wanted - int(random() % 4) + (i / 50) * 3;
+                wanted = int(unsigned(wanted) % unsigned(spec.frames));
+            }
         }
-        for (int i = spec.frames - 1; i >= qMax(0, spec.frames - 30); --i)
-            QCOMPARE(numberIn(reader->frameAt(i)), i);
         for (const qint64 none : {qint64(-1), qint64(spec.frames), qint64(1) << 62})
             QVERIFY(reader->frameAt(none).isNull());
 
         const auto fresh = openOrFail(path(name));
         QCOMPARE(numberIn(fresh->frameAt(spec.frames - 1)), spec.frames - 1);
+    }
+
+    // Going back decodes a stretch once, and nothing more while its pictures are kept.
+    void keepsPicturesThatWereDecodedOnTheWay()
+    {
+        ClipSpec spec;
+        spec.size = {320, 128};
+        spec.frames = 240; // more than libav reads at once
+        spec.encoder = "mpeg2video";
+        spec.keyInterval = 48;
+        const auto reader = readerOf("kept.mp4", spec);
+        QVERIFY(reader);
+        reader->keepPictures(1 << 27);
+        for (const int frame : {231, 230})
+            QCOMPARE(numberIn(reader->frameAt(frame)), frame);
+        QVERIFY(QFile::resize(path("kept.mp4"), 0));
+        for (int frame = 229; frame >= 4 * spec.keyInterval; --frame)
+            QCOMPARE(numberIn(reader->frameAt(frame)), frame);
+        QVERIFY(numberIn(reader->frameAt(20)) != 20);
     }
 
     // More packets than the probe reads from the start.

@@ -25,6 +25,8 @@ public:
             return tr("PNG pictures with transparency");
         case media::OutputFormat::H264Mp4:
             return tr("H.264 over a background (.mp4)");
+        case media::OutputFormat::H264Mkv: // nobody exports it
+            break;
         }
         return QString();
     }
@@ -43,6 +45,8 @@ QString suffixOf(media::OutputFormat format)
         return QStringLiteral("/%05d.png");
     case media::OutputFormat::H264Mp4:
         return QStringLiteral(".mp4");
+    case media::OutputFormat::H264Mkv:
+        break;
     }
     return QString();
 }

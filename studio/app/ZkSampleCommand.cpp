@@ -24,10 +24,10 @@ bool readSize(const QString &text, QSize *size)
     return match.hasMatch() && size->width() <= maxEdge && size->height() <= maxEdge;
 }
 
-bool writeStrokes(const QJsonObject &strokes, const QString &path, QString *error)
+bool writeJson(const QJsonObject &object, const QString &path, QString *error)
 {
     QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(strokes).toJson()) > 0
+    if (file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(object).toJson()) > 0
         && file.commit())
         return true;
     *error = QStringLiteral("%1 cannot be written: %2").arg(path, file.errorString());
@@ -41,16 +41,19 @@ ExitCode writeSample(const media::SampleOptions &options, const QString &folder)
     QString error = QStringLiteral("the folder %1 cannot be made").arg(folder);
     const QString clip = dir.filePath(QStringLiteral("sample.mkv"));
     const QString strokes = dir.filePath(QStringLiteral("strokes.json"));
+    const QString boxes = dir.filePath(QStringLiteral("boxes.json"));
+    const QString backgrounds = dir.filePath(QStringLiteral("backgrounds"));
     const QString mattes = dir.filePath(QStringLiteral("mattes"));
     const media::SampleClip sample(options);
     if (!QDir().mkpath(folder) || !sample.write(clip, mattes, &error, true)
-        || !writeStrokes(sample.strokes(), strokes, &error)) {
+        || !sample.writeBackgrounds(backgrounds, &error)
+        || !writeJson(sample.strokes(), strokes, &error)
+        || !writeJson(sample.boxes(), boxes, &error)) {
         report.error(ExitCode::BadOutput, error);
         return ExitCode::BadOutput;
     }
-    report.output(clip);
-    report.output(strokes);
-    report.output(mattes);
+    for (const QString &path : {clip, strokes, boxes, mattes, backgrounds})
+        report.output(path);
     return ExitCode::Success;
 }
 
@@ -59,7 +62,8 @@ ExitCode writeSample(const media::SampleOptions &options, const QString &folder)
 ExitCode runSampleCommand(const QStringList &arguments)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Draws the sample clip and its true mattes."));
+    parser.setApplicationDescription(
+        QStringLiteral("Draws the sample clip, its true mattes and what is behind its object."));
     parser.addPositionalArgument(QStringLiteral("DIR"), QStringLiteral("Folder to write to."));
     const QCommandLineOption frames(
         QStringLiteral("frames"), QStringLiteral("Length, default 72."), QStringLiteral("N"));

@@ -16,6 +16,9 @@ enum class OutputFormat {
     Ffv1Mkv, // lossless
     PngSequence, // DIR/%05d.png, lossless, numbered from 0
     H264Mp4,
+    // Not by a suffix: for files that are worked on further. Near lossless, any size, no alpha; sound of
+    // most kinds is kept as it is.
+    H264Mkv,
 };
 
 // By the suffix, upper or lower case: .mov, .webm, .mkv, .mp4, or a numbered .png pattern. False, with
@@ -39,9 +42,12 @@ struct OutputSettings
     QSize size;
     int frameRateNum = 25;
     int frameRateDen = 1;
-    // The file whose sound goes with the pictures, from its start on and no longer than the pictures;
-    // empty, or a file without sound, for a silent output.
+    // The file whose sound goes with the pictures, no longer than these; empty, or a file without sound, for a silent output.
     QString audioSourcePath;
+    // The frame of that file, at the settings' rate, that the first picture belongs to.
+    qint64 audioSourceFrame = 0;
+    // The file whose colour tags the output gets, where its pictures are YCbCr; empty: BT.709.
+    QString colourSourcePath;
     // How many frames will be written, or 0 when that is not known: finish() refuses an output that has
     // another number of them.
     qint64 frameCount = 0;

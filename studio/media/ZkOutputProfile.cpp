@@ -40,6 +40,19 @@ OutputProfile vp9()
             {AV_CODEC_ID_OPUS, AV_CODEC_ID_VORBIS}};
 }
 
+// Sound that Matroska holds as it is.
+QVector<AVCodecID> matroskaAudio()
+{
+    return {AV_CODEC_ID_PCM_S16LE,
+            AV_CODEC_ID_PCM_S24LE,
+            AV_CODEC_ID_FLAC,
+            AV_CODEC_ID_AAC,
+            AV_CODEC_ID_MP3,
+            AV_CODEC_ID_AC3,
+            AV_CODEC_ID_OPUS,
+            AV_CODEC_ID_VORBIS};
+}
+
 OutputProfile ffv1()
 {
     return {OutputFormat::Ffv1Mkv,
@@ -51,14 +64,7 @@ OutputProfile ffv1()
             {{"level", "3"}, {"slices", "4"}, {"slicecrc", "1"}, {"g", "1"}},
             {},
             "flac",
-            {AV_CODEC_ID_PCM_S16LE,
-             AV_CODEC_ID_PCM_S24LE,
-             AV_CODEC_ID_FLAC,
-             AV_CODEC_ID_AAC,
-             AV_CODEC_ID_MP3,
-             AV_CODEC_ID_AC3,
-             AV_CODEC_ID_OPUS,
-             AV_CODEC_ID_VORBIS}};
+            matroskaAudio()};
 }
 
 OutputProfile sequence()
@@ -89,11 +95,28 @@ OutputProfile h264()
             {AV_CODEC_ID_AAC, AV_CODEC_ID_MP3, AV_CODEC_ID_AC3}};
 }
 
+// Another generation of a file that was coded already: colour is not halved again, so that odd sizes
+// are possible, too.
+OutputProfile h264ForEditing()
+{
+    return {OutputFormat::H264Mkv,
+            "mkv",
+            false,
+            "matroska",
+            "libx264",
+            AV_PIX_FMT_YUV444P,
+            {{"preset", "fast"}, {"crf", "10"}, {"g", "25"}},
+            {},
+            "flac",
+            matroskaAudio()};
+}
+
 } // namespace
 
 const QVector<OutputProfile> &outputProfiles()
 {
-    static const QVector<OutputProfile> profiles {proRes(), vp9(), ffv1(), sequence(), h264()};
+    static const QVector<OutputProfile> profiles {
+        proRes(), vp9(), ffv1(), sequence(), h264(), h264ForEditing()};
     return profiles;
 }
 

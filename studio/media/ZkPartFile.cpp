@@ -135,7 +135,7 @@ std::unique_ptr<PartFile> PartFile::createFolder(const QString &target, QString 
 
 std::unique_ptr<PartFile> PartFile::create(const QString &target, bool isFolder, QString *error)
 {
-    if (!isFolder && QFileInfo(target).isDir()) {
+    if (QFileInfo(target).isDir()) {
         *error = QCoreApplication::translate("zk::media", "%1 is a folder; choose a file name.")
                      .arg(QDir::toNativeSeparators(target));
         return nullptr;

@@ -1,5 +1,6 @@
 #include "ZkPictureConverter.h"
 
+#include "ZkColourTags.h"
 #include "ZkYuvPicture.h"
 
 #include <QThread>
@@ -47,16 +48,6 @@ FramePtr frameOver(QImage *image)
     return frame->buf[0] ? std::move(frame) : nullptr;
 }
 
-// The limit below which an untagged picture is taken for standard definition.
-constexpr int StandardDefinitionHeight = 576;
-
-int colourMatrix(const AVFrame &picture)
-{
-    if (picture.colorspace != AVCOL_SPC_UNSPECIFIED && picture.colorspace != AVCOL_SPC_RGB)
-        return picture.colorspace;
-    return picture.height > StandardDefinitionHeight ? SWS_CS_ITU709 : SWS_CS_ITU601;
-}
-
 bool isFullRange(const AVFrame &picture)
 {
     return picture.color_range == AVCOL_RANGE_JPEG || picture.format == AV_PIX_FMT_YUVJ420P;
@@ -64,7 +55,7 @@ bool isFullRange(const AVFrame &picture)
 
 void setColours(SwsContext *scaler, const AVFrame &picture)
 {
-    const int *source = sws_getCoefficients(colourMatrix(picture));
+    const int *source = sws_getCoefficients(matrixFor(picture.colorspace, picture.height));
     const int *target = sws_getCoefficients(SWS_CS_DEFAULT);
     const int range = isFullRange(picture) ? 1 : 0;
     sws_setColorspaceDetails(scaler, source, range, target, 1, 0, 1 << 16, 1 << 16);
@@ -105,7 +96,8 @@ bool PictureConverter::prepare(const AVFrame &picture)
 bool PictureConverter::convertInto(const AVFrame &picture, QImage *image)
 {
     if (isPlainYuv(picture) && m_size == QSize(picture.width, picture.height)) {
-        const int *coefficients = sws_getCoefficients(colourMatrix(picture));
+        const int *coefficients =
+            sws_getCoefficients(matrixFor(picture.colorspace, picture.height));
         convertYuv(picture, YuvColours(coefficients, isFullRange(picture)), image);
         return true;
     }

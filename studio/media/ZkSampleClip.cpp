@@ -36,13 +36,13 @@ int seenThrough(QRgb front, QRgb middle, QRgb back, int channel)
     return over(part(front), qAlpha(front), over(part(middle), qAlpha(middle), part(back)));
 }
 
-bool saveMatte(const QImage &matte, const QString &folder, int index, QString *error)
+bool savePicture(const QImage &picture, const QString &folder, int index, QString *error)
 {
     const QString name = QStringLiteral("%1.png").arg(index, 5, 10, QLatin1Char('0'));
-    if (QDir().mkpath(folder) && matte.save(QDir(folder).filePath(name)))
+    if (QDir().mkpath(folder) && picture.save(QDir(folder).filePath(name)))
         return true;
     *error = QCoreApplication::translate(
-                 "zk::media", "The mattes cannot be written to %1; choose another folder.")
+                 "zk::media", "The pictures cannot be written to %1; choose another folder.")
                  .arg(QDir::toNativeSeparators(folder));
     return false;
 }
@@ -127,6 +127,15 @@ QImage SampleClip::frame(int index) const
     return m_scene->has(index) ? pictureOf(m_scene->layers(index, true), index) : QImage();
 }
 
+QImage SampleClip::background(int index) const
+{
+    if (!m_scene->has(index))
+        return QImage();
+    Layers layers = m_scene->layers(index, true);
+    layers.balloon.fill(Qt::transparent);
+    return pictureOf(layers, index);
+}
+
 QImage SampleClip::matte(int index) const
 {
     return m_scene->has(index) ? matteOf(m_scene->layers(index, false)) : QImage();
@@ -175,6 +184,32 @@ QJsonObject SampleClip::strokes() const
     return {{QStringLiteral("strokes"), strokes}};
 }
 
+QJsonObject SampleClip::boxes() const
+{
+    const QImage object = matte(0);
+    QRect box;
+    for (int y = 0; y < object.height(); ++y) {
+        for (int x = 0; x < object.width(); ++x) {
+            if (object.constScanLine(y)[x] > 0)
+                box |= QRect(x, y, 1, 1);
+        }
+    }
+    const int margin = object.height() / 40;
+    box = box.adjusted(-margin, -margin, margin, margin) & object.rect();
+    const QJsonArray rect {box.x(), box.y(), box.width(), box.height()};
+    const QJsonObject first {{QStringLiteral("frame"), 0}, {QStringLiteral("rect"), rect}};
+    return {{QStringLiteral("boxes"), QJsonArray {first}}};
+}
+
+bool SampleClip::writeBackgrounds(const QString &folder, QString *error) const
+{
+    for (int i = 0; i < options().frames; ++i) {
+        if (!savePicture(background(i), folder, i, error))
+            return false;
+    }
+    return true;
+}
+
 bool SampleClip::write(const QString &clipPath,
                        const QString &matteDir,
                        QString *error,
@@ -204,7 +239,7 @@ bool SampleClip::writeFrames(MediaWriter &writer, const QString &matteDir, QStri
         const Layers layers = m_scene->layers(i, true);
         if (!writer.write(pictureOf(layers, i), error))
             return false;
-        if (!matteDir.isEmpty() && !saveMatte(matteOf(layers), matteDir, i, error))
+        if (!matteDir.isEmpty() && !savePicture(matteOf(layers), matteDir, i, error))
             return false;
     }
     return true;

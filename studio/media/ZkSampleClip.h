@@ -21,7 +21,7 @@ struct SampleOptions
 
 // A clip drawn by code: a hot-air balloon drifts over a panning landscape, sways, breathes a little and
 // passes behind a post, with motion blur and camera noise. Its true matte is known at every pixel. The
-// same options draw the same pictures. frame() and matte() may be called from any thread.
+// same options draw the same pictures. frame(), background() and matte() may be called from any thread.
 class ZKMEDIA_EXPORT SampleClip
 {
 public:
@@ -32,12 +32,16 @@ public:
 
     // Format_RGBA8888, opaque. Null outside [0, options().frames).
     QImage frame(int index) const;
+    // The frame as it would be without the object: the same camera, the same grain.
+    QImage background(int index) const;
     // Format_Grayscale8: 255 where the object alone is seen, 0 where none of it is, in between at its
     // soft edge. What the post hides is 0.
     QImage matte(int index) const;
     // What a user would paint on frame 0: {"strokes":[{"frame","mode","width","points"}]}, in
     // pixels: keep strokes over the envelope and the basket, a remove stroke around them.
     QJsonObject strokes() const;
+    // A box around the object on frame 0: {"boxes":[{"frame","rect"}]}, in pixels.
+    QJsonObject boxes() const;
 
     // The clip in the format of clipPath's suffix and, unless matteDir is empty, one %05d.png per frame
     // in that folder.
@@ -45,6 +49,8 @@ public:
                const QString &matteDir,
                QString *error,
                bool withAudioTone = false) const;
+    // One %05d.png per frame in that folder.
+    bool writeBackgrounds(const QString &folder, QString *error) const;
 
 private:
     struct Scene;

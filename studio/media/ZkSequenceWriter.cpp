@@ -29,7 +29,41 @@ QString pictureFailure(const QFile &file)
         .arg(file.errorString());
 }
 
+void removeFirst(const SequencePattern &pattern, qint64 count)
+{
+    const QDir folder(pattern.folder);
+    for (qint64 i = 0; i < count; ++i)
+        QFile::remove(folder.filePath(pattern.fileName(i)));
+}
+
+// A shorter sequence that replaces a longer one must not end with the old one's pictures.
+void removeLongerTail(const SequencePattern &pattern, qint64 count)
+{
+    const QDir folder(pattern.folder);
+    for (qint64 i = count; QFile::remove(folder.filePath(pattern.fileName(i))); ++i)
+        continue;
+}
+
 } // namespace
+
+bool placeSequence(const QString &from,
+                   const SequencePattern &to,
+                   qint64 frameCount,
+                   QString *error)
+{
+    // The folder may have come to be since the writing began.
+    if (!QFileInfo(to.folder).isDir())
+        return moveIntoPlace(from, to.folder, error);
+    for (qint64 i = 0; i < frameCount; ++i) {
+        const QString name = to.fileName(i);
+        if (!moveIntoPlace(QDir(from).filePath(name), QDir(to.folder).filePath(name), error)) {
+            removeFirst(to, i);
+            return false;
+        }
+    }
+    removeLongerTail(to, frameCount);
+    return true;
+}
 
 bool SequencePattern::parse(const QString &path, SequencePattern *pattern)
 {
@@ -87,40 +121,7 @@ bool SequenceWriter::encode(const QImage &image, QString *error)
 
 bool SequenceWriter::complete(QString *error)
 {
-    // The folder may have come to be since create().
-    if (!QFileInfo(m_pattern.folder).isDir())
-        return m_part->commit(error);
-    return moveFiles(error);
-}
-
-bool SequenceWriter::moveFiles(QString *error)
-{
-    const QDir from(m_part->path());
-    const QDir to(m_pattern.folder);
-    for (qint64 i = 0; i < framesWritten(); ++i) {
-        const QString name = m_pattern.fileName(i);
-        if (!moveIntoPlace(from.filePath(name), to.filePath(name), error)) {
-            removeFirst(i);
-            return false;
-        }
-    }
-    removeLongerTail();
-    return true;
-}
-
-void SequenceWriter::removeFirst(qint64 count)
-{
-    const QDir folder(m_pattern.folder);
-    for (qint64 i = 0; i < count; ++i)
-        QFile::remove(folder.filePath(m_pattern.fileName(i)));
-}
-
-// A shorter sequence that replaces a longer one must not end with the old one's pictures.
-void SequenceWriter::removeLongerTail()
-{
-    const QDir folder(m_pattern.folder);
-    for (qint64 i = framesWritten(); QFile::remove(folder.filePath(m_pattern.fileName(i))); ++i)
-        continue;
+    return placeSequence(m_part->path(), m_pattern, framesWritten(), error);
 }
 
 void SequenceWriter::discard()

@@ -18,6 +18,13 @@ struct SequencePattern
     QString fileName(qint64 number) const;
 };
 
+// Moves the first pictures of a folder to where the pattern leads, or makes the folder that one's where
+// there is none yet. On failure none of them is there.
+bool placeSequence(const QString &from,
+                   const SequencePattern &to,
+                   qint64 frameCount,
+                   QString *error);
+
 // Writes numbered PNG files. They grow in a hidden folder, which becomes the target's folder where that
 // does not exist yet; into a folder that exists the finished files are moved, over those of an earlier
 // sequence of the same name.
@@ -32,9 +39,6 @@ private:
     bool encode(const QImage &image, QString *error) override;
     bool complete(QString *error) override;
     void discard() override;
-    bool moveFiles(QString *error);
-    void removeFirst(qint64 count);
-    void removeLongerTail();
 
     SequencePattern m_pattern;
     std::unique_ptr<PartFile> m_part;

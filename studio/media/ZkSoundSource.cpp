@@ -3,9 +3,18 @@
 #include <QCoreApplication>
 #include <QDir>
 
+#include <cmath>
+
 namespace zk::media {
 
-SoundSource::SoundSource(InputPtr input, int streamIndex)
+namespace {
+
+// Seconds of sound before the moment that decoders get to settle.
+constexpr double SeekLead = 0.2;
+
+} // namespace
+
+SoundSource::SoundSource(InputPtr input, int streamIndex, double start)
     : m_input(std::move(input))
     , m_streamIndex(streamIndex)
 {
@@ -17,9 +26,15 @@ SoundSource::SoundSource(InputPtr input, int streamIndex)
         if (int(i) != streamIndex)
             m_input->streams[i]->discard = AVDISCARD_ALL;
     }
+    if (start <= 0)
+        return;
+    m_origin += int64_t(std::llround(start / av_q2d(stream().time_base)));
+    // Where the format cannot seek, what comes before the moment is read and dropped.
+    const auto lead = int64_t(std::llround(SeekLead / av_q2d(stream().time_base)));
+    av_seek_frame(m_input.get(), streamIndex, m_origin - lead, AVSEEK_FLAG_BACKWARD);
 }
 
-std::unique_ptr<SoundSource> SoundSource::open(const QString &path, QString *error)
+std::unique_ptr<SoundSource> SoundSource::open(const QString &path, double start, QString *error)
 {
     int code = 0;
     InputPtr input = openInput(path, &code);
@@ -33,7 +48,7 @@ std::unique_ptr<SoundSource> SoundSource::open(const QString &path, QString *err
     const int stream = av_find_best_stream(input.get(), AVMEDIA_TYPE_AUDIO, -1, -1, nullptr, 0);
     if (stream < 0)
         return nullptr;
-    return std::unique_ptr<SoundSource>(new SoundSource(std::move(input), stream));
+    return std::unique_ptr<SoundSource>(new SoundSource(std::move(input), stream, start));
 }
 
 bool SoundSource::next(AVPacket *packet)

@@ -5,12 +5,13 @@
 
 namespace zk::media {
 
-std::unique_ptr<SoundTrack> SoundTrack::create(Muxer &muxer,
-                                               const OutputProfile &profile,
-                                               const QString &sourcePath,
-                                               QString *error)
+std::unique_ptr<SoundTrack>
+SoundTrack::create(Muxer &muxer, const OutputSettings &settings, QString *error)
 {
-    std::unique_ptr<SoundSource> source = SoundSource::open(sourcePath, error);
+    const OutputProfile &profile = profileOf(settings.format);
+    const double start =
+        double(settings.audioSourceFrame) * settings.frameRateDen / settings.frameRateNum;
+    std::unique_ptr<SoundSource> source = SoundSource::open(settings.audioSourcePath, start, error);
     if (!source)
         return nullptr;
     if (profile.keptAudio.contains(source->stream().codecpar->codec_id))

@@ -10,9 +10,10 @@ namespace zk::media {
 class SoundTrack
 {
 public:
-    // Null when the source has no sound; then error is empty, unless something went wrong.
+    // From the settings' audio source. Null when that has no sound; then error is empty, unless something
+    // went wrong.
     static std::unique_ptr<SoundTrack>
-    create(Muxer &muxer, const OutputProfile &profile, const QString &sourcePath, QString *error);
+    create(Muxer &muxer, const OutputSettings &settings, QString *error);
     virtual ~SoundTrack() = default;
 
     virtual bool writeUntil(double seconds, QString *error) = 0;

@@ -1,5 +1,7 @@
 #include "ZkVideoEncoder.h"
 
+#include "ZkColourTags.h"
+
 #include <QSize>
 
 namespace zk::media {
@@ -52,10 +54,14 @@ void VideoEncoder::configure(const OutputSettings &settings, const OutputProfile
         m_codec->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
     if (profile.pixelFormat == AV_PIX_FMT_BGRA)
         return;
-    m_codec->colorspace = AVCOL_SPC_BT709;
-    m_codec->color_primaries = AVCOL_PRI_BT709;
-    m_codec->color_trc = AVCOL_TRC_BT709;
-    m_codec->color_range = AVCOL_RANGE_MPEG;
+    const ColourTags tags = settings.colourSourcePath.isEmpty()
+        ? ColourTags()
+        : ColourTags::ofFile(settings.colourSourcePath);
+    m_codec->colorspace = tags.matrix;
+    m_codec->color_primaries = tags.primaries;
+    m_codec->color_trc = tags.transfer;
+    // The others have no full range.
+    m_codec->color_range = m_codec->codec_id == AV_CODEC_ID_H264 ? tags.range : AVCOL_RANGE_MPEG;
 }
 
 bool VideoEncoder::open(const OutputSettings &settings, QString *error)
@@ -104,8 +110,9 @@ bool VideoEncoder::preparePicture(const OutputSettings &settings)
                                   nullptr));
     if (!m_scaler)
         return false;
-    const int *matrix = sws_getCoefficients(SWS_CS_ITU709);
-    sws_setColorspaceDetails(m_scaler.get(), matrix, 1, matrix, 0, 0, 1 << 16, 1 << 16);
+    const int *matrix = sws_getCoefficients(matrixFor(m_codec->colorspace, size.height()));
+    const int isFullRange = m_codec->color_range == AVCOL_RANGE_JPEG ? 1 : 0;
+    sws_setColorspaceDetails(m_scaler.get(), matrix, 1, matrix, isFullRange, 0, 1 << 16, 1 << 16);
     return av_frame_get_buffer(m_picture.get(), 0) >= 0;
 }
 

@@ -33,8 +33,7 @@ bool VideoWriter::openSound(QString *error)
     if (settings().audioSourcePath.isEmpty())
         return true;
     QString reason;
-    m_sound = SoundTrack::create(
-        *m_muxer, profileOf(settings().format), settings().audioSourcePath, &reason);
+    m_sound = SoundTrack::create(*m_muxer, settings(), &reason);
     if (!reason.isEmpty())
         *error = reason;
     return reason.isEmpty();

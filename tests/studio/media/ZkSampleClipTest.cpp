@@ -5,6 +5,7 @@
 #include "ZkTestClips.h"
 
 #include <QJsonArray>
+#include <QPainter>
 #include <QTemporaryDir>
 
 using namespace zk::media;
@@ -60,6 +61,30 @@ private slots:
         QVERIFY2(largest > 0.1 && largest < 0.3, qPrintable(QString::number(largest)));
         QVERIFY2(smallest > 0.5 * largest && smallest < 0.92 * largest,
                  qPrintable(QString::number(smallest / largest)));
+    }
+
+    void backgroundIsTheFrameWithoutTheObject()
+    {
+        const QImage frame = m_clip.frame(9);
+        const QImage background = m_clip.background(9);
+        const QImage matte = m_clip.matte(9);
+        int changes = 0;
+        for (int y = 0; y < 180; ++y) {
+            for (int x = 0; x < 320; ++x) {
+                const bool isSame = frame.pixel(x, y) == background.pixel(x, y);
+                changes += isSame ? 0 : 1;
+                QVERIFY(isSame || qGray(matte.pixel(x, y)) > 0);
+            }
+        }
+        QVERIFY(changes > 180 * 320 / 20);
+        const QJsonArray rect = m_clip.boxes().value("boxes")[0]["rect"].toArray();
+        const QRect box(rect[0].toInt(), rect[1].toInt(), rect[2].toInt(), rect[3].toInt());
+        QImage around = m_clip.matte(0);
+        QPainter(&around).fillRect(box, Qt::black);
+        QImage nothing = around;
+        nothing.fill(Qt::black);
+        QCOMPARE(around, nothing);
+        QVERIFY(box.width() < 200 && box.height() < 170);
     }
 
     void strokesLieWhereTheySay()

@@ -1,5 +1,6 @@
 #include "ZkTestClips.h"
 
+#include <QCryptographicHash>
 #include <QDataStream>
 #include <QFile>
 
@@ -74,6 +75,10 @@ bool ClipFile::openEncoder(const ClipSpec &spec)
     m_codec->max_b_frames = spec.reorderedFrames;
     m_codec->sample_aspect_ratio = {spec.pixelAspectNum, spec.pixelAspectDen};
     m_codec->bit_rate = 1000000;
+    if (spec.matrix)
+        m_codec->colorspace = AVColorSpace(av_color_space_from_name(spec.matrix));
+    if (spec.range)
+        m_codec->color_range = AVColorRange(av_color_range_from_name(spec.range));
     if ((m_file->oformat->flags & AVFMT_GLOBALHEADER) != 0)
         m_codec->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
     av_opt_set(m_codec->priv_data, "preset", "veryfast", 0);
@@ -248,9 +253,12 @@ Sound soundOf(const QString &path)
     avcodec_open2(codec.get(), decoder, nullptr);
     const Ptr<AVPacket> packet(av_packet_alloc());
     const Ptr<AVFrame> frame(av_frame_alloc());
+    QCryptographicHash hash(QCryptographicHash::Sha1);
     while (av_read_frame(context, packet.get()) >= 0) {
-        if (packet->stream_index == index)
+        if (packet->stream_index == index) {
+            hash.addData(reinterpret_cast<const char *>(packet->data), packet->size);
             avcodec_send_packet(codec.get(), packet.get());
+        }
         while (avcodec_receive_frame(codec.get(), frame.get()) >= 0) {
             const double start =
                 double(frame->best_effort_timestamp) * av_q2d(context->streams[index]->time_base);
@@ -258,7 +266,26 @@ Sound soundOf(const QString &path)
         }
         av_packet_unref(packet.get());
     }
+    sound.packets = hash.result();
     return sound;
+}
+
+QString colourTagsOf(const QString &path)
+{
+    AVFormatContext *context = nullptr;
+    if (avformat_open_input(&context, path.toUtf8().constData(), nullptr, nullptr) < 0)
+        return {};
+    const Ptr<AVFormatContext> file(context);
+    avformat_find_stream_info(context, nullptr);
+    const int index = av_find_best_stream(context, AVMEDIA_TYPE_VIDEO, -1, -1, nullptr, 0);
+    if (index < 0)
+        return {};
+    const AVCodecParameters &codec = *context->streams[index]->codecpar;
+    return QStringLiteral("%1/%2/%3/%4")
+        .arg(QLatin1String(av_color_space_name(codec.color_space)),
+             QLatin1String(av_color_primaries_name(codec.color_primaries)),
+             QLatin1String(av_color_transfer_name(codec.color_trc)),
+             QLatin1String(av_color_range_name(codec.color_range)));
 }
 
 } // namespace zk::test

@@ -2,6 +2,7 @@
 // them carries its number in a form that survives compression.
 #pragma once
 
+#include <QByteArray>
 #include <QImage>
 #include <QString>
 #include <QVector>
@@ -31,6 +32,9 @@ struct ClipSpec
     // libav's names.
     const char *encoder = "libx264";
     const char *pixelFormat = "yuv420p";
+    // libav's names of matrix and range; null: untagged.
+    const char *matrix = nullptr;
+    const char *range = nullptr;
     // The index of an MP4 before the pictures, so that a broken-off file still has it.
     bool indexFirst = false;
 };
@@ -48,8 +52,13 @@ struct Sound
     double onset = -1;
     // libav's name of the codec; empty for a file without sound.
     QString codec;
+    // A hash of its packets, as they are in the file.
+    QByteArray packets;
 };
 
 Sound soundOf(const QString &path);
+
+// "MATRIX/PRIMARIES/TRANSFER/RANGE" of the picture, in libav's names.
+QString colourTagsOf(const QString &path);
 
 } // namespace zk::test

@@ -1,5 +1,6 @@
 // The canvas and the player under it.
 #include "WorkspaceView.h"
+#include "ZkTestInput.h"
 
 #include <QBitmap>
 #include <QGestureEvent>
@@ -42,7 +43,7 @@ private slots:
     {
         m_space->record();
         press(Qt::LeftButton);
-        move(m_canvas, {200, 120}, Qt::LeftButton);
+        zk::test::drag(m_canvas, {200, 120}, Qt::LeftButton);
         release(Qt::LeftButton);
         QCOMPARE(noted("controller"), QStringList());
         QTRY_VERIFY(journal().contains(QStringLiteral("sigDrawingFinished")));
@@ -60,7 +61,7 @@ private slots:
         // One pixel sideways is one of the width; 60 asks for less than the minimum of 6.
         const QVector<QPair<int, int>> widths {{150, 80}, {90, 20}, {60, 20}, {65, 25}};
         for (const auto &step : widths) {
-            move(m_canvas, {step.first, 10}, Qt::LeftButton);
+            zk::test::drag(m_canvas, {step.first, 10}, Qt::LeftButton);
             QCOMPARE(m_presenter->penPixelWidth(), step.second);
         }
         release(Qt::LeftButton, ctrl);
@@ -107,7 +108,7 @@ private slots:
             press(button, keys);
             QCOMPARE(m_canvas->isDrawing(), button == Qt::LeftButton);
             QVERIFY(!m_presenter->isPenPixelWidthChanging());
-            move(m_canvas, {130, 120}, button);
+            zk::test::drag(m_canvas, {130, 120}, button);
             release(button, keys);
             QVERIFY(!m_canvas->isDrawing());
             QCOMPARE(noted("zoomer"), lines(calls));
@@ -122,9 +123,8 @@ private slots:
 
     void handsWheelAndPinchToThePlayer()
     {
-        QWheelEvent wheel({9, 9}, {9, 9}, {}, {0, 120}, {}, {}, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(m_canvas, &wheel);
-        QCoreApplication::sendEvent(m_player, &wheel);
+        zk::test::turnWheel(m_canvas, {9, 9}, 120);
+        zk::test::turnWheel(m_player, {9, 9}, 120);
         QPinchGesture fingers;
         QGestureEvent pinch({&fingers});
         QCoreApplication::sendEvent(m_canvas, &pinch);
@@ -173,9 +173,9 @@ private slots:
         takeJournal();
         QTest::mouseClick(m_player, Qt::RightButton);
         QTest::mousePress(m_player, Qt::LeftButton, {}, {50, 60});
-        move(m_player, {60, 60}, Qt::LeftButton);
-        move(m_player, {80, 50}, Qt::LeftButton); // measured from the press
-        move(m_player, {1, 1}, Qt::RightButton);
+        zk::test::drag(m_player, {60, 60}, Qt::LeftButton);
+        zk::test::drag(m_player, {80, 50}, Qt::LeftButton); // measured from the press
+        zk::test::drag(m_player, {1, 1}, Qt::RightButton);
         QCOMPARE(cursorAfter(m_player, QEvent::Leave), Qt::WaitCursor);
         QTest::mouseRelease(m_player, Qt::LeftButton, {}, {80, 50});
         QCOMPARE(noted("zoomer"),
@@ -242,12 +242,6 @@ private:
         QEvent event(type);
         QCoreApplication::sendEvent(widget, &event);
         return widget->cursor().shape();
-    }
-    // QTest::mouseMove() tells no buttons.
-    static void move(QWidget *widget, const QPoint &to, Qt::MouseButtons held)
-    {
-        QMouseEvent event(QEvent::MouseMove, to, widget->mapToGlobal(to), {}, held, {});
-        QCoreApplication::sendEvent(widget, &event);
     }
     void press(Qt::MouseButton button, Qt::KeyboardModifiers keys = {})
     {

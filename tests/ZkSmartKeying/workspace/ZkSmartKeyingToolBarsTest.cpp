@@ -1,22 +1,12 @@
 // The bars above and under the player.
 #include "WorkspaceView.h"
+#include "ZkShoutingTranslator.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QSlider>
-#include <QTranslator>
 
 using Presenter = ZkSmartKeyingPresenter;
-
-// Upper case is a language, too.
-class ShoutingTranslator : public QTranslator
-{
-public:
-    QString translate(const char *, const char *text, const char *, int) const override
-    {
-        return QString::fromUtf8(text).toUpper();
-    }
-    bool isEmpty() const override { return false; }
-};
 
 class ZkSmartKeyingToolBarsTest : public QObject
 {
@@ -70,7 +60,7 @@ private slots:
             {b(0), b(1), b(2), b(4), b(5), box(), line, b(6), b(7), b(8)},
             {base(4), base(5), base(1), base(3), m_bar->playbackSlider(), time(), base(10), zoom}};
         for (const QVector<QWidget *> &row : rows) {
-            QCOMPARE(row.first()->x(), 16);
+            QCOMPARE(row.first()->geometry(), QRect(16, 6, 28, 28));
             for (int i = 1; i < row.size(); ++i)
                 QCOMPARE(row[i]->x() - row[i - 1]->geometry().right() - 1, 16);
         }
@@ -152,7 +142,7 @@ private slots:
         m_service->items = 1;
         changeSegment();
         QTest::mouseClick(b(6), Qt::LeftButton);
-        QVERIFY(m_service->isMaskInverted());
+        QVERIFY(m_service->isMaskInverted() && b(2)->isChecked()); // the tool stays
         QCOMPARE(noted("event"), QStringList(usage("invert_mask")));
         m_service->setMaskInverted(false);
         changeSegment();
@@ -235,6 +225,22 @@ private slots:
         QCOMPARE(noted("zoomer"), QStringList());
     }
 
+    // Which is how one gets from 100.9 % to 100 %.
+    void setsTheShownZoomAgain()
+    {
+        m_space->player->zoomLevel = 1.009f;
+        emit m_space->presenter->sigFrameZoomed();
+        for (const Qt::Key key : {Qt::Key_Enter, Qt::Key_Up, Qt::Key_Escape}) {
+            QTest::mouseClick(box(), Qt::LeftButton);
+            QTRY_VERIFY(box()->view()->isVisible());
+            QTest::keyClick(box()->view(), key);
+            if (key == Qt::Key_Up)
+                QTest::keyClick(box()->view(), Qt::Key_Enter);
+            QTRY_VERIFY(!box()->view()->isVisible());
+        }
+        QCOMPARE(noted("zoomer"), lines("zoomer.zoom(1,0,0)\nzoomer.zoom(0.5,0,0)"));
+    }
+
     void restsWhileTracking()
     {
         m_space->track(true);
@@ -296,14 +302,15 @@ private slots:
 
     void followsTheLanguage()
     {
-        ShoutingTranslator translator;
-        QCoreApplication::installTranslator(&translator);
+        const zk::test::ShoutingTranslator translator;
         QTRY_COMPARE(b(2)->toolTip(), QStringLiteral("MASK AREAS TO KEEP (W)"));
         QCOMPARE(b(2)->accessibleName(), QStringLiteral("MASK AREAS TO KEEP"));
         QCOMPARE(box()->itemText(0), QStringLiteral("FIT"));
         QCOMPARE(box()->toolTip(), QStringLiteral("ZOOM LEVEL - FIT: (Ctrl+Shift+F)"));
         QCOMPARE(m_header->findChild<ZkMenu *>()->actions().at(3)->text(),
                  QStringLiteral("TOGGLE ALPHA"));
+        QCOMPARE(m_space->canvas()->accessibleName(), QStringLiteral("CANVAS"));
+        QCOMPARE(m_space->find<ZkProgressBar>()->accessibleName(), QStringLiteral("PROGRESS"));
         QVERIFY(barToolTips().endsWith(QStringLiteral("ZOOM TO FIT TIMELINE (Shift+Z)")));
     }
 

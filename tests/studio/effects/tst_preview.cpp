@@ -3,8 +3,6 @@
 #include "ZkPreview.h"
 #include "ZkTestMain.h"
 
-Q_DECLARE_METATYPE(zk::effects::PreviewType)
-
 using namespace zk::effects;
 using namespace zk::effects::test;
 
@@ -33,51 +31,49 @@ class TestPreview : public QObject
     Q_OBJECT
 
 private slots:
-    void pixelValues_data()
+    void pixelValues()
     {
-        QTest::addColumn<PreviewType>("type");
-        QTest::addColumn<bool>("invert");
-        QTest::addColumn<QVector<QRgb>>("pixels"); // of none, half and all of the object
         using Type = PreviewType;
-        using Pixels = QVector<QRgb>;
         const QRgb frame = qRgb(100, 200, 50);
         const QRgb black = qRgb(0, 0, 0);
         const QRgb white = qRgb(255, 255, 255);
         const QRgb dimmed = qRgb(50, 100, 25);
         const QRgb red = qRgb(162, 120, 30); // 0.4 of pure red over the frame
         const QRgb reddish = qRgb(131, 160, 40);
-        QTest::newRow("interactive") << Type::Interactive << false << Pixels {frame, reddish, red};
-        QTest::newRow("inverted") << Type::Interactive << true << Pixels {red, reddish, frame};
-        QTest::newRow("result") << Type::Result << false << Pixels {black, dimmed, frame};
-        QTest::newRow("result, inverted") << Type::Result << true << Pixels {frame, dimmed, black};
-        QTest::newRow("alpha") << Type::Alpha << false
-                               << Pixels {black, qRgb(128, 128, 128), white};
-        // On the first square, which is white.
-        QTest::newRow("grid") << Type::Grid << false << Pixels {white, qRgb(177, 227, 152), frame};
-    }
-    void pixelValues()
-    {
-        QFETCH(PreviewType, type);
-        QFETCH(bool, invert);
-        QFETCH(QVector<QRgb>, pixels);
-        PreviewSettings settings;
-        settings.type = type;
-        settings.invert = invert;
-        settings.overlayColour = QColor(255, 0, 0, 7); // its alpha must not matter
-        settings.overlayAlpha = 102;
-        const QImage picture = composePreview(stripes(), nullptr, settings);
-        QCOMPARE(picture.format(), QImage::Format_ARGB32_Premultiplied);
-        QCOMPARE(picture.size(), size);
-        for (int i = 0; i < pixels.size(); ++i) {
-            const QRgb is = picture.pixel(1 + 16 * i, 0);
-            const QRgb expected = pixels.at(i);
-            QVERIFY2(qAlpha(is) == 255 && qAbs(qRed(is) - qRed(expected)) <= 1
-                         && qAbs(qGreen(is) - qGreen(expected)) <= 1
-                         && qAbs(qBlue(is) - qBlue(expected)) <= 1,
-                     qPrintable(QColor(is).name()));
+        const struct
+        {
+            Type type;
+            bool invert;
+            QVector<QRgb> pixels; // of none, half and all of the object
+        } rows[] = {{Type::Interactive, false, {frame, reddish, red}},
+                    {Type::Interactive, true, {red, reddish, frame}},
+                    {Type::Result, false, {black, dimmed, frame}},
+                    {Type::Result, true, {frame, dimmed, black}},
+                    {Type::Alpha, false, {black, qRgb(128, 128, 128), white}},
+                    // On the first square, which is white.
+                    {Type::Grid, false, {white, qRgb(177, 227, 152), frame}}};
+        for (const auto &row : rows) {
+            PreviewSettings settings;
+            settings.type = row.type;
+            settings.invert = row.invert;
+            settings.overlayColour = QColor(255, 0, 0, 7); // its alpha must not matter
+            settings.overlayAlpha = 102;
+            const QImage picture = composePreview(stripes(), nullptr, settings);
+            QCOMPARE(picture.format(), QImage::Format_ARGB32_Premultiplied);
+            QCOMPARE(picture.size(), size);
+            for (int i = 0; i < row.pixels.size(); ++i) {
+                const QRgb is = picture.pixel(1 + 16 * i, 0);
+                const QRgb expected = row.pixels.at(i);
+                QVERIFY2(qAlpha(is) == 255 && qAbs(qRed(is) - qRed(expected)) <= 1
+                             && qAbs(qGreen(is) - qGreen(expected)) <= 1
+                             && qAbs(qBlue(is) - qBlue(expected)) <= 1,
+                         qPrintable(QStringLiteral("type %1: %2 instead of %3")
+                                        .arg(int(row.type))
+                                        .arg(QColor(is).name(), QColor(expected).name())));
+            }
+            if (row.type == Type::Grid)
+                QCOMPARE(picture.pixel(5, 1), qRgb(0xcc, 0xcc, 0xcc));
         }
-        if (type == PreviewType::Grid)
-            QCOMPARE(picture.pixel(5, 1), qRgb(0xcc, 0xcc, 0xcc));
     }
 
     void looksShowOutsideTheInteractiveMode()

@@ -1,5 +1,6 @@
 #include "ZkStudioTimelineView.h"
 #include "EditBench.h"
+#include "ZkTestInput.h"
 #include "ZkTestMain.h"
 #include "ZkTimelineRuler.h"
 #include "ZkWidgets.h"
@@ -9,7 +10,6 @@
 #include <QScrollBar>
 #include <QShortcut>
 #include <QToolTip>
-#include <QWheelEvent>
 #include <QWindow>
 
 using namespace zk::datamodel;
@@ -59,15 +59,7 @@ public:
     }
     void turnWheel(const QPoint &position, int notches, Qt::KeyboardModifiers modifiers = {})
     {
-        QWheelEvent event(position,
-                          canvas()->mapToGlobal(position),
-                          {},
-                          {0, notches * 120},
-                          Qt::NoButton,
-                          modifiers,
-                          Qt::NoScrollPhase,
-                          false);
-        QApplication::sendEvent(canvas(), &event);
+        zk::test::turnWheel(canvas(), position, notches * 120, modifiers);
     }
     QWidget *canvas() const { return view.canvas(); }
     // As the window system reports them: a press takes the pointer until the release.

@@ -1,3 +1,4 @@
+#include "ZkTestInput.h"
 #include "ZkTestMain.h"
 
 #include "ZkWidgets.h"
@@ -14,20 +15,6 @@ void show(QWidget &window)
     window.show();
     window.activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(&window));
-}
-
-void wheel(QWidget *widget, int delta)
-{
-    const QPointF middle = widget->rect().center();
-    QWheelEvent event(middle,
-                      widget->mapToGlobal(middle.toPoint()),
-                      QPoint(),
-                      QPoint(0, delta),
-                      Qt::NoButton,
-                      Qt::NoModifier,
-                      Qt::NoScrollPhase,
-                      false);
-    QApplication::sendEvent(widget, &event);
 }
 
 } // namespace
@@ -113,14 +100,14 @@ private slots:
         box.setCurrentIndex(2);
         QTest::keyClick(&box, Qt::Key_Down);
         QCOMPARE(box.currentIndex(), 4);
-        wheel(&box, 120);
+        zk::test::turnWheel(&box, box.rect().center(), 120);
         QCOMPARE(box.currentIndex(), 2);
         QTest::keyClicks(&box, "37");
         QVERIFY(box.currentIndex() != 3);
 
         box.setCurrentIndex(3);
         QCOMPARE(box.currentText(), QString("37%"));
-        wheel(&box, 120);
+        zk::test::turnWheel(&box, box.rect().center(), 120);
         QTest::keyClick(&box, Qt::Key_Up);
         QCOMPARE(box.currentIndex(), 3); // it has no neighbours
         box.setRowHidden(3, false);
@@ -150,16 +137,6 @@ private slots:
         QVERIFY(screen.contains(menu.geometry()));
         QVERIFY(menu.geometry().bottom() < anchor.y());
         menu.close();
-    }
-
-    void progressBarsComeInSizes()
-    {
-        QWidget window;
-        const ZkProgressBar normal(&window);
-        const auto *mini = ZkProgressBar::CreateMiniProgressBar(&window);
-        show(window);
-        QVERIFY(!mini->isTextVisible());
-        QVERIFY(mini->sizeHint().height() < normal.sizeHint().height());
     }
 
     void roundedStripsLieAtTheEdges()
@@ -216,32 +193,25 @@ private slots:
         QVERIFY(dialog.isVisible());
     }
 
-    void leavingTheColorDialog_data()
-    {
-        QTest::addColumn<int>("key");
-        QTest::addColumn<bool>("keeps");
-        QTest::newRow("Enter") << int(Qt::Key_Return) << true;
-        QTest::newRow("Esc") << int(Qt::Key_Escape) << false;
-        QTest::newRow("a click beside it") << 0 << true;
-    }
-
     void leavingTheColorDialog()
     {
-        QFETCH(int, key);
-        QFETCH(bool, keeps);
-        ZkColorSelecter dialog;
-        dialog.setCurrentColor(QColor("#c9727b"));
-        QTimer::singleShot(0, &dialog, [&] {
-            auto *swatch = dialog.findChildren<ZkColorToolButton *>().last();
-            QTest::mouseClick(swatch, Qt::LeftButton);
-            QCOMPARE(dialog.currentColor(), swatch->color());
-            if (key)
-                QTest::keyClick(dialog.focusWidget(), Qt::Key(key));
-            else
-                QTest::mouseClick(&dialog, Qt::LeftButton, {}, QPoint(-5, 10));
-        });
-        dialog.exec();
-        QCOMPARE(dialog.currentColor() != QColor("#c9727b"), keeps);
+        const QColor before("#c9727b");
+        for (const int key :
+             {int(Qt::Key_Return), int(Qt::Key_Escape), 0}) { // 0: a click beside it
+            ZkColorSelecter dialog;
+            dialog.setCurrentColor(before);
+            QTimer::singleShot(0, &dialog, [&] {
+                auto *swatch = dialog.findChildren<ZkColorToolButton *>().last();
+                QTest::mouseClick(swatch, Qt::LeftButton);
+                QCOMPARE(dialog.currentColor(), swatch->color());
+                if (key)
+                    QTest::keyClick(dialog.focusWidget(), Qt::Key(key));
+                else
+                    QTest::mouseClick(&dialog, Qt::LeftButton, {}, QPoint(-5, 10));
+            });
+            dialog.exec();
+            QCOMPARE(dialog.currentColor() == before, key == Qt::Key_Escape);
+        }
     }
 
 private:

@@ -60,30 +60,24 @@ private slots:
         QVERIFY(ZkSkinManager::instance()->icon("no_such_icon").isNull());
     }
 
-    void appliesSectionsByKey_data()
-    {
-        QTest::addColumn<bool>("isKnown");
-        const QStringList known = ZkSkin(":/ZkSkin").keys();
-        QVERIFY(known.size() > 20);
-        for (const QString &key : known)
-            QTest::newRow(qUtf8Printable(key)) << true;
-        for (const char *key : {"Widgets/NoSuchObject", "NoSuchArea/Panel", "Widgets", "/"})
-            QTest::newRow(key) << false;
-    }
-
     // Qt warns about a style sheet that it cannot parse, and the skin about an unknown colour.
     void appliesSectionsByKey()
     {
-        QFETCH(bool, isKnown);
-        const QString key = QString::fromLatin1(QTest::currentDataTag());
-        const QString before = QStringLiteral("QWidget { color: red; }");
-        QWidget widget;
-        widget.setStyleSheet(before);
         const ZkSkin skin(":/ZkSkin");
-        QCOMPARE(ZkSkinManager::instance()->applyStyleSheet(&widget, key), isKnown);
-        widget.ensurePolished();
-        QCOMPARE(widget.styleSheet(), isKnown ? skin.styleSheet(key) : before);
-        QVERIFY(!ZkSkinManager::instance()->applyStyleSheet(nullptr, key));
+        const QStringList known = skin.keys();
+        QVERIFY(known.size() > 20);
+        const QStringList unknown {"Widgets/NoSuchObject", "NoSuchArea/Panel", "Widgets", "/"};
+        const QString before = QStringLiteral("QWidget { color: red; }");
+        for (const QString &key : known + unknown) {
+            const bool isKnown = !unknown.contains(key);
+            QWidget widget;
+            widget.setStyleSheet(before);
+            QVERIFY2(ZkSkinManager::instance()->applyStyleSheet(&widget, key) == isKnown,
+                     qPrintable(key));
+            widget.ensurePolished();
+            QCOMPARE(widget.styleSheet(), isKnown ? skin.styleSheet(key) : before);
+            QVERIFY(!ZkSkinManager::instance()->applyStyleSheet(nullptr, key));
+        }
     }
 
     void faultySkinKeepsTheRest();

@@ -1,3 +1,4 @@
+#include "ZkTestInput.h"
 #include "ZkTestMain.h"
 
 #include "ZkWidgets.h"
@@ -89,18 +90,8 @@ private slots:
         QTest::keyClick(m_edit, Qt::Key_Up);
         QTest::keyClick(m_edit, Qt::Key_Down);
         QTest::keyClick(m_edit, Qt::Key_Down);
-        const QPointF middle = m_edit->rect().center();
-        for (int turn = 0; turn < 2; ++turn) { // half a step each
-            QWheelEvent event(middle,
-                              middle,
-                              QPoint(),
-                              QPoint(0, 60),
-                              Qt::NoButton,
-                              Qt::NoModifier,
-                              Qt::NoScrollPhase,
-                              false);
-            QApplication::sendEvent(m_edit, &event);
-        }
+        for (int turn = 0; turn < 2; ++turn) // half a step each
+            zk::test::turnWheel(m_edit, m_edit->rect().center(), 60);
         QCOMPARE(changed, (QList<QVariantList> {{11}, {10}, {9}, {10}}));
         QTest::keyClick(m_edit, Qt::Key_A, Qt::ControlModifier);
         QTest::keyClicks(m_edit, "15");

@@ -1,3 +1,4 @@
+#include "ZkTestInput.h"
 #include "ZkTestMain.h"
 
 #include "ZkMediaPlayer.h"
@@ -57,16 +58,6 @@ public:
     int toolTipUpdates = 0;
 };
 
-class ButtonBar : public ZkToolButtonBar
-{
-public:
-    ButtonBar()
-    {
-        for (int id = 0; id < 3; ++id)
-            addButton(id, QString("b%1").arg(id), "Timeline/ZTimelineToolbar_Undo", id > 0);
-    }
-};
-
 } // namespace
 
 class ZkToolBarsTest : public QObject
@@ -80,26 +71,6 @@ private slots:
         m_notice = std::make_unique<zk::test::ExpectedMessage>("^This plugin does not support");
     }
     void cleanup() { m_notice.reset(); }
-
-    void buttonsAreAddressedById()
-    {
-        ButtonBar bar;
-        bar.resize(600, 40);
-        bar.show();
-        QSignalSpy clicked(&bar, &ZkToolButtonBar::sigButtonClick);
-        QTest::mouseClick(bar.button(1), Qt::LeftButton);
-        bar.button(0)->click();
-        bar.button(2)->setChecked(true);
-        QCOMPARE(clicked, (QList<QVariantList> {{1}, {0}}));
-        QVERIFY(bar.button(1)->isChecked() && bar.button(2)->isChecked()); // not exclusive
-        QCOMPARE(bar.button(3), nullptr);
-        // From the left, at the bar's distances, in the middle.
-        QCOMPARE(bar.button(0)->geometry(), QRect(16, 6, 28, 28));
-        QCOMPARE(bar.button(1)->x(), 16 + 28 + 16);
-        auto *first = qobject_cast<ZkToolButton *>(bar.button(0));
-        QCOMPARE(first->objectName(), QString("b0"));
-        QCOMPARE(first->iconName(), QString("undo"));
-    }
 
     void zoomSliderReportsTheUser()
     {
@@ -167,12 +138,7 @@ private slots:
         QCOMPARE(player.takeCalls(), QStringList("seek 0"));
         player.observers.first()->playerFrameChanged(33); // late news
         QCOMPARE(slider->value(), 0);
-        QMouseEvent drag(QEvent::MouseMove,
-                         QPoint(slider->width(), y),
-                         Qt::NoButton,
-                         Qt::LeftButton,
-                         Qt::NoModifier);
-        QApplication::sendEvent(slider, &drag);
+        zk::test::drag(slider, QPoint(slider->width(), y));
         QTest::mouseRelease(slider, Qt::LeftButton, {}, QPoint(slider->width(), y));
         QCOMPARE(player.takeCalls(), QStringList("seek 100"));
 

@@ -8,6 +8,8 @@
 #include <QImageReader>
 #include <QTimer>
 
+#include <tuple>
+
 using namespace ZKVBLMODEL;
 
 class TestMediaLibrary : public QObject
@@ -129,39 +131,28 @@ private Q_SLOTS:
         QVERIFY(fixture.manager()->loadFolder(fixture.root()));
     }
 
-    void importsAreToldStepByStep_data()
-    {
-        QTest::addColumn<QString>("before");
-        QTest::addColumn<QString>("after");
-        QTest::addColumn<QString>("notices");
-        const auto row = [](const char *before, const char *after, const char *notices) {
-            QTest::newRow(notices)
-                << QString(QLatin1String(before)) << QString(QLatin1String(after))
-                << QString(QLatin1String(notices));
-        };
-        row("a b", "a b", "");
-        row("a", "a b", "adding b,added b,loaded subject_smart_cutout_preset");
-        row("a b c", "a c", "removing b,removed b,loaded subject_smart_cutout_preset");
-        row("a b",
-            "a c",
-            "removing b,removed b,adding c,added c,loaded subject_smart_cutout_preset");
-        row("b", "a b", "before reload,after reload");
-        row("a b", "b a", "before reload,after reload");
-    }
-
     void importsAreToldStepByStep()
     {
-        QFETCH(QString, before);
-        QFETCH(QString, after);
-        QVERIFY(m_fixture->import(before));
-        m_fixture->manager()->loadFolder(m_fixture->presets());
-        QTRY_COMPARE(m_fixture->log.count("loaded"), 1);
-        m_fixture->log.entries.clear();
-        QVERIFY(m_fixture->import(after));
-        QTEST(m_fixture->log.text(), "notices");
-        QCOMPARE(m_fixture->slugs(), after);
-        QCOMPARE(m_fixture->presets()->loadState(), int(zkmsLoaded));
-        QCOMPARE(m_fixture->files().size(), 2 * m_fixture->items().size());
+        const QString loaded = "loaded subject_smart_cutout_preset";
+        const std::tuple<QString, QString, QString> rows[] = {
+            {"a b", "a b", ""},
+            {"a", "a b", "adding b,added b," + loaded},
+            {"a b c", "a c", "removing b,removed b," + loaded},
+            {"a b", "a c", "removing b,removed b,adding c,added c," + loaded},
+            {"b", "a b", "before reload,after reload"},
+            {"a b", "b a", "before reload,after reload"}};
+        for (const auto &[before, after, notices] : rows) {
+            init();
+            QVERIFY(m_fixture->import(before));
+            m_fixture->manager()->loadFolder(m_fixture->presets());
+            QTRY_COMPARE(m_fixture->log.count("loaded"), 1);
+            m_fixture->log.entries.clear();
+            QVERIFY(m_fixture->import(after));
+            QCOMPARE(m_fixture->log.text(), notices);
+            QCOMPARE(m_fixture->slugs(), after);
+            QCOMPARE(m_fixture->presets()->loadState(), int(zkmsLoaded));
+            QCOMPARE(m_fixture->files().size(), 2 * m_fixture->items().size());
+        }
     }
 
     void changedLookReplacesItsFiles()

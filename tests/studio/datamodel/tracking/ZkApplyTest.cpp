@@ -1,4 +1,5 @@
 #include "EditBench.h"
+#include "ZkShoutingTranslator.h"
 #include "ZkTestMain.h"
 #include "segmentation/ZkMatteTrack.h"
 #include "timeline/ZkStudioEffect.h"
@@ -79,6 +80,21 @@ private Q_SLOTS:
         QVERIFY(bench->applyAndWait()); // nothing there, nothing done
         QCOMPARE(bench->observer.results.last(), int(ZKSMARTKEYING::SaveSucceeded));
         QCOMPARE(undo->undoStepCount(), 3);
+    }
+
+    void namesItsStepsInTheUsersLanguage()
+    {
+        const ShoutingTranslator translator;
+        QVERIFY(bench->giveTruthEverywhere());
+        QCOMPARE(bench->undo()->undoText(), QStringLiteral("SET MATTE"));
+        bench->service()->setMaskInverted(true);
+        QCOMPARE(bench->undo()->undoText(), QStringLiteral("INVERT MASK"));
+        bench->clip()->effects()->add(ZkStudioEffect::plainCutout());
+        QCOMPARE(bench->undo()->undoText(), QStringLiteral("ADD EFFECT"));
+        bench->clip()->effects()->effectAt(0)->setEnabled(false);
+        QCOMPARE(bench->undo()->undoText(), QStringLiteral("DISABLE EFFECT"));
+        QVERIFY(bench->applyAndWait());
+        QCOMPARE(bench->project->undoRedoService()->undoText(), QStringLiteral("SMART CUTOUT"));
     }
 
     void invertedAndIncomplete()

@@ -4,6 +4,7 @@
 #include "timeline/ZkStudioEffectList.h"
 
 #include <numeric>
+#include <tuple>
 
 using namespace zk::datamodel;
 using namespace zk::test;
@@ -30,34 +31,29 @@ private Q_SLOTS:
     void init() { bench.emplace(); }
     void cleanup() { bench.reset(); }
 
-    void runs_data()
-    {
-        QTest::addColumn<int>("seed");
-        QTest::addColumn<int>("direction");
-        QTest::addColumn<QVector<qint64>>("frames");
-        QTest::newRow("forward") << 3 << 1 << range(3, last);
-        QTest::newRow("backward") << 12 << 2 << range(0, 12);
-        QTest::newRow("both") << 7 << 3 << range(0, last);
-    }
     void runs()
     {
-        QFETCH(int, seed);
-        QFETCH(int, direction);
-        QFETCH(QVector<qint64>, frames);
-        QVERIFY(bench->giveTruth(seed));
-        bench->edits.sets.clear();
-        QCOMPARE(bench->track(seed, direction), 0);
-        QCOMPARE(bench->trackedFrames(), frames);
-        for (qint64 tracked : qAsConst(frames))
-            QVERIFY2(bench->agreement(tracked) > 0.6, qPrintable(QString::number(tracked)));
-        QCOMPARE(bench->player.notes, wholeRun);
-        QVERIFY(std::is_sorted(bench->player.percents.cbegin(), bench->player.percents.cend()));
-        QCOMPARE(bench->player.percents.last(), 100);
-        QVector<qint64> shown = bench->player.frames;
-        std::sort(shown.begin(), shown.end());
-        shown.erase(std::unique(shown.begin(), shown.end()), shown.end());
-        QCOMPARE(shown, frames);
-        QCOMPARE(bench->edits.count(ZKTIMELINE::SegmentChange), 1);
+        const std::tuple<int, int, QVector<qint64>> rows[] = {
+            {3, ZKSMARTKEYING::TrackForward, range(3, last)},
+            {12, ZKSMARTKEYING::TrackBackward, range(0, 12)},
+            {7, ZKSMARTKEYING::TrackBoth, range(0, last)}};
+        for (const auto &[seed, direction, frames] : rows) {
+            bench.emplace();
+            QVERIFY(bench->giveTruth(seed));
+            bench->edits.sets.clear();
+            QCOMPARE(bench->track(seed, direction), 0);
+            QCOMPARE(bench->trackedFrames(), frames);
+            for (const qint64 tracked : frames)
+                QVERIFY2(bench->agreement(tracked) > 0.6, qPrintable(QString::number(tracked)));
+            QCOMPARE(bench->player.notes, wholeRun);
+            QVERIFY(std::is_sorted(bench->player.percents.cbegin(), bench->player.percents.cend()));
+            QCOMPARE(bench->player.percents.last(), 100);
+            QVector<qint64> shown = bench->player.frames;
+            std::sort(shown.begin(), shown.end());
+            shown.erase(std::unique(shown.begin(), shown.end()), shown.end());
+            QCOMPARE(shown, frames);
+            QCOMPARE(bench->edits.count(ZKTIMELINE::SegmentChange), 1);
+        }
     }
 
     void refused()

@@ -1,13 +1,15 @@
+#include "ZkShoutingTranslator.h"
+#include "ZkTestInput.h"
 #include "ZkTestMain.h"
 #include "widgets/ZkDrawing.h"
 
 #include <QApplication>
-#include <QMouseEvent>
 #include <QPaintEvent>
 #include <QShortcut>
 
-#include <memory>
+#include <functional>
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -35,11 +37,7 @@ public:
         return QTest::qWaitForWindowExposed(this);
     }
     void press(const QPoint &at) { QTest::mousePress(this, Qt::LeftButton, {}, at); }
-    void drag(const QPoint &to)
-    {
-        QMouseEvent move(QEvent::MouseMove, to, Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(this, &move);
-    }
+    void drag(const QPoint &to) { zk::test::drag(this, to); }
     void release(const QPoint &at) { QTest::mouseRelease(this, Qt::LeftButton, {}, at); }
     void draw(const QVector<QPoint> &points)
     {
@@ -98,24 +96,19 @@ private Q_SLOTS:
     void init() { canvas.emplace(); }
     void cleanup() { canvas.reset(); }
 
-    void drawsWhereTheCursorIs_data()
-    {
-        QTest::addColumn<int>("width");
-        QTest::addColumn<QRect>("expected");
-        QTest::newRow("one pixel") << 1 << QRect(40, 45, 1, 1);
-        QTest::newRow("even") << 8 << QRect(36, 41, 8, 8);
-        QTest::newRow("odd") << 9 << QRect(36, 41, 9, 9);
-    }
     void drawsWhereTheCursorIs()
     {
-        QFETCH(int, width);
         QVERIFY(canvas->showAndWait());
-        canvas->setPenWidth(width);
-        QTest::mouseClick(&*canvas, Qt::LeftButton, {}, {50, 50});
-        const QImage image = canvas->takeImage();
-        QCOMPARE(image.size(), QSize(180, 90));
-        QCOMPARE(image.format(), QImage::Format_ARGB32_Premultiplied);
-        QTEST(extent(image), "expected");
+        const QPair<int, QRect> rows[] = {
+            {1, {40, 45, 1, 1}}, {8, {36, 41, 8, 8}}, {9, {36, 41, 9, 9}}};
+        for (const auto &[width, expected] : rows) {
+            canvas->setPenWidth(width);
+            QTest::mouseClick(&*canvas, Qt::LeftButton, {}, {50, 50});
+            const QImage image = canvas->takeImage();
+            QCOMPARE(image.size(), QSize(180, 90));
+            QCOMPARE(image.format(), QImage::Format_ARGB32_Premultiplied);
+            QCOMPARE(extent(image), expected);
+        }
     }
 
     void staysEvenWhereItCrossesItself()
@@ -208,43 +201,35 @@ private Q_SLOTS:
         QVERIFY(before.adjusted(-1, -1, 1, 1).contains(after));
     }
 
-    void cancels_data()
-    {
-        QTest::addColumn<int>("how");
-        QTest::newRow("Esc, typed elsewhere") << 0;
-        QTest::newRow("hidden") << 1;
-        QTest::newRow("disabled") << 2;
-        QTest::newRow("nothing left to draw on") << 3;
-    }
     void cancels()
     {
-        QFETCH(int, how);
         QWidget focused;
         int shortcuts = 0;
         QShortcut shortcut(Qt::Key_Escape, &focused);
         connect(&shortcut, &QShortcut::activated, this, [&] { ++shortcuts; });
         focused.show();
-        QVERIFY(canvas->showAndWait());
-        QApplication::setActiveWindow(&focused);
-        canvas->press({20, 50});
-        canvas->drag({40, 50});
-        if (how == 0)
-            QTest::keyClick(&focused, Qt::Key_Escape);
-        else if (how == 1)
-            canvas->hide();
-        else if (how == 2)
-            canvas->setEnabled(false);
-        else
-            canvas->setCanvasRect({});
-        QVERIFY(!canvas->isDrawing());
-        canvas->drag({60, 50});
-        if (canvas->isEnabled())
-            canvas->release({60, 50});
-        QCOMPARE(canvas->finishes, QStringLiteral("0"));
-        QVERIFY(canvas->takeImage().isNull());
-        QCOMPARE(shortcuts, 0);
-        QTest::keyClick(&focused, Qt::Key_Escape); // is the window's own again
-        QCOMPARE(shortcuts, 1);
+        const std::function<void()> ways[] = {
+            [&] { QTest::keyClick(&focused, Qt::Key_Escape); }, // typed elsewhere
+            [&] { canvas->hide(); },
+            [&] { canvas->setEnabled(false); },
+            [&] { canvas->setCanvasRect({}); }}; // nothing left to draw on
+        for (const auto &interrupt : ways) {
+            canvas.emplace();
+            QVERIFY(canvas->showAndWait());
+            QApplication::setActiveWindow(&focused);
+            canvas->press({20, 50});
+            canvas->drag({40, 50});
+            interrupt();
+            QVERIFY(!canvas->isDrawing());
+            canvas->drag({60, 50});
+            if (canvas->isEnabled())
+                canvas->release({60, 50});
+            QCOMPARE(canvas->finishes, QStringLiteral("0"));
+            QVERIFY(canvas->takeImage().isNull());
+            QCOMPARE(std::exchange(shortcuts, 0), 0);
+            QTest::keyClick(&focused, Qt::Key_Escape); // is the window's own again
+            QCOMPARE(std::exchange(shortcuts, 0), 1);
+        }
     }
 
     void reportsNothing()
@@ -263,6 +248,15 @@ private Q_SLOTS:
         canvas->setCanvasRect({});
         canvas->draw({{20, 20}, {30, 30}});
         QCOMPARE(canvas->finishes, QString());
+    }
+
+    void followsTheLanguageUnlessNamed()
+    {
+        const Canvas unnamed;
+        canvas->setAccessibleName(QStringLiteral("Mine"));
+        const zk::test::ShoutingTranslator translator;
+        QTRY_COMPARE(unnamed.accessibleName(), QStringLiteral("CANVAS"));
+        QCOMPARE(canvas->accessibleName(), QStringLiteral("Mine"));
     }
 
     void keepsAStrokeWhoseReleaseIsLost()

@@ -6,6 +6,9 @@ libopencv-dev
 libavformat-dev libavcodec-dev libavutil-dev libswscale-dev libswresample-dev
 fonts-dejavu-core"
 
+# Of the tests that work on a screen of their own.
+zk_screen_packages="xvfb openbox picom xdotool x11-utils python3"
+
 # zk_install_missing PACKAGE...: says what it installs; silent when nothing is missing.
 zk_install_missing() {
     command -v dpkg-query >/dev/null || {

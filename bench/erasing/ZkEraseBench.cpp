@@ -1,5 +1,5 @@
-// zk_erase_bench --data=DIR [--height PIXELS] [--frames N] [--pairs N] [--threads N] [--no-baselines]
-//                [--dump DIR]
+// zk_erase_bench --data=DIR [--height PIXELS] [--frames N] [--pair SHOWN,CUT] [--threads N]
+//                [--no-baselines] [--dump DIR]
 #include "ZkEraseMeasures.h"
 
 #include <erasing/ZkObjectEraser.h>
@@ -26,8 +26,7 @@ struct Arguments
     std::string dump;
     int height = 480;
     int frames = 25;
-    int pairs = 5;
-    int only = -1;
+    std::vector<zk::bench::PairNames> pairs;
     int threads = 0;
     bool baselines = true;
 };
@@ -103,6 +102,13 @@ void dump(const std::string &folder, const HolePair &pair, const Frames &result,
     }
 }
 
+void addPair(const std::string &names, std::vector<zk::bench::PairNames> *pairs)
+{
+    const std::size_t comma = names.find(',');
+    if (comma != std::string::npos)
+        pairs->push_back({names.substr(0, comma), names.substr(comma + 1)});
+}
+
 bool parse(int argc, char **argv, Arguments *arguments)
 {
     for (int i = 1; i < argc; ++i) {
@@ -116,10 +122,8 @@ bool parse(int argc, char **argv, Arguments *arguments)
             arguments->height = std::atoi(argv[++i]);
         else if (argument == "--frames" && hasValue)
             arguments->frames = std::atoi(argv[++i]);
-        else if (argument == "--pairs" && hasValue)
-            arguments->pairs = std::atoi(argv[++i]);
-        else if (argument == "--only" && hasValue)
-            arguments->only = std::atoi(argv[++i]);
+        else if (argument == "--pair" && hasValue)
+            addPair(argv[++i], &arguments->pairs);
         else if (argument == "--threads" && hasValue)
             arguments->threads = std::atoi(argv[++i]);
         else if (argument == "--dump" && hasValue)
@@ -136,11 +140,10 @@ int main(int argc, char **argv)
 {
     Arguments arguments;
     if (!parse(argc, argv, &arguments)) {
-        std::fprintf(
-            stderr,
-            "usage: %s --data=DIR [--height PIXELS] [--frames N] [--pairs N] [--only PAIR] "
-            "[--threads N] [--no-baselines] [--dump DIR]\n",
-            argv[0]);
+        std::fprintf(stderr,
+                     "usage: %s --data=DIR [--height PIXELS] [--frames N] [--pair SHOWN,CUT]... "
+                     "[--threads N] [--no-baselines] [--dump DIR]\n",
+                     argv[0]);
         return 2;
     }
     zk::engine::EraseTimes times;
@@ -163,13 +166,11 @@ int main(int argc, char **argv)
                 "s/frame");
     std::vector<EraseMeasures> sums(methods.size());
     int measured = 0;
-    for (int p = 0; p < std::min(arguments.pairs, int(zk::bench::measuredPairs.size())); ++p) {
-        if (arguments.only >= 0 && p != arguments.only)
-            continue;
-        const HolePair pair = zk::bench::readPair(arguments.folder,
-                                                  zk::bench::measuredPairs[std::size_t(p)],
-                                                  arguments.frames,
-                                                  arguments.height);
+    if (arguments.pairs.empty())
+        arguments.pairs = zk::bench::measuredPairs;
+    for (const zk::bench::PairNames &names : arguments.pairs) {
+        const HolePair pair =
+            zk::bench::readPair(arguments.folder, names, arguments.frames, arguments.height);
         if (pair.frames.empty()) {
             std::fprintf(stderr, "no frames for %s\n", pair.name.c_str());
             return 1;

@@ -21,8 +21,8 @@ struct HolePair
 // The five pairs that are measured, clip names of the data folder.
 struct PairNames
 {
-    const char *shown;
-    const char *cut;
+    std::string shown;
+    std::string cut;
 };
 extern const std::vector<PairNames> measuredPairs;
 

@@ -62,6 +62,7 @@ struct Plate
 struct EraseFrame
 {
     int index = 0; // in the clip
+    bool filled = false; // its hole shows a filling already
     bool finished = false; // handed out: what its hole shows is truth for the frames after it
     Plate full; // at the frame's own size
     Plate work; // at working size; the same hole, a pixel belongs to it when any part does

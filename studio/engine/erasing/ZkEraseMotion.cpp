@@ -18,6 +18,7 @@ constexpr int smallestSide = 32; // below it the flow's patches and pyramid do n
 constexpr int around = 64; // working pixels around a hole in which motion is measured
 constexpr int corrupted = 8; // so far a hole's filling spoils the flow outside of it
 constexpr double contradiction = 2.25; // squared pixels between there and back
+constexpr float foreign = 1.0f; // squared pixels off the plane's motion: another object's
 constexpr int speck = 400; // pixels
 constexpr int mostSamples = 400;
 
@@ -119,7 +120,7 @@ private:
             for (int x = 0; x < rest->cols; ++x) {
                 cv::Vec2f &motion = rest->at<cv::Vec2f>(y, x);
                 motion -= m_model.motionAt({float(x), float(y)});
-                if (motion.dot(motion) > 9.0f && m_state.at<uchar>(y, x) == DiffusionKnown)
+                if (motion.dot(motion) > foreign && m_state.at<uchar>(y, x) == DiffusionKnown)
                     m_state.at<uchar>(y, x) = DiffusionOutside;
             }
         }
@@ -145,7 +146,7 @@ private:
 };
 
 // Each unknown area by itself; specks, which have nothing to fit to, all at once.
-void complete(cv::Mat *flow, const cv::Mat &unknown, const cv::Mat &error)
+void completeFlow(cv::Mat *flow, const cv::Mat &unknown, const cv::Mat &error)
 {
     cv::Mat state(flow->size(), CV_8U, cv::Scalar(DiffusionKnown));
     state.setTo(DiffusionOutside, error > contradiction);
@@ -167,12 +168,6 @@ void complete(cv::Mat *flow, const cv::Mat &unknown, const cv::Mat &error)
     diffuse(flow, state);
 }
 
-struct Pair
-{
-    cv::Mat forward;
-    cv::Mat backward;
-};
-
 // Nothing that is known moved consistently, and what came is not what was there.
 bool isSceneCut(const cv::Mat &from,
                 const cv::Mat &to,
@@ -193,9 +188,72 @@ bool isSceneCut(const cv::Mat &from,
     return agreeing < 0.35 && left > 18.0;
 }
 
+// The two motions between two frames, in the box around their holes.
+class PairMotion
+{
+public:
+    PairMotion(const EraseFrame &earlier, const EraseFrame &later, const cv::Rect &box)
+        : m_hole(earlier.hole(box))
+        , m_holeLater(later.hole(box))
+        , m_before(brightness(earlier.work, box))
+        , m_after(brightness(later.work, box))
+    { }
+
+    bool measure(const std::function<bool()> &stopped)
+    {
+        forward = flowBetween(m_before, m_after);
+        if (stopped())
+            return false;
+        backward = flowBetween(m_after, m_before);
+        m_error = contradictions(forward, backward);
+        m_errorLater = contradictions(backward, forward);
+        return !stopped();
+    }
+    // False at a scene cut.
+    bool completeAroundHoles(const std::function<bool()> &stopped)
+    {
+        const cv::Mat spoilt = grownMask(m_hole, corrupted);
+        const cv::Mat spoiltLater = grownMask(m_holeLater, corrupted);
+        const cv::Mat hidden = spoilt | leadingInto(spoiltLater, forward);
+        const cv::Mat hiddenLater = spoiltLater | leadingInto(spoilt, backward);
+        if (isSceneCut(m_before, m_after, forward, ~hidden, m_error))
+            return false;
+        complete(hidden, hiddenLater, stopped);
+        return true;
+    }
+    void completeContradictions(const std::function<bool()> &stopped)
+    {
+        const cv::Mat hidden = m_hole & (m_error > contradiction);
+        complete(hidden, m_holeLater & (m_errorLater > contradiction), stopped);
+    }
+
+    cv::Mat forward;
+    cv::Mat backward;
+
+private:
+    void complete(const cv::Mat &hidden,
+                  const cv::Mat &hiddenLater,
+                  const std::function<bool()> &stopped)
+    {
+        completeFlow(&forward, hidden, m_error);
+        if (!stopped())
+            completeFlow(&backward, hiddenLater, m_errorLater);
+    }
+
+    cv::Mat m_hole;
+    cv::Mat m_holeLater;
+    cv::Mat m_before;
+    cv::Mat m_after;
+    cv::Mat m_error;
+    cv::Mat m_errorLater;
+};
+
 } // namespace
 
-void measureEraseMotion(EraseFrame *earlier, EraseFrame *later, HoleContent content)
+void measureEraseMotion(EraseFrame *earlier,
+                        EraseFrame *later,
+                        HoleContent content,
+                        const std::function<bool()> &stopped)
 {
     earlier->toNext = {};
     later->toPrevious = {};
@@ -203,28 +261,15 @@ void measureEraseMotion(EraseFrame *earlier, EraseFrame *later, HoleContent cont
     if (holes.empty())
         return;
     const cv::Rect box = grownBox(holes, {around, around}, earlier->hole.size());
-    const cv::Mat before = brightness(earlier->work, box);
-    const cv::Mat after = brightness(later->work, box);
-    Pair flow {flowBetween(before, after), flowBetween(after, before)};
-    const cv::Mat error = contradictions(flow.forward, flow.backward);
-    const cv::Mat errorBack = contradictions(flow.backward, flow.forward);
-
-    cv::Mat hidden, hiddenLater;
-    if (content == HoleContent::Nothing) {
-        const cv::Mat spoilt = grownMask(earlier->hole(box), corrupted);
-        const cv::Mat spoiltLater = grownMask(later->hole(box), corrupted);
-        hidden = spoilt | leadingInto(spoiltLater, flow.forward);
-        hiddenLater = spoiltLater | leadingInto(spoilt, flow.backward);
-        if (isSceneCut(before, after, flow.forward, ~hidden, error))
-            return;
-    } else {
-        hidden = earlier->hole(box) & (error > contradiction);
-        hiddenLater = later->hole(box) & (errorBack > contradiction);
-    }
-    complete(&flow.forward, hidden, error);
-    complete(&flow.backward, hiddenLater, errorBack);
-    earlier->toNext = {box, flow.forward};
-    later->toPrevious = {box, flow.backward};
+    PairMotion motion(*earlier, *later, box);
+    if (!motion.measure(stopped))
+        return;
+    if (content == HoleContent::Filled)
+        motion.completeContradictions(stopped);
+    else if (!motion.completeAroundHoles(stopped))
+        return;
+    earlier->toNext = {box, motion.forward};
+    later->toPrevious = {box, motion.backward};
 }
 
 } // namespace zk::engine

@@ -3,6 +3,8 @@
 
 #include "ZkEraseFrame.h"
 
+#include <functional>
+
 namespace zk::engine {
 
 // What the holes show when the motion is measured.
@@ -12,7 +14,11 @@ enum class HoleContent {
 };
 
 // Sets earlier->toNext and later->toPrevious, empty ones when neither frame has a hole or when a
-// scene cut lies between them. Pure but for that.
-void measureEraseMotion(EraseFrame *earlier, EraseFrame *later, HoleContent content);
+// scene cut lies between them. Pure but for that. stopped is asked between the steps; the motion is
+// then left as it is.
+void measureEraseMotion(EraseFrame *earlier,
+                        EraseFrame *later,
+                        HoleContent content,
+                        const std::function<bool()> &stopped);
 
 } // namespace zk::engine

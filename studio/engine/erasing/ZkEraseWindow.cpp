@@ -88,28 +88,42 @@ bool EraseWindow::fill(double begin, double end)
     if (!hasHoles())
         return true;
     const double middle = 0.5 * (begin + end);
-    m_crew->setProgress(begin, middle);
-    if (m_frames.size() > 1 && !pass(HoleContent::Nothing, PlateSize::Work))
+    if (m_frames.size() > 1 && !pass(HoleContent::Nothing, PlateSize::Work, begin, middle))
         return false;
-    m_crew->setProgress(middle, end);
-    return pass(HoleContent::Filled, PlateSize::Full);
+    if (!pass(HoleContent::Filled, PlateSize::Full, middle, end))
+        return false;
+    for (EraseFrame &frame : m_frames)
+        frame.filled = true;
+    return true;
 }
 
-bool EraseWindow::pass(HoleContent content, PlateSize size)
+bool EraseWindow::pass(HoleContent content, PlateSize size, double begin, double end)
 {
-    return measureMotion(content) && paintSeen(size) && makeUp(size);
+    const double measured = begin + 0.6 * (end - begin);
+    const double painted = begin + 0.8 * (end - begin);
+    m_crew->setProgress(begin, measured);
+    if (!measureMotion(content))
+        return false;
+    m_crew->setProgress(measured, painted);
+    if (!paintSeen(size))
+        return false;
+    m_crew->setProgress(painted, end);
+    return makeUp(size);
 }
 
 bool EraseWindow::measureMotion(HoleContent content)
 {
     const StageTimer timer(&m_times->motion);
+    const auto stopped = [this] { return m_crew->stopped(); };
     return m_crew->run(int(m_frames.size()) - 1, [&](int i) {
         EraseFrame &earlier = m_frames[std::size_t(i)];
         EraseFrame &later = m_frames[std::size_t(i) + 1];
-        const bool known = earlier.finished && later.finished;
+        // The last window has measured them better than the first pass could.
+        const bool better = content == HoleContent::Nothing && earlier.filled && later.filled;
+        const bool known = better || (earlier.finished && later.finished);
         const bool cut = content == HoleContent::Filled && earlier.toNext.box.empty();
         if (!known && !cut)
-            measureEraseMotion(&earlier, &later, content);
+            measureEraseMotion(&earlier, &later, content, stopped);
     });
 }
 
@@ -139,11 +153,12 @@ bool EraseWindow::paintSeen(PlateSize size)
             m_left.push_back(frame.finished ? cv::Mat() : frame.hole(frame.work.box).clone());
     }
     const int count = int(m_frames.size());
+    const auto stopped = [this] { return m_crew->stopped(); };
     std::vector<HolePaint> paints(m_frames.size());
     const bool goOn = m_crew->run(count, [&](int i) {
         const cv::Mat &left = m_left[std::size_t(i)];
         if (isOpen(i) && cv::countNonZero(left) > 0)
-            paints[std::size_t(i)] = paintHole(m_frames, i, left, size);
+            paints[std::size_t(i)] = paintHole(m_frames, i, left, size, stopped);
     });
     for (std::size_t i = 0; i < paints.size() && goOn; ++i) {
         if (paints[i].fresh.empty())

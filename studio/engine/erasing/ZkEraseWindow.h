@@ -61,7 +61,7 @@ private:
     int emptiestFrame() const;
     bool inpaintFrames(const std::vector<int> &slots, PlateSize size);
     bool inpaint(int slot, PlateSize size) const;
-    bool pass(HoleContent content, PlateSize size);
+    bool pass(HoleContent content, PlateSize size, double begin, double end);
     bool hasHoles() const;
     bool isOpen(int slot) const;
 

@@ -14,7 +14,7 @@ namespace zk::engine {
 namespace {
 
 constexpr int ringWidth = 3; // working pixels around the fresh pixels that tell the light
-constexpr float mostLight = 40.0f; // grey levels; more is no light but another object
+constexpr float mostLight = 25.0f; // grey levels; more is no light but another object
 
 // Catmull-Rom weights of the four pixels around a place.
 std::array<float, 4> cubicWeights(float t)
@@ -53,11 +53,15 @@ float weightOf(const PixelSource &source)
 class Painter
 {
 public:
-    Painter(const std::vector<EraseFrame> &frames, int slot, const cv::Mat &wanted)
+    Painter(const std::vector<EraseFrame> &frames,
+            int slot,
+            const cv::Mat &wanted,
+            const std::function<bool()> &stopped)
         : m_frames(frames)
         , m_frame(frames[std::size_t(slot)])
         , m_box(m_frame.work.box)
         , m_wanted(wanted)
+        , m_stopped(stopped)
         , m_scale(double(m_frame.full.picture.cols) / m_frame.hole.cols,
                   double(m_frame.full.picture.rows) / m_frame.hole.rows)
     { }
@@ -69,7 +73,7 @@ public:
         result.fresh = m_fresh;
         matchLight();
         result.work = cv::Mat(m_box.size(), CV_8UC3);
-        for (int y = 0; y < m_box.height; ++y) {
+        for (int y = 0; y < m_box.height && !m_stopped(); ++y) {
             for (int x = 0; x < m_box.width; ++x) {
                 if (m_fresh.at<uchar>(y, x)) {
                     const cv::Vec3f color = workColor({x, y}, {0, 0}) + m_light.at<cv::Vec3f>(y, x);
@@ -135,7 +139,7 @@ private:
         ring.setTo(0, m_wanted);
         m_light = cv::Mat::zeros(m_box.size(), CV_32FC3);
         cv::Mat weight = cv::Mat::zeros(m_box.size(), CV_32F);
-        for (int y = 0; y < m_box.height; ++y) {
+        for (int y = 0; y < m_box.height && !m_stopped(); ++y) {
             for (int x = 0; x < m_box.width; ++x) {
                 if (ring.at<uchar>(y, x) && measureLight({x, y}))
                     weight.at<float>(y, x) = 1.0f;
@@ -183,7 +187,7 @@ private:
         }
         paint->full.create(plate.box.size(), CV_8UC3);
         paint->fullFresh = cv::Mat::zeros(plate.box.size(), CV_8U);
-        for (int y = 0; y < plate.box.height; ++y) {
+        for (int y = 0; y < plate.box.height && !m_stopped(); ++y) {
             for (int x = 0; x < plate.box.width; ++x) {
                 if (plate.hole.at<uchar>(y, x))
                     paintFullPixel({x, y}, paint);
@@ -235,6 +239,7 @@ private:
     const EraseFrame &m_frame;
     cv::Rect m_box;
     cv::Mat m_wanted;
+    const std::function<bool()> &m_stopped;
     cv::Point2d m_scale;
     cv::Mat m_fresh;
     cv::Mat m_light; // CV_32FC3 over the box
@@ -242,10 +247,13 @@ private:
 
 } // namespace
 
-HolePaint
-paintHole(const std::vector<EraseFrame> &frames, int slot, const cv::Mat &wanted, PlateSize size)
+HolePaint paintHole(const std::vector<EraseFrame> &frames,
+                    int slot,
+                    const cv::Mat &wanted,
+                    PlateSize size,
+                    const std::function<bool()> &stopped)
 {
-    return Painter(frames, slot, wanted).paint(size);
+    return Painter(frames, slot, wanted, stopped).paint(size);
 }
 
 void applyPaint(EraseFrame *frame, const HolePaint &paint)

@@ -3,6 +3,7 @@
 
 #include "ZkEraseFrame.h"
 
+#include <functional>
 #include <vector>
 
 namespace zk::engine {
@@ -19,9 +20,13 @@ struct HolePaint
 };
 
 // Paints those of the wanted pixels (CV_8UC1 over work.box) that have a source. The brightness and
-// colour of each source is matched to what surrounds the pixels. Reads all frames, writes none.
-HolePaint
-paintHole(const std::vector<EraseFrame> &frames, int slot, const cv::Mat &wanted, PlateSize size);
+// colour of each source is matched to what surrounds the pixels. Reads all frames, writes none. Once
+// stopped says yes the result does not matter.
+HolePaint paintHole(const std::vector<EraseFrame> &frames,
+                    int slot,
+                    const cv::Mat &wanted,
+                    PlateSize size,
+                    const std::function<bool()> &stopped);
 
 void applyPaint(EraseFrame *frame, const HolePaint &paint);
 

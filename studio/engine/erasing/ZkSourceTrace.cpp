@@ -6,7 +6,7 @@ namespace zk::engine {
 
 namespace {
 
-constexpr float contradiction = 2.25f; // squared pixels between there and back
+constexpr float contradiction = 1.0f; // squared pixels between there and back
 constexpr float finishedCost =
     4.0f; // a pixel that is a copy itself counts like so many frames more
 constexpr float contradictionCost = 1.0f; // for each squared pixel

@@ -73,7 +73,7 @@ class Editor:
         """Where the window has come to rest, and what is on the screen then. Restored windows fly in."""
         while True:
             box = self.box()
-            picture = self.screen.settled(box)
+            picture = self.screen.settled()
             if self.box() == box:
                 return box, picture
 
@@ -121,16 +121,16 @@ class Editor:
         self.shoot("clip")
         self.click_filled("Smart Cutout", (right - (right - left) // 5, top + (bottom - top) // 5,
                                            right, bottom))
-        wait_for("the workspace", lambda: self.find_icon("track_both") and self.canvas_window())
+        wait_for("the workspace", lambda: self.is_workspace() and self.canvas_window())
         return self.canvas()
 
     def answer(self, dialog, path):
         """A file dialog, whose field of the name has the focus."""
         window = self.screen.window(f"^{dialog}$")
-        self.screen.settled(self.screen.box(window))
+        self.screen.settled()
         self.screen.key("ctrl+a")
         self.screen.type(path)
-        self.shoot(dialog.lower().replace(" ", "-"), self.screen.settled(self.screen.box(window)))
+        self.shoot(dialog.lower().replace(" ", "-"), self.screen.settled())
         self.screen.key("Return")
         wait_for(f"the end of {dialog}", lambda: not self.screen.windows(f"^{dialog}$"))
 
@@ -155,13 +155,13 @@ class Editor:
         self.click_filled("Export", (right - (right - left) // 5, top, right, top + (bottom - top) // 5))
         dialog = self.screen.window("^Export$")
         box = self.screen.box(dialog)
-        self.screen.settled(box)
+        self.screen.settled()
         self.screen.key("alt+s", "ctrl+a")
         self.screen.type(path)
-        self.shoot("export", self.screen.settled(box))
+        self.shoot("export", self.screen.settled())
         self.click_filled("the button Export", (box[0], box[3] - 80 * self.scale, box[2], box[3]))
         wait_for("the exported file", lambda: os.path.exists(path), 2 * PATIENCE)
-        self.shoot("exported", self.screen.settled(box))
+        self.shoot("exported", self.screen.settled())
         self.screen.key("Escape")
         wait_for("the end of the dialog", lambda: not self.screen.windows("^Export$"))
 
@@ -170,6 +170,10 @@ class Editor:
     def bar(self):
         left, top, right, _ = self.box()
         return left, top, right, top + 90 * self.scale
+
+    def is_workspace(self):
+        """Whether it is there and waits for what to do."""
+        return self.find_icon("track_both", self.bar())
 
     def find_apply(self):
         return self.find_filled(self.bar())
@@ -180,23 +184,23 @@ class Editor:
         line = [(a[0] + (b[0] - a[0]) * i // steps, a[1] + (b[1] - a[1]) * i // steps)
                 for a, b in zip(points, points[1:]) for i in range(steps)]
         box = self.box()
-        before = self.screen.settled(box).part(box)
+        before = self.screen.settled().part(box)
         self.screen.press(line + points[-1:])
-        self.shoot(f"stroke-{name}", self.screen.settled(box))
+        self.shoot(f"stroke-{name}", self.screen.settled())
         self.screen.release()
         self.screen.park(box)
         wait_for(f"the mask of the stroke {name}", lambda: self.find_apply())
         wait_for(f"a change by the stroke {name}", lambda: self.screen.picture().part(box) != before)
-        self.shoot(f"mask-{name}", self.screen.settled(box))
+        self.shoot(f"mask-{name}", self.screen.settled())
 
     def check_paint(self, canvas, where):
         """Drags a line over the canvas, looks where it is painted, and takes it back with Esc."""
         left, top, right, bottom = canvas
         start, end, y = left + (right - left) // 4, left + (right - left) * 3 // 4, (top + bottom) // 2
         self.screen.point(left + 8, bottom - 8)
-        before = self.screen.settled(canvas)
+        before = self.screen.settled()
         self.screen.press([(start + (end - start) * i // 10, y) for i in range(11)])
-        after = self.screen.settled(canvas)
+        after = self.screen.settled()
         area = (left, top, right, bottom - 60 * self.scale)
         whole = after.difference(before, area)
         # Without the end, where the pointer is a ring around the paint.
@@ -214,9 +218,16 @@ class Editor:
         if abs(off[0]) > NEAR or abs(off[1]) > NEAR or abs(off[2]) > NEAR + self.scale:
             raise Failure(f"the paint is not where the pointer was {where}")
 
+    def turn_wheel(self, canvas, steps):
+        """Zooms in over the middle of the canvas."""
+        before = self.screen.settled().part(canvas)
+        self.screen.point((canvas[0] + canvas[2]) // 2, (canvas[1] + canvas[3]) // 2)
+        self.screen.xdotool("click", "--repeat", steps, 4)
+        wait_for("the zoom", lambda: self.screen.picture().part(canvas) != before)
+
     def undo_and_redo(self, canvas, before):
         """The mask of the last stroke goes and comes back. Before it the canvas looked so."""
-        after = self.screen.settled(canvas).part(canvas)
+        after = self.screen.settled().part(canvas)
         for name, expected in (("undo", before), ("redo", after)):
             self.click_icon(name)
             self.screen.park(self.box())
@@ -227,8 +238,7 @@ class Editor:
         self.screen.park(self.box())
         wait_for("tracking", lambda: self.find_icon("stop", self.bar()) or self.is_tracked())
         self.shoot("tracking")
-        wait_for("the end of tracking", lambda: self.is_tracked() and self.find_icon("track_both"),
-                 2 * PATIENCE)
+        wait_for("the end of tracking", lambda: self.is_tracked() and self.is_workspace(), 2 * PATIENCE)
         self.shoot("tracked", self.settled()[1])
 
     def is_tracked(self):
@@ -258,6 +268,6 @@ class Editor:
 
     def wait_for_page(self):
         self.screen.park(self.box())
-        wait_for("the editor's page", lambda: self.find_apply() and not self.find_icon("track_both"))
+        wait_for("the editor's page", lambda: self.find_apply() and not self.is_workspace())
         if self.canvas_window():
             raise Failure("the canvas is still there on the editor's page")

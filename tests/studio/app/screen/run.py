@@ -50,7 +50,7 @@ def smart_cutout(editor, folder):
     editor.start(os.path.join(folder, "sample.mkv"))
     canvas = editor.open_workspace()
     screen.key(*["Right"] * PAINTED_FRAME)
-    screen.settled(canvas)
+    screen.settled()
     editor.shoot("workspace")
     editor.check_paint(canvas, "as opened")
 
@@ -85,6 +85,9 @@ def windows(editor, folder):
     editor.check_paint(editor.canvas(), "after a move")
     editor.drag_corner((-150, -110))
     editor.check_paint(editor.canvas(), "after a resize")
+    editor.turn_wheel(editor.canvas(), 3)
+    editor.check_paint(editor.canvas(), "when zoomed")
+    screen.key("ctrl+shift+f")
 
     screen.xdotool("windowminimize", editor.window)
     wait_for("the canvas to go with its window", lambda: not editor.canvas_window())

@@ -16,6 +16,7 @@ import time
 import zlib
 
 PROGRAMS = ("Xvfb", "openbox", "picom", "xdotool", "xwininfo")
+POLL = 0.05  # seconds
 PATIENCE = 30  # seconds; far more than anything takes that works
 
 
@@ -30,7 +31,7 @@ def wait_for(what, condition, patience=PATIENCE):
         value = condition()
         if value:
             return value
-        time.sleep(0.02)
+        time.sleep(POLL)
     raise Failure(f"waited {patience} s for {what}")
 
 
@@ -233,19 +234,18 @@ class Screen:
         end = self._first + self.width * self.height * 4
         return Picture(self.width, self.height, self._buffer[self._first:end])
 
-    def settled(self, box, still=0.3):
-        """What is on the screen when nothing has moved in the box for so many seconds."""
+    def settled(self, still=0.3):
+        """What is on the screen when nothing has moved for so many seconds."""
         last, since = None, time.monotonic()
         end = since + PATIENCE
         while time.monotonic() < end:
             picture = self.picture()
-            part = picture.part(box)
-            if part != last:
-                last, since = part, time.monotonic()
+            if not last or picture.data != last.data:
+                last, since = picture, time.monotonic()
             elif time.monotonic() - since > still:
                 return picture
-            time.sleep(0.02)
-        raise Failure(f"the screen does not come to rest in {box}")
+            time.sleep(POLL)
+        raise Failure("the screen does not come to rest")
 
     def xdotool(self, *arguments, check=True):
         result = subprocess.run(["xdotool", *map(str, arguments)], env=self.environment, text=True,

@@ -1,9 +1,11 @@
 #include "WindowBench.h"
 
+#include "ZkProjectStore.h"
 #include "ZkRecentFiles.h"
 
 #include <QListWidget>
 #include <QMenu>
+#include <QProgressBar>
 #include <QSplitter>
 
 #include <optional>
@@ -122,6 +124,47 @@ private Q_SLOTS:
         QVERIFY(boxes.hasCome());
         QVERIFY2(boxes.text().contains(QLatin1String("broken.zkproj")), qPrintable(boxes.text()));
         QCOMPARE(bench->project()->clipCount(), 2);
+        // What was to be discarded is still open, and so it is still autosaved.
+        bench->stop();
+        QCOMPARE(Autosave::recoverable(bench->autosaves()).size(), 1);
+    }
+
+    // Files that were written to since are looked into, which takes its time.
+    void opensInTheBackground_data()
+    {
+        QTest::addColumn<bool>("cancels");
+        QTest::newRow("to the end") << false;
+        QTest::newRow("cancelled") << true;
+    }
+    void opensInTheBackground()
+    {
+        QFETCH(bool, cancels);
+        const QString path = bench->file(QStringLiteral("large.zkproj"));
+        QVERIFY(bench->project()->save(path, nullptr));
+        bench->importBoth();
+        zk::storage::ProjectRecord record;
+        zk::datamodel::ProjectSnapshot snapshot = bench->project()->snapshot();
+        const QVector<MediaEntry> media = snapshot.media;
+        for (int i = 0; i < 600; ++i) {
+            snapshot.media.append(media.first());
+            snapshot.media.last().id = 1000 + i;
+            snapshot.media.last().fileSize = 1;
+        }
+        QVERIFY(zk::storage::ProjectStore::save(path, snapshot.toRecord(bench->file({})), nullptr));
+        const NextDialog boxes("QMessageBox", press(QMessageBox::Discard));
+        int ticks = 0;
+        const NextDialog opening("QProgressDialog", [&](QDialog *dialog) {
+            QTRY_VERIFY_WITH_TIMEOUT(dialog->findChild<QProgressBar *>()->value() > 0, timeoutMs);
+            ++ticks;
+            QVERIFY(!window()->close()); // not now
+            if (cancels)
+                QTest::keyClick(dialog, Qt::Key_Escape);
+        });
+        window()->openFiles({path});
+        QVERIFY(boxes.hasCome() && opening.hasCome() && ticks == 1);
+        QCOMPARE(bench->project()->media().size(), cancels ? 2 : 602);
+        QCOMPARE(bench->project()->clipCount(), 2);
+        QCOMPARE(bench->project()->isDirty(), cancels);
     }
 
     void remembersRecentProjects()

@@ -89,7 +89,7 @@ OutputProfile h264()
             "mp4",
             "libx264",
             AV_PIX_FMT_YUV420P,
-            {{"preset", "fast"}, {"crf", "17"}},
+            {{"preset", "fast"}, {"crf", "17"}, {"g", "25"}},
             {{"movflags", "+faststart"}},
             "aac",
             {AV_CODEC_ID_AAC, AV_CODEC_ID_MP3, AV_CODEC_ID_AC3}};

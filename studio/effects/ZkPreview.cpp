@@ -2,6 +2,9 @@
 
 #include "Pixels_p.h"
 
+#include <QtEndian>
+
+#include <array>
 #include <utility>
 #include <vector>
 
@@ -13,26 +16,68 @@ constexpr int gridSquare = 12; // px of the frame at 1080
 constexpr uchar gridLight = 0xff;
 constexpr uchar gridDark = 0xcc;
 
-// Opaque pixels in the byte order of Format_ARGB32_Premultiplied.
-QRgb opaque(const Rgba &colour)
+// The loops over a row are written so that compilers turn them into vector instructions for 16 bit
+// lanes: no branches, and no wider numbers in between.
+
+// The share a of 255 of one level, and the rest of the other one.
+inline quint16 mixed(quint16 above, quint16 below, quint16 a)
 {
-    return qRgb(colour[0], colour[1], colour[2]);
+    return quint16(quint16(above * a + below * (255 - a) + 127) / 255);
 }
 
-// On an opaque background.
-Rgba flattenedOn(const Rgba &background, const Rgba &pixel)
+inline quint16 channel(quint32 pixel, int index)
 {
-    const int over = pixel[3];
-    const int under = 255 - over;
-    Rgba result;
-    for (int c = 0; c < 3; ++c)
-        result[c] = static_cast<uchar>((pixel[c] * over + background[c] * under + 127) / 255);
-    return result;
+    return quint16((pixel >> (8 * index)) & 0xff);
 }
 
-// Calls pixel(x, y) for the colour of every pixel, which counts as opaque.
-template<class Pixel>
-QImage painted(const QSize &size, const Pixel &pixel)
+inline QRgb opaque(quint16 red, quint16 green, quint16 blue)
+{
+    const auto high = quint16(0xff00 | red);
+    const auto low = quint16((green << 8) | blue);
+    return (quint32(high) << 16) | low;
+}
+
+// Pixels in the byte order of Format_RGBA8888, on a grey background.
+void flattenRow(const quint32 *pixels, const uchar *background, int n, QRgb *to)
+{
+    for (int x = 0; x < n; ++x) {
+        const quint32 pixel = qFromLittleEndian(pixels[x]);
+        const quint16 alpha = channel(pixel, 3);
+        const quint16 below = background[x];
+        to[x] = opaque(mixed(channel(pixel, 0), below, alpha),
+                       mixed(channel(pixel, 1), below, alpha),
+                       mixed(channel(pixel, 2), below, alpha));
+    }
+}
+
+void alphaRow(const quint32 *pixels, int n, QRgb *to)
+{
+    for (int x = 0; x < n; ++x) {
+        const quint16 alpha = channel(qFromLittleEndian(pixels[x]), 3);
+        to[x] = opaque(alpha, alpha, alpha);
+    }
+}
+
+// Pixels on black, and the colour over them with its alpha times the matte's.
+void overlayRow(const quint32 *pixels, const uchar *matte, const Rgba &colour, int n, QRgb *to)
+{
+    const quint16 red = colour[0];
+    const quint16 green = colour[1];
+    const quint16 blue = colour[2];
+    const quint16 strength = colour[3];
+    for (int x = 0; x < n; ++x) {
+        const quint32 pixel = qFromLittleEndian(pixels[x]);
+        const quint16 alpha = channel(pixel, 3);
+        const quint16 over = mixed(matte[x], 0, strength);
+        to[x] = opaque(mixed(red, mixed(channel(pixel, 0), 0, alpha), over),
+                       mixed(green, mixed(channel(pixel, 1), 0, alpha), over),
+                       mixed(blue, mixed(channel(pixel, 2), 0, alpha), over));
+    }
+}
+
+// Calls paint(y, row) for every row of a picture of that size.
+template<class Paint>
+QImage painted(const QSize &size, const Paint &paint)
 {
     QImage result(size, QImage::Format_ARGB32_Premultiplied);
     if (result.isNull())
@@ -40,9 +85,7 @@ QImage painted(const QSize &size, const Pixel &pixel)
     uchar *bits = result.bits();
     const int stride = result.bytesPerLine();
     forEachRow(size.height(), [&](int y) {
-        QRgb *row = reinterpret_cast<QRgb *>(bits + static_cast<qptrdiff>(y) * stride);
-        for (int x = 0; x < size.width(); ++x)
-            row[x] = opaque(pixel(x, y));
+        paint(y, reinterpret_cast<QRgb *>(bits + static_cast<qptrdiff>(y) * stride));
     });
     return result;
 }
@@ -71,44 +114,37 @@ QImage withOverlay(const RenderInput &input, const PreviewSettings &settings)
     const cv::Mat pixels = viewOf(frame);
     const cv::Mat matte = viewOf(input.matte);
     Rgba overlay = toRgba(settings.overlayColour);
-    const int strength = qBound(0, settings.overlayAlpha, 255);
-    return painted(frame.size(), [&](int x, int y) {
-        const Rgba black(0, 0, 0, 255);
-        const Rgba &pixel = pixels.at<Rgba>(y, x);
-        Rgba above = overlay;
-        above[3] = multiplied(matte.at<uchar>(y, x), strength);
-        // Most of most frames.
-        if (above[3] == 0 && pixel[3] == 255)
-            return pixel;
-        return flattenedOn(flattenedOn(black, pixel), above);
+    overlay[3] = static_cast<uchar>(qBound(0, settings.overlayAlpha, 255));
+    return painted(frame.size(), [&](int y, QRgb *row) {
+        overlayRow(pixels.ptr<quint32>(y), matte.ptr<uchar>(y), overlay, pixels.cols, row);
     });
 }
 
 QImage onBlack(const cv::Mat &cutout, const QSize &size)
 {
-    return painted(size, [&](int x, int y) {
-        return flattenedOn({0, 0, 0, 255}, cutout.at<Rgba>(y, x));
+    const std::vector<uchar> black(static_cast<std::size_t>(size.width()), 0);
+    return painted(size, [&](int y, QRgb *row) {
+        flattenRow(cutout.ptr<quint32>(y), black.data(), cutout.cols, row);
     });
 }
 
 QImage asAlpha(const cv::Mat &cutout, const QSize &size)
 {
-    return painted(size, [&](int x, int y) {
-        const uchar alpha = cutout.at<Rgba>(y, x)[3];
-        return Rgba(alpha, alpha, alpha, 255);
-    });
+    return painted(size,
+                   [&](int y, QRgb *row) { alphaRow(cutout.ptr<quint32>(y), cutout.cols, row); });
 }
 
 QImage onGrid(const cv::Mat &cutout, const QSize &size)
 {
     const int square = qMax(4, qRound(gridSquare * size.height() / 1080.0));
-    std::vector<uchar> odd(static_cast<std::size_t>(qMax(size.width(), size.height())));
-    for (std::size_t i = 0; i < odd.size(); ++i)
-        odd[i] = (i / static_cast<std::size_t>(square)) % 2;
-    return painted(size, [&](int x, int y) {
-        const bool isLight = odd[static_cast<std::size_t>(x)] == odd[static_cast<std::size_t>(y)];
-        const uchar grey = isLight ? gridLight : gridDark;
-        return flattenedOn({grey, grey, grey, 255}, cutout.at<Rgba>(y, x));
+    std::array<std::vector<uchar>, 2> rows;
+    for (int i = 0; i < 2; ++i) {
+        for (int x = 0; x < size.width(); ++x)
+            rows[static_cast<std::size_t>(i)].push_back(x / square % 2 == i ? gridLight : gridDark);
+    }
+    return painted(size, [&](int y, QRgb *row) {
+        const auto &squares = rows[static_cast<std::size_t>(y / square % 2)];
+        flattenRow(cutout.ptr<quint32>(y), squares.data(), cutout.cols, row);
     });
 }
 

@@ -2,6 +2,8 @@
 
 #include "ZkPixels.h"
 
+#include <opencv2/imgproc.hpp>
+
 #include <algorithm>
 #include <vector>
 
@@ -9,11 +11,14 @@ namespace zk::datamodel {
 
 namespace {
 
-// 1 where the stroke image is painted.
+// 1 where the stroke image is painted. Where colours are multiplied by alpha makes no difference to it.
 cv::Mat1b paintedPixels(const QImage &strokes)
 {
-    const QImage image = strokes.convertToFormat(strokes.hasAlphaChannel() ? QImage::Format_ARGB32
-                                                                           : QImage::Format_RGB32);
+    const bool isPremultiplied = strokes.format() == QImage::Format_ARGB32_Premultiplied;
+    const QImage image = isPremultiplied
+        ? strokes
+        : strokes.convertToFormat(strokes.hasAlphaChannel() ? QImage::Format_ARGB32
+                                                            : QImage::Format_RGB32);
     const QRgb relevant = strokes.hasAlphaChannel() ? 0xff000000u : 0x00ffffffu;
     cv::Mat1b painted(image.height(), image.width());
     for (int y = 0; y < image.height(); ++y) {
@@ -47,36 +52,50 @@ std::vector<Overlap> overlaps(int from, int to)
     return result;
 }
 
-// Columns brought to the frame's width: covered length per pixel, 0 .. painted.cols.
-cv::Mat1i coverageOfColumns(const cv::Mat1b &painted, int width)
+// The pixels of an axis that those of a stretch of the other one reach.
+cv::Range reached(const cv::Range &stretch, int from, int to)
+{
+    const qint64 end = (qint64(stretch.end) * to + from - 1) / from;
+    return {int(qint64(stretch.start) * to / from), int(std::min<qint64>(end, to))};
+}
+
+// Columns brought to the frame's width: covered length per pixel, 0 .. painted.cols. Strokes are small: of
+// the rows only those of the box around them, of the columns what the box reaches.
+cv::Mat1i coverageOfColumns(const cv::Mat1b &painted, const cv::Rect &box, int width)
 {
     const std::vector<Overlap> columns = overlaps(painted.cols, width);
-    cv::Mat1i covered(painted.rows, width, 0);
-    for (int y = 0; y < painted.rows; ++y) {
-        const uchar *line = painted[y];
+    const cv::Range reach = reached({box.x, box.x + box.width}, painted.cols, width);
+    cv::Mat1i covered(box.height, width, 0);
+    for (int y = 0; y < box.height; ++y) {
+        const uchar *line = painted[box.y + y];
         int *out = covered[y];
-        for (const Overlap &column : columns) {
+        for (int x = reach.start; x < reach.end; ++x) {
+            const Overlap &column = columns[size_t(x)];
             const uchar *pixel = line + column.first;
             for (int length : column.lengths)
-                *out += length * *pixel++;
-            ++out;
+                out[x] += length * *pixel++;
         }
     }
     return covered;
 }
 
-// The pixels of the map of which at least that area is covered; a whole pixel has the area
-// painted.width * painted.height.
-cv::Mat1b thresholded(const cv::Mat1i &covered, int height, qint64 least)
+// The map that covered rows of the painted picture, from the first one on, make: its pixels of which at
+// least that area is covered. A whole pixel has the area painted.cols * painted.rows.
+cv::Mat1b
+thresholded(const cv::Mat1i &covered, int firstRow, int paintedRows, int height, qint64 least)
 {
-    const std::vector<Overlap> rows = overlaps(covered.rows, height);
-    cv::Mat1b map(height, covered.cols);
+    const std::vector<Overlap> rows = overlaps(paintedRows, height);
+    const cv::Range reach = reached({firstRow, firstRow + covered.rows}, paintedRows, height);
+    cv::Mat1b map(height, covered.cols, uchar(0));
     std::vector<qint64> areas(size_t(covered.cols), 0);
-    for (int y = 0; y < height; ++y) {
+    for (int y = reach.start; y < reach.end; ++y) {
         std::fill(areas.begin(), areas.end(), 0);
         const Overlap &row = rows[size_t(y)];
         for (size_t i = 0; i < row.lengths.size(); ++i) {
-            const int *line = covered[row.first + int(i)];
+            const int painted = row.first + int(i) - firstRow;
+            if (painted < 0 || painted >= covered.rows)
+                continue;
+            const int *line = covered[painted];
             for (size_t x = 0; x < areas.size(); ++x)
                 areas[x] += qint64(line[x]) * row.lengths[i];
         }
@@ -96,12 +115,14 @@ QImage strokeMap(const QImage &strokes, const QSize &frameSize)
     const cv::Mat1b painted = paintedPixels(strokes);
     if (strokes.size() == frameSize)
         return greyImage(painted * 255);
-    const cv::Mat1i covered = coverageOfColumns(painted, frameSize.width());
+    const cv::Rect box = cv::boundingRect(painted);
+    const cv::Mat1i covered = coverageOfColumns(painted, box, frameSize.width());
     const qint64 wholePixel = qint64(painted.cols) * painted.rows;
-    cv::Mat1b map = thresholded(covered, frameSize.height(), (wholePixel + 1) / 2);
-    if (cv::countNonZero(map) == 0)
-        map = thresholded(covered, frameSize.height(), 1);
-    return greyImage(map);
+    const auto mapOf = [&](qint64 least) {
+        return thresholded(covered, box.y, painted.rows, frameSize.height(), least);
+    };
+    const cv::Mat1b map = mapOf((wholePixel + 1) / 2);
+    return greyImage(cv::countNonZero(map) > 0 ? map : mapOf(1));
 }
 
 } // namespace zk::datamodel

@@ -1,5 +1,7 @@
 // What the user waits for at the player: a stroke to follow the mouse, a frame to follow the playhead,
 // playback to keep its rate. Usage: zk_player_bench [clip]; without one a 1080p sample is made.
+#include "BenchTools.h"
+
 #include "ZkMediaPlayer.h"
 #include "ZkSampleClip.h"
 #include "player/ZkMediaPlayerWidget.h"
@@ -7,68 +9,16 @@
 #include "widgets/ZkDrawing.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
-#include <QEventLoop>
-#include <QMouseEvent>
+#include <QPainter>
 #include <QTemporaryDir>
-#include <QTimer>
 
-#include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <ctime>
 #include <random>
-#include <vector>
+
+using namespace zk::bench;
 
 namespace {
-
-constexpr int longestWait = 20000; // milliseconds
-
-// Counts how often a widget is painted.
-class PaintWatch : public QObject
-{
-public:
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        if (event->type() == QEvent::Paint)
-            ++paints;
-        return QObject::eventFilter(watched, event);
-    }
-    int paints = 0;
-};
-
-// Sleeps between events, so that the worker threads have the machine to themselves meanwhile. What the
-// condition asks for is done when it returns, painting included.
-template<typename Condition>
-bool waitFor(Condition isMet)
-{
-    QTimer wake;
-    wake.start(50);
-    QElapsedTimer timer;
-    timer.start();
-    while (!isMet() && timer.elapsed() < longestWait)
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    return isMet();
-}
-
-double percentile(std::vector<double> values, double share)
-{
-    if (values.empty())
-        return 0;
-    std::sort(values.begin(), values.end());
-    return values[size_t(share * double(values.size() - 1))];
-}
-
-void sendMouse(QWidget &widget, QEvent::Type type, const QPointF &at)
-{
-    const bool isMove = type == QEvent::MouseMove;
-    QMouseEvent event(type,
-                      at,
-                      isMove ? Qt::NoButton : Qt::LeftButton,
-                      type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton,
-                      Qt::NoModifier);
-    QApplication::sendEvent(&widget, &event);
-}
 
 // From a move event to its line on screen, in milliseconds.
 std::vector<double> strokeLatencies(int penWidth, double stride)
@@ -149,48 +99,89 @@ private:
 
 void measureScrubbing(const ZkStudioTimeline &timeline, const char *name, int stride)
 {
-    constexpr int seeks = 40;
+    constexpr int seeks = 60;
     constexpr int enough = 10000; // milliseconds; some clips can only be read forwards
     Player player(timeline);
     const int frames = int(timeline.frameCount());
     std::minstd_rand random(1);
-    QElapsedTimer timer;
-    timer.start();
-    int done = 0;
-    for (int i = 0; i < seeks && timer.elapsed() < enough; ++i) {
+    std::vector<double> latencies;
+    const Stopwatch all;
+    for (int i = 0; i < seeks && all.milliseconds() < enough; ++i) {
         const int frame =
             stride != 0 ? (frames + i * stride % frames) % frames : int(random() % uint(frames));
         if (frame == player.presenter.currentFrame())
             continue;
-        done += player.seek([&] { player.presenter.seek(frame); }) ? 1 : 0;
+        const Stopwatch one;
+        if (player.seek([&] { player.presenter.seek(frame); }))
+            latencies.push_back(one.milliseconds());
     }
-    std::printf(
-        "scrubbing %s: %.1f frames a second\n", name, done * 1000.0 / double(timer.elapsed()));
+    const int done = qMax(1, int(latencies.size()));
+    std::printf("scrubbing %-20s %5.1f frames a second; median %5.1f ms, 90 %% %5.1f ms, worst "
+                "%6.1f ms; %5.1f ms of processor time each\n",
+                name,
+                done * 1000.0 / all.milliseconds(),
+                percentile(latencies, 0.5),
+                percentile(latencies, 0.9),
+                percentile(latencies, 1),
+                all.processorMilliseconds() / done);
 }
 
-void measurePlayback(const ZkStudioTimeline &timeline)
+void measurePlayback(const ZkStudioTimeline &timeline, const char *name)
 {
     Player player(timeline);
     const int frames = int(timeline.frameCount());
-    const int before = player.watch.paints;
-    QElapsedTimer timer;
-    timer.start();
-    const std::clock_t busy = std::clock();
+    player.watch.paints = 0;
+    player.watch.milliseconds = 0;
+    const Stopwatch all;
     player.presenter.play();
     waitFor([&] { return !player.presenter.isPlaying(); });
-    const double seconds = double(timer.elapsed()) / 1000;
-    const int shown = player.watch.paints - before;
-    const double busyTime = 1000.0 * double(std::clock() - busy) / CLOCKS_PER_SEC;
+    const double seconds = all.milliseconds() / 1000;
+    const int shown = qMax(1, player.watch.paints);
     std::printf(
-        "playback: %d of %d frames painted in %.2f s, %.1f of %.1f frames a second, %.0f %%, "
-        "%.1f ms of processor time each\n",
-        shown,
-        frames - 1,
-        seconds,
+        "playback %-24s %4.1f of %.1f frames a second, %3.0f %%; %5.1f ms of processor time "
+        "each, %4.1f ms of painting\n",
+        name,
         shown / seconds,
         timeline.frameRate(),
         100.0 * shown / (frames - 1),
-        busyTime / qMax(1, shown));
+        all.processorMilliseconds() / shown,
+        player.watch.milliseconds / shown);
+}
+
+// A soft-edged shape that wanders across the frame.
+QImage matteOf(const QSize &size, int frame)
+{
+    QImage matte(size, QImage::Format_Grayscale8);
+    matte.fill(Qt::black);
+    QPainter painter(&matte);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const double height = size.height();
+    const QPointF middle(size.width() / 2 + 0.3 * height * std::sin(frame * 0.1), height / 2);
+    QRadialGradient soft(middle, height * 0.35);
+    soft.setColorAt(0.97, Qt::white);
+    soft.setColorAt(1, Qt::black);
+    painter.fillRect(matte.rect(), soft);
+    return matte;
+}
+
+// Playback of a clip that has a mask on every frame, in every way to show it.
+void measureModes(ZkStudioTimeline *timeline)
+{
+    const std::unique_ptr<IZkSmartKeyingEditController, void (*)(IZkSmartKeyingEditController *)>
+        controller(createSmartKeyingEditController(), releaseSmartKeyingEditController);
+    qint64 frame = 0;
+    if (!controller->initialise(timeline->clip(), nullptr, &frame, ZKSMARTKEYING::SmartCutout))
+        return;
+    auto *edited = static_cast<ZkStudioTimeline *>(controller->editTimeline());
+    IZkSmartKeyingService *service = edited->clip()->smartKeyingService(ZKSMARTKEYING::SmartCutout);
+    service->setEnabled(true);
+    for (qint64 i = 0; i < edited->frameCount(); ++i)
+        controller->setMatte(i, matteOf(edited->frameSize(), int(i)));
+    const char *names[] = {"with an overlay", "of the result", "of the alpha", "on a grid"};
+    for (int type = ZKSMARTKEYING::InteractivePreview; type <= 4; ++type) {
+        service->setPreviewType(ZKSMARTKEYING::ZkPreviewType(type));
+        measurePlayback(*edited, names[type - 1]);
+    }
 }
 
 std::unique_ptr<ZkStudioTimeline> openClip(const QString &given, const QTemporaryDir &folder)
@@ -225,7 +216,8 @@ int main(int argc, char **argv)
         return 1;
     const QSize size = timeline->frameSize();
     std::printf("%dx%d, %lld frames\n", size.width(), size.height(), timeline->frameCount());
-    measurePlayback(*timeline);
+    measurePlayback(*timeline, "without a mask");
+    measureModes(timeline.get());
     measureScrubbing(*timeline, "forwards", 1);
     measureScrubbing(*timeline, "every seventh frame", 7);
     measureScrubbing(*timeline, "backwards", -1);

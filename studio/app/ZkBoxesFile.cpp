@@ -45,19 +45,8 @@ private:
 
 bool BoxesFile::load(const QString &path, QString *error)
 {
-    QVector<Box> boxes;
-    const auto read = [&boxes](const QJsonObject &object, const QString &field) {
-        Box box;
-        BoxReader reader(object, field);
-        const bool isGood = reader.read(&box);
-        boxes.append(box);
-        return isGood ? Problem() : Problem {reader.field(), reader.problem()};
-    };
-    m_boxes.clear();
-    if (!loadList(path, QStringLiteral("boxes"), QStringLiteral("box"), read, error))
-        return false;
-    m_boxes = boxes;
-    return true;
+    return loadMarks<BoxReader>(
+        path, QStringLiteral("boxes"), QStringLiteral("box"), &m_boxes, error);
 }
 
 bool BoxesFile::fits(const QSize &sourceSize, qint64 frameCount, QString *error) const

@@ -46,22 +46,18 @@ QImage ContactSheet::render() const
 {
     if (m_rows.isEmpty())
         return QImage();
-    const QSize source = m_rows.constFirst().source.size();
+    const QSize source = m_rows.constFirst().cells.constFirst().size();
     const int cellHeight = qMax(1, cellWidth * source.height() / qMax(1, source.width()));
-    const QStringList titles {QStringLiteral("source"),
-                              QStringLiteral("overlay"),
-                              QStringLiteral("matte"),
-                              QStringLiteral("result")};
-    QImage sheet(labelWidth + titles.size() * (cellWidth + gap),
+    QImage sheet(labelWidth + m_titles.size() * (cellWidth + gap),
                  headerHeight + m_rows.size() * (cellHeight + gap),
                  QImage::Format_RGB32);
     sheet.fill(QColor(0x1e, 0x1f, 0x22));
     QPainter painter(&sheet);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.setPen(QColor(0xd0, 0xd0, 0xd0));
-    for (int column = 0; column < titles.size(); ++column) {
+    for (int column = 0; column < m_titles.size(); ++column) {
         const QRect header(labelWidth + column * (cellWidth + gap), 0, cellWidth, headerHeight);
-        painter.drawText(header, Qt::AlignVCenter | Qt::AlignLeft, titles.at(column));
+        painter.drawText(header, Qt::AlignVCenter | Qt::AlignLeft, m_titles.at(column));
     }
     for (int i = 0; i < m_rows.size(); ++i) {
         const Row &row = m_rows.at(i);
@@ -69,12 +65,11 @@ QImage ContactSheet::render() const
         painter.drawText(QRect(gap, top, labelWidth - 2 * gap, cellHeight),
                          Qt::AlignVCenter | Qt::AlignRight,
                          QString::number(row.frame));
-        const QVector<QImage> cells {row.source, row.overlay, row.matte, row.result};
-        for (int column = 0; column < cells.size(); ++column) {
+        for (int column = 0; column < row.cells.size(); ++column) {
             const QRect cell(labelWidth + column * (cellWidth + gap), top, cellWidth, cellHeight);
             drawGrid(&painter, cell);
             painter.drawImage(cell,
-                              cells.at(column).scaled(
+                              row.cells.at(column).scaled(
                                   cell.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
         }
     }

@@ -1,8 +1,9 @@
-// One picture that shows what was cut out: a row per frame, with source, overlay, matte and result.
+// One picture that shows what became of a clip: a row per frame, with a cell for every title.
 #pragma once
 
 #include <QImage>
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 namespace zk::app {
@@ -16,17 +17,19 @@ public:
     struct Row
     {
         qint64 frame;
-        QImage source;
-        QImage overlay;
-        QImage matte;
-        QImage result;
+        QVector<QImage> cells;
     };
+    explicit ContactSheet(const QStringList &titles)
+        : m_titles(titles)
+    { }
+
     void add(const Row &row) { m_rows.append(row); }
     QImage render() const;
     // Complete or absent.
     bool save(const QString &path, QString *error) const;
 
 private:
+    const QStringList m_titles;
     QVector<Row> m_rows;
 };
 

@@ -38,6 +38,10 @@ double overlap(const QImage &matte, const QImage &truth)
 CutoutExport::CutoutExport(const CutoutOptions &options, ProgressReport *report)
     : m_options(options)
     , m_report(report)
+    , m_sheet({QStringLiteral("source"),
+               QStringLiteral("overlay"),
+               QStringLiteral("matte"),
+               QStringLiteral("result")})
 { }
 
 ExitCode CutoutExport::run(const datamodel::RenderSnapshot &snapshot)
@@ -78,10 +82,7 @@ void CutoutExport::addToSheet(const Exporter::Frame &frame, const QImage &source
     input.frame = source;
     input.matte = frame.matte;
     m_sheet.add({frame.index,
-                 source,
-                 effects::composePreview(input, nullptr, {}),
-                 frame.matte,
-                 frame.cutout});
+                 {source, effects::composePreview(input, nullptr, {}), frame.matte, frame.cutout}});
 }
 
 ExportOutcome CutoutExport::compare(qint64 frame, const QImage &matte)

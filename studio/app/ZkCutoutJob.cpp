@@ -7,57 +7,26 @@
 #include "ZCutoutPresetItemManager.h"
 #include "ZCutoutPresetItemModel.h"
 #include "ZkDataModel.h"
-#include "ZkMediaPlayer.h"
 #include "ZkSmartKeyingPresenter.h"
-
-#include <QFileInfo>
 
 #include <algorithm>
 
 namespace zk::app {
 
-namespace {
-
-ZkSmartKeyingPresenter::PlayerEditMode editModeOf(Stroke::Mode mode)
-{
-    switch (mode) {
-    case Stroke::Mode::Remove:
-        return ZkSmartKeyingPresenter::RemoveMode;
-    case Stroke::Mode::Erase:
-        return ZkSmartKeyingPresenter::EraseMode;
-    case Stroke::Mode::Keep:
-        break;
-    }
-    return ZkSmartKeyingPresenter::KeepMode;
-}
-
-} // namespace
-
 CutoutJob::CutoutJob(const CutoutOptions &options, ProgressReport *report)
-    : m_options(options)
-    , m_report(report)
+    : ObjectJob(options, report)
+    , m_options(options)
 { }
-
-ExitCode CutoutJob::fail(ExitCode code, const QString &message)
-{
-    m_report->error(code, message);
-    return code;
-}
-
-ExitCode CutoutJob::interrupted()
-{
-    return fail(ExitCode::Interrupted, QStringLiteral("interrupted, nothing was written"));
-}
 
 ExitCode CutoutJob::run()
 {
     using Step = ExitCode (CutoutJob::*)();
-    constexpr Step steps[] = {&CutoutJob::readInputs,
-                              &CutoutJob::open,
-                              &CutoutJob::segment,
-                              &CutoutJob::track,
-                              &CutoutJob::dress,
-                              &CutoutJob::save};
+    const Step steps[] = {&CutoutJob::readSelection,
+                          &CutoutJob::open,
+                          &CutoutJob::segment,
+                          &CutoutJob::track,
+                          &CutoutJob::dress,
+                          &CutoutJob::save};
     for (const Step step : steps) {
         const ExitCode code = (this->*step)();
         if (code != ExitCode::Success)
@@ -70,167 +39,35 @@ ExitCode CutoutJob::run()
     return code;
 }
 
-ExitCode CutoutJob::readInputs()
-{
-    QString error;
-    if (!m_options.strokesFile.isEmpty()) {
-        return m_strokes.load(m_options.strokesFile, &error) ? ExitCode::Success
-                                                             : fail(ExitCode::BadStrokes, error);
-    }
-    if (m_options.centred)
-        return ExitCode::Success;
-    if (!m_matte.load(m_options.matteFile))
-        return fail(ExitCode::BadStrokes,
-                    QStringLiteral("%1 is missing or not a picture, give a PNG file")
-                        .arg(m_options.matteFile));
-    return ExitCode::Success;
-}
-
 ExitCode CutoutJob::open()
 {
     m_report->beginStage(QStringLiteral("open"));
     QString error;
     if (!m_session.openLibrary(m_options.libraryFolder, m_options.presetServer, &error))
         return fail(ExitCode::BadPreset, error);
-    if (!m_session.openClip(m_options.input, &error))
-        return fail(ExitCode::BadInput, error);
-    const QSize size = m_session.snapshot().frameSize();
-    const qint64 frameCount = m_session.snapshot().frameCount();
-    if (m_options.centred)
-        m_strokes.setCentred(size);
-    if (m_matte.isNull() && !m_strokes.fits(size, frameCount, &error))
-        return fail(ExitCode::BadStrokes, error);
-    if (!m_matte.isNull() && m_options.matteFrame >= frameCount)
-        return fail(ExitCode::BadStrokes,
-                    QStringLiteral("--mask: frame %1 is past the end, the clip has frames 0 to %2")
-                        .arg(m_options.matteFrame)
-                        .arg(frameCount - 1));
-    if (!m_matte.isNull() && m_matte.size() != size)
-        return fail(ExitCode::BadStrokes,
-                    QStringLiteral("%1 has %2x%3 pixels, it must have the clip's %4x%5")
-                        .arg(m_options.matteFile)
-                        .arg(m_matte.width())
-                        .arg(m_matte.height())
-                        .arg(size.width())
-                        .arg(size.height()));
+    const ExitCode code = openClip();
+    if (code != ExitCode::Success)
+        return code;
     if (!m_session.beginSmartCutout(&error))
         return fail(ExitCode::BadInput, error);
-    bool shown = false;
-    const auto connection = QObject::connect(m_session.presenter()->playerPresenter(),
-                                             &ZkMediaPlayerPresenter::sigSeekFinished,
-                                             [&shown] { shown = true; });
-    m_session.presenter()->openEditTimeline();
-    const bool ready = waitUntil([&shown] { return shown; });
-    QObject::disconnect(connection);
-    return ready ? ExitCode::Success : interrupted();
-}
-
-bool CutoutJob::seek(qint64 frame)
-{
-    ZkMediaPlayerPresenter *player = m_session.presenter()->playerPresenter();
-    if (player->currentFrame() == frame)
-        return true;
-    bool shown = false;
-    const auto connection = QObject::connect(
-        player, &ZkMediaPlayerPresenter::sigSeekFinished, [&shown] { shown = true; });
-    player->playhead()->setPosition(frame);
-    const bool ready = waitUntil([&shown] { return shown; });
-    QObject::disconnect(connection);
-    return ready;
+    return showFirstFrame();
 }
 
 ExitCode CutoutJob::segment()
 {
     m_report->beginStage(QStringLiteral("segment"));
-    ZkSmartKeyingPresenter *presenter = m_session.presenter();
-    if (!m_matte.isNull()) {
-        if (!seek(m_options.matteFrame))
-            return interrupted();
-        presenter->editController()->setMatte(m_options.matteFrame, m_matte);
-    }
-    const QVector<Stroke> &strokes = m_strokes.strokes();
-    for (int i = 0; i < strokes.size(); ++i) {
-        const ExitCode code = paint(strokes.at(i));
-        if (code != ExitCode::Success)
-            return code;
-        m_report->setPercent(100 * (i + 1) / strokes.size());
-    }
-    bool hasObject = presenter->smartKeyingService()->isEraseEnabled(m_options.matteFrame);
-    for (const Stroke &stroke : strokes)
-        hasObject = hasObject || presenter->smartKeyingService()->isEraseEnabled(stroke.frame);
+    const ExitCode code = paintSelection();
+    if (code != ExitCode::Success)
+        return code;
+    const IZkSmartKeyingService *service = m_session.presenter()->smartKeyingService();
+    const bool hasObject =
+        std::any_of(m_markedFrames.begin(), m_markedFrames.end(), [service](qint64 frame) {
+            return service->isEraseEnabled(frame);
+        });
     return hasObject
         ? ExitCode::Success
         : fail(ExitCode::NothingFound,
                QStringLiteral("no object was found, paint a keep stroke over more of it"));
-}
-
-ExitCode CutoutJob::paint(const Stroke &stroke)
-{
-    if (!seek(stroke.frame))
-        return interrupted();
-    ZkSmartKeyingPresenter *presenter = m_session.presenter();
-    if (stroke.mode == Stroke::Mode::Erase && !presenter->isEraseMaskEnable())
-        return fail(
-            ExitCode::BadStrokes,
-            QStringLiteral("%1: frame %2 has no mask to erase from, keep something there first")
-                .arg(m_options.strokesFile)
-                .arg(stroke.frame));
-    presenter->setPlayerEditMode(editModeOf(stroke.mode));
-    presenter->setMask(
-        stroke.paint(m_session.snapshot().frameSize(), presenter->canvasRect().size()));
-    return waitUntil([] { return true; }) ? ExitCode::Success : interrupted();
-}
-
-qint64 CutoutJob::firstFrame() const
-{
-    const QVector<Stroke> &strokes = m_strokes.strokes();
-    const auto earlier = [](const Stroke &a, const Stroke &b) { return a.frame < b.frame; };
-    return strokes.isEmpty() ? m_options.matteFrame
-                             : std::min_element(strokes.begin(), strokes.end(), earlier)->frame;
-}
-
-qint64 CutoutJob::lastFrame() const
-{
-    const QVector<Stroke> &strokes = m_strokes.strokes();
-    const auto earlier = [](const Stroke &a, const Stroke &b) { return a.frame < b.frame; };
-    return strokes.isEmpty() ? m_options.matteFrame
-                             : std::max_element(strokes.begin(), strokes.end(), earlier)->frame;
-}
-
-ExitCode CutoutJob::track()
-{
-    ZkSmartKeyingPresenter *presenter = m_session.presenter();
-    if (m_session.snapshot().frameCount() < 2)
-        return ExitCode::Success;
-    m_report->beginStage(QStringLiteral("track"));
-    const bool backward = m_options.direction == CutoutOptions::Direction::Backward;
-    if (!seek(backward ? lastFrame() : firstFrame()))
-        return interrupted();
-
-    using namespace ZKSMARTKEYING;
-    const bool both = m_options.direction == CutoutOptions::Direction::Both;
-    QObject scope;
-    int prompt = -1;
-    QObject::connect(presenter, &ZkSmartKeyingPresenter::sigPrompt, &scope, [&prompt](auto type) {
-        prompt = int(type);
-    });
-    QObject::connect(presenter,
-                     &ZkSmartKeyingPresenter::sigTrackingProgress,
-                     &scope,
-                     [this](int percent) { m_report->setPercent(percent); });
-    presenter->beginTrackingMode(both           ? TrackBoth
-                                     : backward ? TrackBackward
-                                                : TrackForward,
-                                 both ? TrackWholeClip : TrackToClipEnd);
-    if (!waitUntil([presenter] { return !presenter->isTrackingMode(); })) {
-        presenter->stopTrackingMode();
-        return interrupted();
-    }
-    if (prompt == ZkSmartKeyingPresenter::NothingToTrackPrompt)
-        m_report->note(QStringLiteral("there is nothing to track in that direction"));
-    else if (prompt >= 0)
-        return fail(ExitCode::NothingFound, QStringLiteral("tracking failed, see the log"));
-    return ExitCode::Success;
 }
 
 ExitCode CutoutJob::dress()
@@ -288,7 +125,7 @@ ExitCode CutoutJob::save()
         presenter->cancelApply();
         return interrupted();
     }
-    m_session.endSmartCutout();
+    m_session.endWorkspace();
     return result == ZKSMARTKEYING::SaveSucceeded
         ? ExitCode::Success
         : fail(ExitCode::InternalError,

@@ -2,16 +2,11 @@
 #pragma once
 
 #include "ZkCutoutOptions.h"
-#include "ZkStrokesFile.h"
-#include "ZkStudioSession.h"
-
-#include <QImage>
+#include "ZkObjectJob.h"
 
 namespace zk::app {
 
-class ProgressReport;
-
-class CutoutJob
+class CutoutJob : private ObjectJob
 {
 public:
     CutoutJob(const CutoutOptions &options, ProgressReport *report);
@@ -20,27 +15,12 @@ public:
     ExitCode run();
 
 private:
-    ExitCode fail(ExitCode code, const QString &message);
-    ExitCode interrupted();
-
-    ExitCode readInputs();
-    ExitCode readMatte();
     ExitCode open();
     ExitCode segment();
-    ExitCode paint(const Stroke &stroke);
-    ExitCode track();
     ExitCode dress();
     ExitCode save();
 
-    bool seek(qint64 frame);
-    qint64 firstFrame() const;
-    qint64 lastFrame() const;
-
     const CutoutOptions &m_options;
-    ProgressReport *m_report;
-    StrokesFile m_strokes;
-    QImage m_matte;
-    StudioSession m_session;
 };
 
 } // namespace zk::app

@@ -1,9 +1,6 @@
 #include "ZkCutoutOptions.h"
 
-#include "ZkMediaWriter.h"
-
 #include <QCommandLineParser>
-#include <QFileInfo>
 
 namespace zk::app {
 
@@ -22,9 +19,9 @@ void CutoutOptions::addOptions(QCommandLineParser *parser)
     const auto add = [parser](const char *name, const char *description, const char *value) {
         addOption(parser, name, description, value);
     };
-    add("strokes", "What to keep and remove (JSON, see docs/cli.md).", "FILE.json");
-    add("mask", "Start from a given matte of one frame.", "FRAME:FILE.png");
-    add("direction", "forward, backward or both (default) from the painted frame.", "DIR");
+    addObjectOptions(parser,
+                     "What to keep and remove (JSON, see docs/cli.md).",
+                     "Video or picture to cut from.");
     add("preset", "Look of the cutout, a slug of \"zkstudio presets\".", "SLUG");
     add("contact-sheet", "Also write a PNG with source, overlay, matte and result.", "FILE.png");
     add("truth", "Compare with true mattes, one %05d.png per frame.", "DIR");
@@ -32,8 +29,6 @@ void CutoutOptions::addOptions(QCommandLineParser *parser)
     add("preset-server", "Address that the preset catalogue is fetched from.", "URL");
     addFlag(parser, "centre", "Keep what is in the middle of the first frame.");
     addCommonOptions(parser);
-    parser->addPositionalArgument(QStringLiteral("IN"),
-                                  QStringLiteral("Video or picture to cut from."));
 }
 
 QString CutoutOptions::help()
@@ -50,8 +45,6 @@ ExitCode CutoutOptions::parse(const QStringList &arguments, QString *message)
     ExitCode code = ExitCode::Usage;
     if (!readCommon(&parser, command, arguments, message, &code))
         return code;
-    input = parser.positionalArguments().constFirst();
-    strokesFile = parser.value(QStringLiteral("strokes"));
     centred = parser.isSet(QStringLiteral("centre"));
     preset = parser.value(QStringLiteral("preset"));
     contactSheet = parser.value(QStringLiteral("contact-sheet"));
@@ -59,14 +52,7 @@ ExitCode CutoutOptions::parse(const QStringList &arguments, QString *message)
     libraryFolder = parser.value(QStringLiteral("library"));
     presetServer = parser.value(QStringLiteral("preset-server"));
 
-    *message = QStringLiteral("--mask needs a frame number and a file, for example 0:matte.png");
-    if (parser.isSet(QStringLiteral("mask")) && !readMatte(parser.value(QStringLiteral("mask"))))
-        return ExitCode::Usage;
-    *message = QStringLiteral("--direction must be forward, backward or both");
-    if (parser.isSet(QStringLiteral("direction"))
-        && !readDirection(parser.value(QStringLiteral("direction"))))
-        return ExitCode::Usage;
-    if (!readBackground(parser, message))
+    if (!readObject(parser, message) || !readBackground(parser, message))
         return ExitCode::Usage;
     return check(message);
 }
@@ -80,38 +66,11 @@ ExitCode CutoutOptions::check(QString *message)
     if (!checkOutputs(message))
         return ExitCode::Usage;
     for (const QString &path : qAsConst(outputs)) {
-        media::OutputFormat format;
-        if (!media::formatFor(path, &format, message))
+        if (!checkOutput(path, message))
             return ExitCode::Usage;
-        if (QFileInfo(path).absoluteFilePath() == QFileInfo(input).absoluteFilePath()) {
-            *message =
-                QStringLiteral("the output %1 would overwrite the input, choose another name")
-                    .arg(path);
-            return ExitCode::Usage;
-        }
     }
     message->clear();
     return ExitCode::Success;
-}
-
-bool CutoutOptions::readMatte(const QString &text)
-{
-    const int colon = text.indexOf(QLatin1Char(':'));
-    bool ok = false;
-    matteFrame = text.left(colon).toLongLong(&ok);
-    matteFile = text.mid(colon + 1);
-    return colon > 0 && ok && matteFrame >= 0 && !matteFile.isEmpty();
-}
-
-bool CutoutOptions::readDirection(const QString &text)
-{
-    if (text == QLatin1String("forward"))
-        direction = Direction::Forward;
-    else if (text == QLatin1String("backward"))
-        direction = Direction::Backward;
-    else
-        return text == QLatin1String("both");
-    return true;
 }
 
 } // namespace zk::app

@@ -1,21 +1,12 @@
 // What "zkstudio cutout" was asked to do.
 #pragma once
 
-#include "ZkCommandOptions.h"
+#include "ZkObjectOptions.h"
 
 namespace zk::app {
 
-struct CutoutOptions : CommandOptions
+struct CutoutOptions : ObjectOptions
 {
-    enum class Direction { Forward, Backward, Both };
-
-    QString input;
-    // Exactly one of these three says what the object is.
-    QString strokesFile;
-    QString matteFile;
-    bool centred = false; // what is in the middle of the first frame
-    qint64 matteFrame = 0;
-    Direction direction = Direction::Both;
     QString preset; // slug; empty: the plain cutout
     QString contactSheet;
     QString truthFolder; // %05d.png true mattes to compare with
@@ -31,8 +22,6 @@ private:
     static const Command command;
     static void addOptions(QCommandLineParser *parser);
     ExitCode check(QString *message);
-    bool readMatte(const QString &text);
-    bool readDirection(const QString &text);
 };
 
 } // namespace zk::app

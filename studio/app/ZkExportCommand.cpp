@@ -2,15 +2,12 @@
 
 #include "ZkCutoutExport.h"
 #include "ZkExportOptions.h"
-#include "ZkInterrupt.h"
-#include "ZkProgressReport.h"
+#include "ZkRunCommand.h"
 
 #include "project/ZkProject.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
-
-#include <cstdio>
 
 namespace zk::app {
 
@@ -145,20 +142,7 @@ ExitCode ExportJob::write(int item)
 
 ExitCode runExportCommand(const QStringList &arguments)
 {
-    ExportOptions options;
-    QString message;
-    const ExitCode parsed = options.parse(arguments, &message);
-    if (options.isHelp) {
-        std::fputs(message.toUtf8().constData(), stdout);
-        return ExitCode::Success;
-    }
-    ProgressReport report(options.json);
-    if (parsed != ExitCode::Success) {
-        report.error(parsed, message);
-        return parsed;
-    }
-    catchInterrupts();
-    return ExportJob(options, &report).run();
+    return runCommand<ExportOptions, ExportJob>(arguments);
 }
 
 } // namespace zk::app

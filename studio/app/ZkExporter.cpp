@@ -43,8 +43,10 @@ QImage greyPicture(const QImage &matte)
     return matte.convertToFormat(QImage::Format_RGBA8888);
 }
 
-media::OutputSettings settingsFor(const datamodel::RenderSnapshot &snapshot,
-                                  media::OutputFormat format)
+} // namespace
+
+media::OutputSettings outputSettings(const datamodel::RenderSnapshot &snapshot,
+                                     media::OutputFormat format)
 {
     media::OutputSettings settings;
     settings.format = format;
@@ -57,8 +59,6 @@ media::OutputSettings settingsFor(const datamodel::RenderSnapshot &snapshot,
         settings.audioSourcePath = snapshot.mediaPath();
     return settings;
 }
-
-} // namespace
 
 Exporter::Exporter(const ExportSettings &settings, const Hooks &hooks)
     : m_settings(settings)
@@ -95,7 +95,7 @@ ExportOutcome Exporter::open(const datamodel::RenderSnapshot &snapshot)
             return failure(ExitCode::BadOutput, error);
         Output output {path,
                        media::supportsAlpha(format),
-                       media::MediaWriter::create(path, settingsFor(snapshot, format), &error)};
+                       media::MediaWriter::create(path, outputSettings(snapshot, format), &error)};
         if (!output.writer)
             return failure(ExitCode::BadOutput, error);
         m_outputs.push_back(std::move(output));

@@ -24,6 +24,10 @@ struct ExportOutcome
     QStringList written; // outputs that are complete
 };
 
+// Those of an output of that format with everything that the snapshot has, sound included.
+media::OutputSettings outputSettings(const datamodel::RenderSnapshot &snapshot,
+                                     media::OutputFormat format);
+
 // Exports one timeline in the calling thread, whichever that is; use it once. Outputs that are not
 // complete at the end are absent.
 class Exporter

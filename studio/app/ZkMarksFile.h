@@ -5,6 +5,7 @@
 #include <QJsonObject>
 #include <QString>
 #include <QStringList>
+#include <QVector>
 
 #include <functional>
 
@@ -39,6 +40,35 @@ private:
 class MarksFile
 {
 protected:
+    // Fills the marks, which are empty when it fails, with what readers make of the list's objects. False
+    // with an error "FILE:LINE: FIELD: what is wrong" when the file cannot be read, has no such list, or
+    // a reader finds something wrong.
+    template<typename Reader, typename Mark>
+    bool loadMarks(const QString &path,
+                   const QString &list,
+                   const QString &item,
+                   QVector<Mark> *marks,
+                   QString *error)
+    {
+        marks->clear();
+        const auto read = [marks](const QJsonObject &object, const QString &field) {
+            Mark mark;
+            Reader reader(object, field);
+            const bool isGood = reader.read(&mark);
+            marks->append(mark);
+            return isGood ? Problem() : Problem {reader.field(), reader.problem()};
+        };
+        const bool isLoaded = loadList(path, list, item, read, error);
+        if (!isLoaded)
+            marks->clear();
+        return isLoaded;
+    }
+    // False when the clip has no such frame.
+    bool hasFrame(const QString &markPath, qint64 frame, qint64 frameCount, QString *error) const;
+    QString errorAt(const QString &path, const QString &message) const;
+    void forgetFile();
+
+private:
     struct Problem
     {
         QString field; // empty: none
@@ -47,19 +77,12 @@ protected:
     // Gets each object with its path, such as "strokes[2]".
     using ReadMark = std::function<Problem(const QJsonObject &object, const QString &path)>;
 
-    // False with an error "FILE:LINE: FIELD: what is wrong" when the file cannot be read, has no such
-    // list, or the function finds something wrong.
     bool loadList(const QString &path,
                   const QString &list,
                   const QString &item,
                   const ReadMark &read,
                   QString *error);
-    // False when the clip has no such frame.
-    bool hasFrame(const QString &markPath, qint64 frame, qint64 frameCount, QString *error) const;
-    QString errorAt(const QString &path, const QString &message) const;
-    void forgetFile();
 
-private:
     QString m_path;
     QByteArray m_text;
 };

@@ -1,16 +1,9 @@
 #include "ZkStrokesFile.h"
 
-#include "ZkJsonLocator.h"
-
-#include <QFile>
 #include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QPainter>
 #include <QPainterPath>
 #include <QRectF>
-
-#include <cmath>
 
 namespace zk::app {
 
@@ -18,64 +11,25 @@ namespace {
 
 constexpr double maxWidth = 10000;
 
-// Reads one stroke; the first problem is kept with the field that has it.
-class StrokeReader
+class StrokeReader : public MarkReader
 {
 public:
-    StrokeReader(const QJsonObject &object, const QString &path)
-        : m_object(object)
-        , m_path(path)
-    { }
+    using MarkReader::MarkReader;
 
     bool read(Stroke *stroke)
     {
-        return readKeys() && readFrame(&stroke->frame) && readMode(&stroke->mode)
-            && readWidth(&stroke->width) && readPoints(&stroke->points);
+        return readKeys({QStringLiteral("frame"),
+                         QStringLiteral("mode"),
+                         QStringLiteral("width"),
+                         QStringLiteral("points")})
+            && readFrame(&stroke->frame) && readMode(&stroke->mode) && readWidth(&stroke->width)
+            && readPoints(&stroke->points);
     }
-
-    QString field() const { return m_field; }
-    QString problem() const { return m_problem; }
 
 private:
-    bool fail(const QString &field, const QString &problem)
-    {
-        m_field = m_path + QLatin1Char('.') + field;
-        m_problem = problem;
-        return false;
-    }
-
-    bool readKeys()
-    {
-        const QStringList known {QStringLiteral("frame"),
-                                 QStringLiteral("mode"),
-                                 QStringLiteral("width"),
-                                 QStringLiteral("points")};
-        const QStringList keys = m_object.keys();
-        for (const QString &key : keys) {
-            if (!known.contains(key))
-                return fail(
-                    key,
-                    QStringLiteral("unknown field, allowed are frame, mode, width and points"));
-        }
-        for (const QString &key : known) {
-            if (!m_object.contains(key))
-                return fail(key, QStringLiteral("is missing"));
-        }
-        return true;
-    }
-
-    bool readFrame(qint64 *frame)
-    {
-        const double value = m_object.value(QStringLiteral("frame")).toDouble(-1);
-        if (value < 0 || value != std::floor(value) || value > 1e15)
-            return fail(QStringLiteral("frame"), QStringLiteral("must be a whole number from 0"));
-        *frame = qint64(value);
-        return true;
-    }
-
     bool readMode(Stroke::Mode *mode)
     {
-        const QString text = m_object.value(QStringLiteral("mode")).toString();
+        const QString text = value("mode").toString();
         if (text == QLatin1String("keep"))
             *mode = Stroke::Mode::Keep;
         else if (text == QLatin1String("remove"))
@@ -90,7 +44,7 @@ private:
 
     bool readWidth(double *width)
     {
-        *width = m_object.value(QStringLiteral("width")).toDouble(-1);
+        *width = value("width").toDouble(-1);
         if (*width <= 0 || *width > maxWidth)
             return fail(
                 QStringLiteral("width"),
@@ -100,9 +54,8 @@ private:
 
     bool readPoints(QVector<QPointF> *points)
     {
-        const QJsonValue value = m_object.value(QStringLiteral("points"));
-        const QJsonArray array = value.toArray();
-        if (!value.isArray() || array.isEmpty())
+        const QJsonArray array = value("points").toArray();
+        if (array.isEmpty())
             return fail(QStringLiteral("points"), QStringLiteral("must be a list of [x, y] pairs"));
         for (int i = 0; i < array.size(); ++i) {
             const QJsonArray pair = array.at(i).toArray();
@@ -113,11 +66,6 @@ private:
         }
         return true;
     }
-
-    QJsonObject m_object;
-    QString m_path;
-    QString m_field;
-    QString m_problem;
 };
 
 QRectF boundsOf(const Stroke &stroke)
@@ -155,47 +103,8 @@ QImage Stroke::paint(const QSize &sourceSize, const QSize &canvasSize) const
 
 bool StrokesFile::load(const QString &path, QString *error)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        *error = QStringLiteral("%1: cannot be read: %2").arg(path, file.errorString());
-        return false;
-    }
-    m_path = path;
-    m_text = file.readAll();
-    m_strokes.clear();
-    QJsonParseError parseError;
-    const QJsonDocument document = QJsonDocument::fromJson(m_text, &parseError);
-    if (parseError.error != QJsonParseError::NoError) {
-        *error = QStringLiteral("%1:%2: is not valid JSON: %3")
-                     .arg(path)
-                     .arg(jsonLineAt(m_text, parseError.offset))
-                     .arg(parseError.errorString());
-        return false;
-    }
-    const QJsonValue list = document.object().value(QStringLiteral("strokes"));
-    if (!list.isArray() || list.toArray().isEmpty()) {
-        *error = errorAt(QStringLiteral("strokes"),
-                         QStringLiteral("must be a list of at least one stroke"));
-        return false;
-    }
-    QVector<Stroke> strokes;
-    const QJsonArray array = list.toArray();
-    for (int i = 0; i < array.size(); ++i) {
-        const QString field = QStringLiteral("strokes[%1]").arg(i);
-        if (!array.at(i).isObject()) {
-            *error = errorAt(field, QStringLiteral("must be an object"));
-            return false;
-        }
-        Stroke stroke;
-        StrokeReader reader(array.at(i).toObject(), field);
-        if (!reader.read(&stroke)) {
-            *error = errorAt(reader.field(), reader.problem());
-            return false;
-        }
-        strokes.append(stroke);
-    }
-    m_strokes = strokes;
-    return true;
+    return loadMarks<StrokeReader>(
+        path, QStringLiteral("strokes"), QStringLiteral("stroke"), &m_strokes, error);
 }
 
 void StrokesFile::setCentred(const QSize &sourceSize)
@@ -205,8 +114,7 @@ void StrokesFile::setCentred(const QSize &sourceSize)
     Stroke stroke;
     stroke.width = qMax(1.0, sourceSize.height() / 20.0);
     stroke.points = {middle - reach, middle, middle + reach};
-    m_path.clear();
-    m_text.clear();
+    forgetFile();
     m_strokes = {stroke};
 }
 
@@ -215,13 +123,8 @@ bool StrokesFile::fits(const QSize &sourceSize, qint64 frameCount, QString *erro
     for (int i = 0; i < m_strokes.size(); ++i) {
         const Stroke &stroke = m_strokes.at(i);
         const QString field = QStringLiteral("strokes[%1]").arg(i);
-        if (stroke.frame >= frameCount) {
-            *error = errorAt(field + QStringLiteral(".frame"),
-                             QStringLiteral("frame %1 is past the end, the clip has frames 0 to %2")
-                                 .arg(stroke.frame)
-                                 .arg(frameCount - 1));
+        if (!hasFrame(field, stroke.frame, frameCount, error))
             return false;
-        }
         if (!boundsOf(stroke).intersects(QRectF(QPointF(0, 0), sourceSize))) {
             *error = errorAt(field + QStringLiteral(".points"),
                              QStringLiteral("the stroke lies outside the %1x%2 frame")
@@ -231,14 +134,6 @@ bool StrokesFile::fits(const QSize &sourceSize, qint64 frameCount, QString *erro
         }
     }
     return true;
-}
-
-QString StrokesFile::errorAt(const QString &path, const QString &message) const
-{
-    return QStringLiteral("%1:%2: %3: %4")
-        .arg(m_path)
-        .arg(jsonLineOf(m_text, path))
-        .arg(path, message);
 }
 
 } // namespace zk::app

@@ -3,7 +3,8 @@
 // in pixels of the source frame.
 #pragma once
 
-#include <QByteArray>
+#include "ZkMarksFile.h"
+
 #include <QImage>
 #include <QPointF>
 #include <QSize>
@@ -26,7 +27,7 @@ struct Stroke
     QImage paint(const QSize &sourceSize, const QSize &canvasSize) const;
 };
 
-class StrokesFile
+class StrokesFile : private MarksFile
 {
 public:
     // False with an error "FILE:LINE: FIELD: what is wrong" when the file cannot be read or a field
@@ -40,10 +41,6 @@ public:
     const QVector<Stroke> &strokes() const { return m_strokes; }
 
 private:
-    QString errorAt(const QString &path, const QString &message) const;
-
-    QString m_path;
-    QByteArray m_text;
     QVector<Stroke> m_strokes;
 };
 

@@ -4,7 +4,7 @@
 
 #include "ZCutoutPresetItemManager.h"
 #include "ZCutoutPresetItemModel.h"
-#include "ZkSmartKeyingPresenter.h"
+#include "ZkAIErasingPresenter.h"
 #include "library/ZkStudioMediaLibrary.h"
 #include "library/ZkStudioProjectManager.h"
 #include "timeline/ZkStudioEffect.h"
@@ -28,7 +28,7 @@ StudioSession::StudioSession() = default;
 
 StudioSession::~StudioSession()
 {
-    endSmartCutout();
+    endWorkspace();
 }
 
 bool StudioSession::openLibrary(const QString &folder, const QString &server, QString *error)
@@ -67,17 +67,33 @@ bool StudioSession::openClip(const QString &path, QString *error)
     return m_timeline != nullptr;
 }
 
+bool StudioSession::take(std::unique_ptr<ZkSmartKeyingPresenter> presenter, QString *error)
+{
+    *error = QStringLiteral("the clip cannot be edited, it has no readable picture");
+    if (!presenter->isInitSuccessful())
+        return false;
+    m_presenter = std::move(presenter);
+    error->clear();
+    return true;
+}
+
+bool StudioSession::beginErasing(QString *error)
+{
+    auto presenter = std::make_unique<ZkAIErasingPresenter>(m_timeline->clip());
+    ZkAIErasingPresenter *erasing = presenter.get();
+    if (!take(std::move(presenter), error))
+        return false;
+    m_erasing = erasing;
+    return true;
+}
+
 bool StudioSession::beginSmartCutout(QString *error)
 {
     m_presetsLoaded = false;
-    m_presenter =
-        std::make_unique<ZkSmartKeyingPresenter>(ZKSMARTKEYING::SmartCutout, m_timeline->clip());
-    if (!m_presenter->isInitSuccessful()) {
-        m_presenter.reset();
-        *error =
-            QStringLiteral("the clip cannot be opened for a cutout, it has no readable picture");
+    if (!take(std::make_unique<ZkSmartKeyingPresenter>(ZKSMARTKEYING::SmartCutout,
+                                                       m_timeline->clip()),
+              error))
         return false;
-    }
     QObject::connect(m_presenter.get(), &ZkSmartKeyingPresenter::sigEffectMediaItemsLoaded, [this] {
         m_presetsLoaded = true;
     });
@@ -85,10 +101,11 @@ bool StudioSession::beginSmartCutout(QString *error)
     return true;
 }
 
-void StudioSession::endSmartCutout()
+void StudioSession::endWorkspace()
 {
     if (m_presenter)
         m_presenter->setClosing(true);
+    m_erasing = nullptr;
     m_presenter.reset();
 }
 

@@ -1,10 +1,11 @@
 // zkstudio: the reference editor. With a command it does its work without windows.
 #include "ZkCutoutJob.h"
 #include "ZkEditor.h"
+#include "ZkEraseWorkerCommand.h"
+#include "ZkErasingJob.h"
 #include "ZkExportCommand.h"
-#include "ZkInterrupt.h"
 #include "ZkPresetsCommand.h"
-#include "ZkProgressReport.h"
+#include "ZkRunCommand.h"
 #include "ZkSampleCommand.h"
 
 #include <QApplication>
@@ -19,41 +20,28 @@ namespace {
 using zk::app::ExitCode;
 
 const char usage[] =
-    "zkstudio: cuts objects out of videos\n"
+    "zkstudio: cuts objects out of videos, or takes them away\n"
     "\n"
     "  zkstudio [FILE...|PROJECT]                      open the editor\n"
     "  zkstudio cutout IN --strokes FILE.json -o OUT   cut out what is painted\n"
+    "  zkstudio erase IN --boxes FILE.json -o OUT      erase what is in the boxes\n"
     "  zkstudio export PROJECT -o OUT                  write the clips of a project\n"
     "  zkstudio sample DIR                             draw the sample clip\n"
     "  zkstudio presets                                list the looks\n"
     "  zkstudio COMMAND --help                         more about a command\n"
     "  zkstudio --version\n";
 
-ExitCode runCutout(const QStringList &arguments)
-{
-    zk::app::CutoutOptions options;
-    QString message;
-    const ExitCode parsed = options.parse(arguments, &message);
-    if (options.isHelp) {
-        std::fputs(message.toUtf8().constData(), stdout);
-        return ExitCode::Success;
-    }
-    zk::app::ProgressReport report(options.json);
-    if (parsed != ExitCode::Success) {
-        report.error(parsed, message);
-        return parsed;
-    }
-    zk::app::catchInterrupts();
-    return zk::app::CutoutJob(options, &report).run();
-}
-
 ExitCode runCommand(const QStringList &arguments)
 {
     const QString command = arguments.value(1);
     if (command == QLatin1String("cutout"))
-        return runCutout(arguments.mid(2));
+        return zk::app::runCommand<zk::app::CutoutOptions, zk::app::CutoutJob>(arguments.mid(2));
+    if (command == QLatin1String("erase"))
+        return zk::app::runCommand<zk::app::EraseOptions, zk::app::ErasingJob>(arguments.mid(2));
     if (command == QLatin1String("export"))
         return zk::app::runExportCommand(arguments.mid(2));
+    if (command == QLatin1String("erase-worker"))
+        return ExitCode(zk::app::runEraseWorkerCommand(arguments.mid(2)));
     if (command == QLatin1String("sample"))
         return zk::app::runSampleCommand(arguments.mid(2));
     if (command == QLatin1String("presets"))

@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <mutex>
@@ -33,6 +34,10 @@ struct HostLink::State
 HostLink::HostLink(const QString &folder)
     : m_state(std::make_shared<State>())
 {
+#ifdef SIGPIPE
+    // A dead host does not read any more: that must not end this process before it has cleaned up.
+    std::signal(SIGPIPE, SIG_IGN);
+#endif
     m_state->folder = folder;
     // It sleeps in a read that nothing portable wakes: it ends with the process.
     std::thread([state = m_state] { watch(state); }).detach();

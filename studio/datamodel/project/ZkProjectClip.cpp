@@ -46,8 +46,14 @@ bool ProjectClip::isCutOut() const
 
 void ProjectClip::setMedia(const MediaEntry &media)
 {
+    setMedia(media, clip()->inFrame());
+}
+
+void ProjectClip::setMedia(const MediaEntry &media, qint64 inFrame)
+{
+    m_mediaId = media.id;
     m_isOffline = media.isMissing();
-    clip()->setMedia(media.info);
+    clip()->setMedia(media.info, inFrame);
 }
 
 } // namespace zk::datamodel

@@ -40,12 +40,14 @@ public:
 
     // Takes the file of the entry instead, which must fit; neither an undo step nor reported.
     void setMedia(const MediaEntry &media);
+    // The same for an entry with the clip's pictures from that frame on.
+    void setMedia(const MediaEntry &media, qint64 inFrame);
 
 private:
     Q_DISABLE_COPY(ProjectClip)
 
     const qint64 m_id;
-    const qint64 m_mediaId;
+    qint64 m_mediaId;
     bool m_isOffline;
     QVector<ProjectSnapshot::Draft> m_drafts;
     const std::unique_ptr<ZkStudioTimeline> m_timeline;

@@ -44,6 +44,12 @@ void ZkStudioClip::setMedia(const zk::media::MediaInfo &media)
     m_source->setInfo(media);
 }
 
+void ZkStudioClip::setMedia(const zk::media::MediaInfo &media, qint64 inFrame)
+{
+    setMedia(media);
+    m_inFrame = inFrame;
+}
+
 ZkStudioSmartKeyingService *
 ZkStudioClip::studioService(ZKSMARTKEYING::ZkSmartKeyingBusinessType type) const
 {

@@ -37,6 +37,8 @@ public:
     const zk::media::MediaInfo &media() const;
     // Another file with the same pictures at another place; neither an undo step nor reported.
     void setMedia(const zk::media::MediaInfo &media);
+    // The same with its pictures from that frame of the file on.
+    void setMedia(const zk::media::MediaInfo &media, qint64 inFrame);
     QSize frameSize() const { return media().size; }
     qint64 inFrame() const { return m_inFrame; } // frame of the file
     qint64 frameCount() const { return m_frameCount; }
@@ -61,7 +63,7 @@ private:
 
     ZkStudioTimeline *const m_timeline;
     const std::unique_ptr<ZkStudioMediaSource> m_source;
-    const qint64 m_inFrame;
+    qint64 m_inFrame;
     const qint64 m_frameCount;
     std::unique_ptr<ZkStudioEffectList> m_effects;
     std::unique_ptr<ZkStudioSmartKeyingService> m_cutoutService;

@@ -34,14 +34,11 @@ protected:
         return QDir(path(folder)).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
     }
 
-    media::SampleClip writeSample(const QString &name, const QSize &size, int frames, int rate = 24)
+    std::unique_ptr<media::SampleClip>
+    writeSample(const QString &name, const QSize &size, int frames)
     {
-        media::SampleOptions options;
-        options.size = size;
-        options.frames = frames;
-        options.frameRate = rate;
-        media::SampleClip sample(options);
-        if (!sample.write(path(name), QString(), &m_error, true))
+        auto sample = std::make_unique<media::SampleClip>(media::SampleOptions {size, frames, 24});
+        if (!sample->write(path(name), QString(), &m_error, true))
             qFatal("%s", qPrintable(m_error));
         return sample;
     }
@@ -115,7 +112,7 @@ inline double psnr(const QImage &a, const QImage &b, const QImage &mask, bool is
             count += 3;
         }
     }
-    return count == 0 ? 0 : 10 * std::log10(255.0 * 255 * count / qMax(sum, 1e-6));
+    return count == 0 ? 99 : 10 * std::log10(255.0 * 255 * count / qMax(sum, 1e-6));
 }
 
 } // namespace zk::test

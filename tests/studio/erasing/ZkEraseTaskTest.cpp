@@ -40,12 +40,7 @@ class ZkEraseTaskTest : public QObject, private test::EraseBench
     std::unique_ptr<media::SampleClip> m_sample;
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        m_sample =
-            std::make_unique<media::SampleClip>(media::SampleOptions {frameSize, frameCount, 24});
-        QVERIFY2(m_sample->write(path("clip.mkv"), QString(), &m_error, true), qPrintable(m_error));
-    }
+    void initTestCase() { m_sample = writeSample("clip.mkv", frameSize, frameCount); }
 
     void erasesTheObjectAndNothingElse_data()
     {
@@ -225,8 +220,8 @@ private Q_SLOTS:
         QFETCH(int, frames);
         QFETCH(QRect, hole);
         const QString clip = QString::fromLatin1(QTest::currentDataTag()) + ".mkv";
-        const media::SampleClip sample = writeSample(clip, frameSize, frames);
-        erasing::EraseJob job = jobFor(clip, sample, "revealed/out.mkv");
+        const auto sample = writeSample(clip, frameSize, frames);
+        erasing::EraseJob job = jobFor(clip, *sample, "revealed/out.mkv");
         QImage mask(frameSize, QImage::Format_Grayscale8);
         mask.fill(0);
         if (!hole.isNull())
@@ -237,8 +232,8 @@ private Q_SLOTS:
         QCOMPARE(result->info().frameCount, qint64(frames));
         const QImage last = result->frameAt(frames - 1);
         QVERIFY(hole.isNull() || hole.contains(0, 0)
-                || psnr(last, sample.frame(frames - 1), mask, true) < 50);
-        QVERIFY(psnr(last, sample.frame(frames - 1), grown(mask), false)
+                || psnr(last, sample->frame(frames - 1), mask, true) < 50);
+        QVERIFY(psnr(last, sample->frame(frames - 1), grown(mask), false)
                 >= (hole.contains(0, 0) ? 0 : 99));
     }
 

@@ -2,6 +2,65 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>EraseTexts</name>
+    <message>
+        <source>Preparing</source>
+        <translation>Vorbereiten</translation>
+    </message>
+    <message>
+        <source>Erasing</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Finishing</source>
+        <translation>Abschließen</translation>
+    </message>
+    <message>
+        <source>The folder %1 cannot be written to, or its disk is full; free some space or choose another folder.</source>
+        <translation>In den Ordner %1 kann nicht geschrieben werden, oder der Datenträger ist voll; schaffen Sie Platz oder wählen Sie einen anderen Ordner.</translation>
+    </message>
+    <message>
+        <source>%1 is no longer there; put it back and erase again.</source>
+        <translation>%1 ist nicht mehr da; legen Sie die Datei zurück und löschen Sie erneut.</translation>
+    </message>
+    <message>
+        <source>%1 was changed after the objects were selected; check the selection and erase again.</source>
+        <translation>%1 wurde geändert, nachdem die Objekte ausgewählt wurden; prüfen Sie die Auswahl und löschen Sie erneut.</translation>
+    </message>
+    <message>
+        <source>%1 does not have all the frames of the clip; check the file and erase again.</source>
+        <translation>%1 enthält nicht alle Bilder des Clips; prüfen Sie die Datei und löschen Sie erneut.</translation>
+    </message>
+    <message>
+        <source>Frame %1 of %2 cannot be read; check the file and erase again.</source>
+        <translation>Bild %1 von %2 kann nicht gelesen werden; prüfen Sie die Datei und löschen Sie erneut.</translation>
+    </message>
+    <message>
+        <source>The eraser could not read what it is to do; erase again.</source>
+        <translation>Der Auftrag zum Löschen konnte nicht gelesen werden; löschen Sie erneut.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory for frames of this size; close other programs and erase again.</source>
+        <translation>Für Bilder dieser Größe reicht der Speicher nicht; schließen Sie andere Programme und löschen Sie erneut.</translation>
+    </message>
+    <message>
+        <source>The eraser %1 cannot be started (%2); install the program again.</source>
+        <translation>Das Programm zum Löschen, %1, kann nicht gestartet werden (%2); installieren Sie das Programm neu.</translation>
+    </message>
+    <message>
+        <source>The eraser was ended from outside or crashed (signal %1), perhaps because memory ran out; close other programs and erase again.</source>
+        <translation>Das Löschen wurde von außen beendet oder ist abgestürzt (Signal %1), vielleicht weil der Speicher nicht reichte; schließen Sie andere Programme und löschen Sie erneut.</translation>
+    </message>
+    <message>
+        <source>The eraser ended without a result (code %1); erase again.</source>
+        <translation>Das Löschen endete ohne Ergebnis (Code %1); löschen Sie erneut.</translation>
+    </message>
+    <message>
+        <source>The eraser failed (%1); erase again, or select less.</source>
+        <translation>Das Löschen ist fehlgeschlagen (%1); löschen Sie erneut oder wählen Sie weniger aus.</translation>
+    </message>
+</context>
+<context>
     <name>ExportFormat</name>
     <message>
         <source>ProRes 4444 with transparency (.mov)</source>
@@ -311,6 +370,10 @@
         <source>Track</source>
         <translation>Verfolgen</translation>
     </message>
+    <message>
+        <source>Delete object</source>
+        <translation>Objekt entfernen</translation>
+    </message>
 </context>
 <context>
     <name>ZkStudioEffectList</name>
@@ -336,6 +399,34 @@
     <message>
         <source>Invert mask</source>
         <translation>Maske umkehren</translation>
+    </message>
+    <message>
+        <source>Add area</source>
+        <translation>Bereich hinzufügen</translation>
+    </message>
+    <message>
+        <source>Remove area</source>
+        <translation>Bereich entfernen</translation>
+    </message>
+    <message>
+        <source>Change area</source>
+        <translation>Bereich ändern</translation>
+    </message>
+    <message>
+        <source>Set mask</source>
+        <translation>Maske setzen</translation>
+    </message>
+    <message>
+        <source>Remove object</source>
+        <translation>Objekt entfernen</translation>
+    </message>
+    <message>
+        <source>Clear selection</source>
+        <translation>Auswahl aufheben</translation>
+    </message>
+    <message>
+        <source>Discard saved selections</source>
+        <translation>Gespeicherte Auswahlen verwerfen</translation>
     </message>
 </context>
 <context>
@@ -1596,6 +1687,10 @@
         <source>Restore unfinished work</source>
         <translation>Unfertige Arbeit wiederherstellen</translation>
     </message>
+    <message>
+        <source>Erase objects</source>
+        <translation>Objekte löschen</translation>
+    </message>
 </context>
 <context>
     <name>zk::media</name>
@@ -1656,10 +1751,6 @@
         <translation>%1 ist ein Ordner; wählen Sie einen Dateinamen.</translation>
     </message>
     <message>
-        <source>The mattes cannot be written to %1; choose another folder.</source>
-        <translation>Die Masken können nicht in %1 geschrieben werden; wählen Sie einen anderen Ordner.</translation>
-    </message>
-    <message>
         <source>A picture of the sequence could not be written (%1); choose another folder.</source>
         <translation>Ein Bild der Sequenz konnte nicht geschrieben werden (%1); wählen Sie einen anderen Ordner.</translation>
     </message>
@@ -1682,6 +1773,10 @@
     <message>
         <source>%1 breaks off before its end; copy or download it again.</source>
         <translation>%1 bricht vor dem Ende ab; kopieren oder laden Sie die Datei erneut.</translation>
+    </message>
+    <message>
+        <source>The pictures cannot be written to %1; choose another folder.</source>
+        <translation>Die Bilder können nicht in %1 geschrieben werden; wählen Sie einen anderen Ordner.</translation>
     </message>
 </context>
 <context>

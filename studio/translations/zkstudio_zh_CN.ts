@@ -2,6 +2,65 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>EraseTexts</name>
+    <message>
+        <source>Preparing</source>
+        <translation>正在准备</translation>
+    </message>
+    <message>
+        <source>Erasing</source>
+        <translation>正在抹除</translation>
+    </message>
+    <message>
+        <source>Finishing</source>
+        <translation>正在完成</translation>
+    </message>
+    <message>
+        <source>The folder %1 cannot be written to, or its disk is full; free some space or choose another folder.</source>
+        <translation>无法写入文件夹 %1，或磁盘已满；请释放空间或选择其他文件夹。</translation>
+    </message>
+    <message>
+        <source>%1 is no longer there; put it back and erase again.</source>
+        <translation>%1 已不存在；请放回该文件后重新抹除。</translation>
+    </message>
+    <message>
+        <source>%1 was changed after the objects were selected; check the selection and erase again.</source>
+        <translation>选择对象之后 %1 已被更改；请检查选区后重新抹除。</translation>
+    </message>
+    <message>
+        <source>%1 does not have all the frames of the clip; check the file and erase again.</source>
+        <translation>%1 不包含片段的全部帧；请检查文件后重新抹除。</translation>
+    </message>
+    <message>
+        <source>Frame %1 of %2 cannot be read; check the file and erase again.</source>
+        <translation>无法读取 %2 的第 %1 帧；请检查文件后重新抹除。</translation>
+    </message>
+    <message>
+        <source>The eraser could not read what it is to do; erase again.</source>
+        <translation>抹除程序无法读取任务；请重新抹除。</translation>
+    </message>
+    <message>
+        <source>There is not enough memory for frames of this size; close other programs and erase again.</source>
+        <translation>内存不足，无法处理此尺寸的帧；请关闭其他程序后重新抹除。</translation>
+    </message>
+    <message>
+        <source>The eraser %1 cannot be started (%2); install the program again.</source>
+        <translation>无法启动抹除程序 %1（%2）；请重新安装本程序。</translation>
+    </message>
+    <message>
+        <source>The eraser was ended from outside or crashed (signal %1), perhaps because memory ran out; close other programs and erase again.</source>
+        <translation>抹除程序被外部终止或已崩溃（信号 %1），可能是内存不足；请关闭其他程序后重新抹除。</translation>
+    </message>
+    <message>
+        <source>The eraser ended without a result (code %1); erase again.</source>
+        <translation>抹除程序结束但没有结果（代码 %1）；请重新抹除。</translation>
+    </message>
+    <message>
+        <source>The eraser failed (%1); erase again, or select less.</source>
+        <translation>抹除失败（%1）；请重新抹除，或减少选择。</translation>
+    </message>
+</context>
+<context>
     <name>ExportFormat</name>
     <message>
         <source>ProRes 4444 with transparency (.mov)</source>
@@ -305,11 +364,15 @@
     </message>
     <message>
         <source>Set matte</source>
-        <translation>设置遮罩</translation>
+        <translation>设置蒙版</translation>
     </message>
     <message>
         <source>Track</source>
         <translation>跟踪</translation>
+    </message>
+    <message>
+        <source>Delete object</source>
+        <translation>删除对象</translation>
     </message>
 </context>
 <context>
@@ -336,6 +399,34 @@
     <message>
         <source>Invert mask</source>
         <translation>反转蒙版</translation>
+    </message>
+    <message>
+        <source>Add area</source>
+        <translation>添加区域</translation>
+    </message>
+    <message>
+        <source>Remove area</source>
+        <translation>移除区域</translation>
+    </message>
+    <message>
+        <source>Change area</source>
+        <translation>更改区域</translation>
+    </message>
+    <message>
+        <source>Set mask</source>
+        <translation>设置蒙版</translation>
+    </message>
+    <message>
+        <source>Remove object</source>
+        <translation>移除对象</translation>
+    </message>
+    <message>
+        <source>Clear selection</source>
+        <translation>清除选区</translation>
+    </message>
+    <message>
+        <source>Discard saved selections</source>
+        <translation>放弃已保存的选区</translation>
     </message>
 </context>
 <context>
@@ -1588,6 +1679,10 @@
         <source>Restore unfinished work</source>
         <translation>恢复未完成的工作</translation>
     </message>
+    <message>
+        <source>Erase objects</source>
+        <translation>抹除对象</translation>
+    </message>
 </context>
 <context>
     <name>zk::media</name>
@@ -1648,10 +1743,6 @@
         <translation>%1 是文件夹，请选择文件名。</translation>
     </message>
     <message>
-        <source>The mattes cannot be written to %1; choose another folder.</source>
-        <translation>无法将遮罩写入 %1，请选择其他文件夹。</translation>
-    </message>
-    <message>
         <source>A picture of the sequence could not be written (%1); choose another folder.</source>
         <translation>无法写入序列中的一个图像（%1），请选择其他文件夹。</translation>
     </message>
@@ -1674,6 +1765,10 @@
     <message>
         <source>%1 breaks off before its end; copy or download it again.</source>
         <translation>%1 在结尾前中断，请重新复制或下载。</translation>
+    </message>
+    <message>
+        <source>The pictures cannot be written to %1; choose another folder.</source>
+        <translation>无法将图片写入 %1；请选择其他文件夹。</translation>
     </message>
 </context>
 <context>

@@ -40,11 +40,11 @@ public:
         const QMetaMethod method = m_sender->metaObject()->method(id);
         QStringList values;
         for (int i = 0; i < method.parameterCount(); ++i)
-            values += QVariant(method.parameterType(i), arguments[i + 1]).toString();
-        QString text = QString::fromLatin1(method.name());
+            values += text(QVariant(method.parameterType(i), arguments[i + 1]));
+        QString line = QString::fromLatin1(method.name());
         if (!values.isEmpty())
-            text += QLatin1Char('(') + values.join(QLatin1Char(',')) + QLatin1Char(')');
-        journal() += text;
+            line += QLatin1Char('(') + values.join(QLatin1Char(',')) + QLatin1Char(')');
+        journal() += line;
         return -1;
     }
 
@@ -79,8 +79,17 @@ private:
 class Workspace
 {
 public:
+    using Maker = std::function<std::unique_ptr<ZkSmartKeyingPresenter>(IZkClip *)>;
+
     explicit Workspace(ZKSMARTKEYING::ZkSmartKeyingBusinessType type = ZKSMARTKEYING::SmartCutout,
                        bool readable = true)
+        : Workspace(
+            [type](IZkClip *edited) {
+                return std::make_unique<ZkSmartKeyingPresenter>(type, edited);
+            },
+            readable)
+    { }
+    Workspace(const Maker &make, bool readable)
     {
         glow.described.reset(new Effect(ZKTIMELINE::SmartKeyingEffect, "glow"));
         neon.described.reset(new Effect(ZKTIMELINE::SmartKeyingEffect, "neon"));
@@ -90,7 +99,7 @@ public:
         clip.hasSource = readable;
         clip.line.head.setPosition(130);
         takeJournal();
-        presenter = std::make_unique<ZkSmartKeyingPresenter>(type, &clip);
+        presenter = make(&clip);
         controller = EditController::living;
         player = MediaPlayer::of(presenter->playerPresenter());
     }

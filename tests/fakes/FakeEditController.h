@@ -21,6 +21,7 @@ public:
     {
         note("controller.initialise", player != nullptr, *initialFrame, int(type));
         initialised = source->source() != nullptr;
+        businessType = type;
         *initialFrame -= 100;
         return initialised;
     }
@@ -29,7 +30,7 @@ public:
     void switchWorkMode(ZKSMARTKEYING::ZkSegmentWorkMode mode) override
     {
         note("controller.switchWorkMode", int(mode));
-        clip.cutout.mode = mode;
+        service().mode = mode;
     }
     bool addMask(qint64 frame, const QImage &) override { return edit("addMask", frame); }
     bool subtractMask(qint64 frame, const QImage &) override { return edit("subtractMask", frame); }
@@ -41,19 +42,47 @@ public:
     {
         note("controller.startTracking", frame, int(direct), int(type));
         if (trackingResult == ZKSMARTKEYING::TrackingStarted)
-            clip.cutout.mode = ZKSMARTKEYING::TrackingMode;
+            service().mode = ZKSMARTKEYING::TrackingMode;
         return trackingResult;
     }
     void stopTracking() override
     {
         note("controller.stopTracking");
-        clip.cutout.mode = ZKSMARTKEYING::EditingMode;
+        service().mode = ZKSMARTKEYING::EditingMode;
     }
     void apply() override { note("controller.apply"); }
     void cancelApply() override
     {
         note("controller.cancelApply");
         finishSave(ZKSMARTKEYING::SaveCancelled);
+    }
+    bool deleteSegment(qint64 frame) override
+    {
+        note("controller.deleteSegment", frame);
+        return service().removeSegmentNode(frame);
+    }
+    QImage segmentThumbnail(int) const override { return QImage(); }
+    bool registerEditTime(qint64 begin, qint64 end) override
+    {
+        return time("registerEditTime", begin, end);
+    }
+    bool changeEditTime(qint64 begin, qint64 end) override
+    {
+        return time("changeEditTime", begin, end);
+    }
+    bool changeEditTimeCns(qint64 begin, qint64 end) override
+    {
+        return time("changeEditTimeCns", begin, end);
+    }
+    bool getEditTime(qint64 &begin, qint64 &end) const override
+    {
+        begin = 3;
+        end = 9;
+        return editTimeAnswer;
+    }
+    void setUndoManager(IZkUndoRedoService *edit, IZkUndoRedoService *project) override
+    {
+        undoManagers = {edit, project};
     }
     void releaseMediaPlayer() override { note("controller.releaseMediaPlayer"); }
 
@@ -64,13 +93,23 @@ public:
             observer->onSaveFinishedEvent(result);
     }
 
+    SmartKeyingService &service() { return businessType == 1 ? clip.cutout : clip.erasing; }
+
     bool initialised = false;
+    int businessType = ZKSMARTKEYING::SmartCutout;
+    bool editTimeAnswer = true;
+    QPair<IZkUndoRedoService *, IZkUndoRedoService *> undoManagers;
     bool reportsMasks = true;
     int trackingResult = ZKSMARTKEYING::TrackingStarted;
     mutable Clip clip {"edit"};
     Observers<IZkSmartKeyingEditControllerObserver> observers {"controller"};
 
 private:
+    bool time(const char *call, qint64 begin, qint64 end)
+    {
+        note(QByteArray("controller.") + call, begin, end);
+        return editTimeAnswer;
+    }
     bool edit(const char *call, qint64 frame)
     {
         note(QByteArray("controller.") + call, frame);

@@ -1,9 +1,7 @@
 // A clip with its media, its undoable effects and its segmentation service.
 #pragma once
 
-#include "FakeTimeline.h"
-
-#include "datamodel/ZkSmartKeyingEditing.h"
+#include "FakeSegmentation.h"
 
 namespace zk::fake {
 
@@ -107,59 +105,6 @@ private:
     Timeline *m_timeline;
 };
 
-class SmartKeyingService : public IZkSmartKeyingService
-{
-public:
-    explicit SmartKeyingService(Timeline *timeline)
-        : m_timeline(timeline)
-    { }
-    void setEnabled(bool on) override
-    {
-        note("service.setEnabled", on);
-        enabled = on;
-        m_timeline->report({ZKTIMELINE::SegmentChange, ZKTIMELINE::SegmentData});
-    }
-    bool isEnabled() const override { return enabled; }
-    ZKSMARTKEYING::ZkSegmentWorkMode workMode() const override { return mode; }
-    int maskItemCount() const override { return items; }
-    bool isTracked() const override { return tracked; }
-    bool isEraseEnabled(qint64 frame) const override { return frame == erasableFrame; }
-    bool overlapsMask(const QImage &, qint64 frame) const override
-    {
-        return overlaps && frame == erasableFrame;
-    }
-    int minimumPenWidth(const QSize &shown) const override { return qMax(1, shown.width() / 100); }
-    void reset() override
-    {
-        note("service.reset");
-        items = 0;
-        tracked = false;
-        m_timeline->undo.clearHistory();
-    }
-    void setPreviewType(ZKSMARTKEYING::ZkPreviewType type) override { m_previewType = type; }
-    ZKSMARTKEYING::ZkPreviewType previewType() const override { return m_previewType; }
-    void setMaskRegionColor(const QColor &color) override { m_color = color; }
-    QColor maskRegionColor() const override { return m_color; }
-    void setMaskRegionAlpha(int alpha) override { m_alpha = alpha; }
-    int maskRegionAlpha() const override { return m_alpha; }
-    void setMaskInverted(bool on) override { m_inverted = on; }
-    bool isMaskInverted() const override { return m_inverted; }
-
-    bool enabled = false;
-    ZKSMARTKEYING::ZkSegmentWorkMode mode = ZKSMARTKEYING::EditingMode;
-    int items = 0;
-    bool tracked = false;
-    qint64 erasableFrame = -1;
-    bool overlaps = true;
-
-private:
-    Timeline *m_timeline;
-    ZKSMARTKEYING::ZkPreviewType m_previewType = ZKSMARTKEYING::InteractivePreview;
-    QColor m_color;
-    int m_alpha = 255;
-    bool m_inverted = false;
-};
-
 class Clip : public IZkClip, public IZkMediaSource
 {
 public:
@@ -178,6 +123,8 @@ public:
     IZkSmartKeyingService *
     smartKeyingService(ZKSMARTKEYING::ZkSmartKeyingBusinessType type) const override
     {
+        if (!segmentable)
+            return nullptr;
         return type == ZKSMARTKEYING::SmartCutout ? &cutout : &erasing;
     }
 
@@ -185,6 +132,7 @@ public:
     bool hasSource = true;
     QString path = QStringLiteral("/media/clip.MP4");
     bool gif = false;
+    bool segmentable = true;
     mutable Timeline line;
     mutable EffectList list {&line};
     mutable SmartKeyingService cutout {&line};

@@ -1,6 +1,7 @@
 // One list of what happened to all fakes, so that tests can check orders across objects.
 #pragma once
 
+#include <QRectF>
 #include <QStringList>
 #include <QVariant>
 #include <QVector>
@@ -15,11 +16,24 @@ namespace zk::fake {
 
 ZKFAKES_EXPORT QStringList &journal();
 
+// Rectangles as "x y w h".
+inline QString text(const QVariant &value)
+{
+    if (value.userType() != QMetaType::QRect && value.userType() != QMetaType::QRectF)
+        return value.toString();
+    const QRectF rect = value.toRectF();
+    return QStringLiteral("%1 %2 %3 %4")
+        .arg(rect.x())
+        .arg(rect.y())
+        .arg(rect.width())
+        .arg(rect.height());
+}
+
 // Arguments are joined by commas.
 template<typename... Args>
 void note(const QByteArray &call, const Args &...args)
 {
-    QStringList texts {QVariant(args).toString()...};
+    QStringList texts {text(QVariant(args))...};
     journal() += texts.isEmpty()
         ? QString::fromLatin1(call)
         : QStringLiteral("%1(%2)").arg(QString::fromLatin1(call), texts.join(QLatin1Char(',')));

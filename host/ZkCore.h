@@ -12,6 +12,7 @@
 #include <functional>
 #include <memory>
 
+class IZkUndoRedoService;
 class QWidget;
 class ZkUIView;
 
@@ -77,7 +78,7 @@ private:
 };
 
 // Base of all views. A view is a node of a tree of views beside the tree of widgets; neither the
-// parent view nor the presenter is owned.
+// parent view, nor the presenter, nor the undo service is owned.
 class ZKCORE_EXPORT ZkUIView
 {
 public:
@@ -89,6 +90,13 @@ public:
     ZkUIView *parentView() const;
     ZkPresenter *viewPresenter() const;
     void setViewPresenter(ZkPresenter *presenter);
+    // The same under the name that views use while they are built.
+    void setPresenter(ZkPresenter *presenter) { setViewPresenter(presenter); }
+    // The history that this view's undo and redo act on. A view without one of its own has its parent
+    // view's; null when none of them has one.
+    IZkUndoRedoService *undoRedoService() const;
+    // Null: its parent view's again. The service must outlive the view or be taken away before it ends.
+    void setUndoRedoService(IZkUndoRedoService *service);
     // Hands the message to the presenter of the outermost view. False when nobody took it.
     bool sendSceneMessage(ZkMessage *message);
 
@@ -96,6 +104,7 @@ private:
     Q_DISABLE_COPY(ZkUIView)
     ZkUIView *m_parentView;
     ZkPresenter *m_viewPresenter = nullptr;
+    IZkUndoRedoService *m_undoRedoService = nullptr;
 };
 
 // A named notice between parts of the application that do not know each other.

@@ -23,6 +23,13 @@ enum ZkSizeKind {
     MenuSize = 3,
     MiniSize = 8,
 };
+
+// What a label is for; the dynamic property "LabelKind" tells the skin.
+enum ZkLabelKind {
+    PlainLabel = 0,
+    TitleLabel = 2,
+    SecondaryLabel = 7, // dimmer, for what explains or accompanies something
+};
 } // namespace ZKWIDGET
 
 // Marks a widget for automatic tests: the property "AutomationTag".
@@ -36,6 +43,11 @@ class ZKWIDGETS_EXPORT ZkWidget : public QWidget
 public:
     explicit ZkWidget(QWidget *parent = nullptr);
     ~ZkWidget() override;
+
+protected:
+    // Sets the widget's texts anew; called when the language has changed. The base has none.
+    virtual void RetranslateUi();
+    void changeEvent(QEvent *event) override;
 };
 
 // Saves a painter's state and restores it at the end of the scope.
@@ -61,6 +73,9 @@ class ZKWIDGETS_EXPORT ZkLabel : public QLabel
 public:
     explicit ZkLabel(const QString &text, QWidget *parent = nullptr);
     ~ZkLabel() override;
+
+    void setLabelKind(int kind); // ZKWIDGET::ZkLabelKind
+    int labelKind() const;
 };
 
 // A line between groups of widgets; its colour is the background of its style sheet.

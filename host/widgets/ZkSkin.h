@@ -25,6 +25,11 @@ enum ZkColorType {
     AccentHover = 12,
     AccentPressed = 13,
     OnAccent = 14, // text on the accent colour
+    ToolHover = 26, // behind a tool with a text that the mouse is over
+    ToolOn = 28, // behind a tool with a text that is pressed or on
+    StrongText = 56, // on a tool that is on or that the mouse is over
+    ToolText = 57, // on a tool
+    ToolDisabledText = 60,
     RemoveStroke = 116, // strokes that remove or erase an area
     TimelinePlayhead = 201,
     TimelineNode = 202, // frames with strokes
@@ -40,6 +45,9 @@ public:
 
     // The palette's colour, opaque; an invalid colour for a number that the palette lacks.
     QColor color(int type) const;
+    // The same by the palette's name for it, or by six hexadecimal digits ("333333"), which stand for
+    // the palette's entry of that key and, without one, for themselves.
+    QColor color(const QString &key) const;
     // Resolves the key "area/objectName" to the skin's style sheet and sets it on the widget.
     // False, and the widget is left as it was, when the skin has no such key.
     bool applyStyleSheet(QWidget *widget, const QString &key) const;

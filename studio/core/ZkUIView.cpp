@@ -21,6 +21,19 @@ void ZkUIView::setViewPresenter(ZkPresenter *presenter)
     m_viewPresenter = presenter;
 }
 
+IZkUndoRedoService *ZkUIView::undoRedoService() const
+{
+    const ZkUIView *view = this;
+    while (!view->m_undoRedoService && view->m_parentView)
+        view = view->m_parentView;
+    return view->m_undoRedoService;
+}
+
+void ZkUIView::setUndoRedoService(IZkUndoRedoService *service)
+{
+    m_undoRedoService = service;
+}
+
 bool ZkUIView::sendSceneMessage(ZkMessage *message)
 {
     const ZkUIView *outermost = this;

@@ -36,6 +36,13 @@ QColor ZkSkinManager::color(int type) const
     return skin().color(type);
 }
 
+QColor ZkSkinManager::color(const QString &key) const
+{
+    const QColor named = skin().color(key);
+    const bool isHex = key.size() == 6;
+    return named.isValid() || !isHex ? named : QColor(QLatin1Char('#') + key);
+}
+
 bool ZkSkinManager::applyStyleSheet(QWidget *widget, const QString &key) const
 {
     const QString styleSheet = skin().styleSheet(key);

@@ -19,6 +19,7 @@ public:
     explicit ZkSkin(const QString &folder);
 
     QColor color(int number) const { return m_byNumber.value(number); }
+    QColor color(const QString &name) const { return m_byName.value(name); }
     // Null when there is no such section; a section may well be empty.
     QString styleSheet(const QString &key) const { return m_styleSheets.value(key); }
     QStringList keys() const { return m_styleSheets.keys(); }

@@ -8,34 +8,16 @@ namespace {
 // Widget pixels.
 const int BarHeight = 24;
 const int BarMargin = 4;
-const int LabelWidth = 30;
 const int OuterSpacing = 8;
 const int AboveBottom = 24; // from the player's bottom edge to the middle of the overlay
-
-// Not translated: with a space before the sign it would not fit into the label.
-QString percentText(int percent)
-{
-    return QStringLiteral("%1%").arg(percent);
-}
 
 } // namespace
 
 ZkSmartKeyingProgressOverlayWidget::ZkSmartKeyingProgressOverlayWidget(QWidget *playerWidget,
                                                                        QWidget *parent)
     : ZkPlayerOverlayWidget(playerWidget, parent)
+    , m_progress(this)
 {
-    ZkProgressBar *const bar = ZkProgressBar::CreateMiniProgressBar(this);
-    bar->setRange(0, 100);
-    bar->setSizeKind(ZKWIDGET::MiniSize);
-    bar->setValue(0);
-    m_progressBar = bar;
-
-    m_percentLabel = new ZkLabel(QString(), this);
-    m_percentLabel->setFixedWidth(LabelWidth);
-    m_percentLabel->setText(percentText(0));
-    m_percentLabel->setObjectName(QStringLiteral("barLabel"));
-    ZkSkinManager::instance()->applyStyleSheet(m_percentLabel, QStringLiteral("ZCore/barLabel"));
-    m_percentLabel->setAlignment(Qt::AlignHCenter);
     buildBar();
     translate();
 }
@@ -53,8 +35,8 @@ void ZkSmartKeyingProgressOverlayWidget::buildBar()
     row->setSpacing(0);
     row->setContentsMargins(BarMargin, BarMargin, BarMargin, BarMargin);
     row->addSpacing(BarMargin);
-    row->addWidget(m_progressBar);
-    row->addWidget(m_percentLabel);
+    row->addWidget(m_progress.bar);
+    row->addWidget(m_progress.label);
 
     auto *const outer = new QHBoxLayout(this);
     outer->setSpacing(OuterSpacing);
@@ -68,28 +50,26 @@ void ZkSmartKeyingProgressOverlayWidget::setProgress(int percent)
         restart();
         return;
     }
-    m_progressBar->setValue(percent);
-    m_percentLabel->setText(percentText(percent));
-    m_progressBar->update();
-    m_percentLabel->update();
-    m_percentLabel->repaint();
+    m_progress.setPercent(percent);
+    m_progress.bar->update();
+    m_progress.label->update();
+    m_progress.label->repaint();
     update();
 }
 
 void ZkSmartKeyingProgressOverlayWidget::restart()
 {
-    m_progressBar->setRange(0, 100);
-    m_progressBar->reset();
-    m_progressBar->setValue(0);
-    m_percentLabel->setText(percentText(0));
-    m_progressBar->repaint();
-    m_percentLabel->repaint();
+    m_progress.bar->setRange(0, 100);
+    m_progress.bar->reset();
+    m_progress.setPercent(0);
+    m_progress.bar->repaint();
+    m_progress.label->repaint();
     repaint();
 }
 
 void ZkSmartKeyingProgressOverlayWidget::translate()
 {
-    m_progressBar->setAccessibleName(tr("Progress"));
+    m_progress.bar->setAccessibleName(tr("Progress"));
 }
 
 void ZkSmartKeyingProgressOverlayWidget::changeEvent(QEvent *event)

@@ -1,7 +1,7 @@
 // The progress of one segmentation, over the player; not public.
 #pragma once
 
-#include "ZkWidgets.h"
+#include "ZkPercentBar.h"
 
 class ZkSmartKeyingProgressOverlayWidget : public ZkPlayerOverlayWidget
 {
@@ -23,6 +23,5 @@ private:
     void restart();
     void translate();
 
-    QProgressBar *m_progressBar = nullptr;
-    ZkLabel *m_percentLabel = nullptr;
+    ZkPercentBar m_progress;
 };

@@ -11,12 +11,6 @@ namespace {
 // The limit below which an untagged picture is taken for standard definition.
 constexpr int StandardDefinitionHeight = 576;
 
-bool isRgb(const AVCodecParameters &parameters)
-{
-    const AVPixFmtDescriptor *format = av_pix_fmt_desc_get(AVPixelFormat(parameters.format));
-    return !format || (format->flags & (AV_PIX_FMT_FLAG_RGB | AV_PIX_FMT_FLAG_PAL)) != 0;
-}
-
 } // namespace
 
 ColourTags ColourTags::ofFile(const QString &path)
@@ -25,10 +19,14 @@ ColourTags ColourTags::ofFile(const QString &path)
     const InputPtr input = openInput(path, &code);
     const int stream =
         input ? av_find_best_stream(input.get(), AVMEDIA_TYPE_VIDEO, -1, -1, nullptr, 0) : -1;
-    if (stream < 0 || isRgb(*input->streams[stream]->codecpar))
+    if (stream < 0)
         return {};
     const AVCodecParameters &parameters = *input->streams[stream]->codecpar;
+    const AVPixFmtDescriptor *format = av_pix_fmt_desc_get(AVPixelFormat(parameters.format));
+    if (!format || (format->flags & (AV_PIX_FMT_FLAG_RGB | AV_PIX_FMT_FLAG_PAL)) != 0)
+        return {};
     ColourTags tags;
+    tags.isHalved = format->log2_chroma_w > 0 && format->log2_chroma_h > 0;
     tags.primaries = parameters.color_primaries;
     tags.transfer = parameters.color_trc;
     tags.matrix = parameters.color_space;

@@ -12,6 +12,7 @@ struct ColourTags
     AVColorTransferCharacteristic transfer = AVCOL_TRC_BT709;
     AVColorSpace matrix = AVCOL_SPC_BT709;
     AVColorRange range = AVCOL_RANGE_MPEG;
+    bool isHalved = false; // colour has half the resolution, both ways
 
     // Those of a file's picture; the initial ones where its pictures are no YCbCr or cannot be read.
     static ColourTags ofFile(const QString &path);

@@ -95,8 +95,7 @@ OutputProfile h264()
             {AV_CODEC_ID_AAC, AV_CODEC_ID_MP3, AV_CODEC_ID_AC3}};
 }
 
-// Another generation of a file that was coded already: colour is not halved again, so that odd sizes
-// are possible, too.
+// Another generation of a file that was coded already, with key frames near each other for scrubbing.
 OutputProfile h264ForEditing()
 {
     return {OutputFormat::H264Mkv,

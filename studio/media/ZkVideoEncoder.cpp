@@ -24,6 +24,18 @@ QImage padded(const QImage &image, const QSize &size)
     return result;
 }
 
+// Colour is halved only where it was so before, which makes files that are decoded and shown twice as fast;
+// and never at odd sizes, which halved colour cannot have.
+AVPixelFormat pixelFormatFor(const OutputSettings &settings,
+                             const OutputProfile &profile,
+                             const ColourTags &source)
+{
+    const bool isEven = settings.size.width() % 2 == 0 && settings.size.height() % 2 == 0;
+    return settings.format == OutputFormat::H264Mkv && isEven && source.isHalved
+        ? AV_PIX_FMT_YUV420P
+        : profile.pixelFormat;
+}
+
 } // namespace
 
 VideoEncoder::VideoEncoder(Muxer &muxer)
@@ -45,7 +57,10 @@ void VideoEncoder::configure(const OutputSettings &settings, const OutputProfile
     const QSize size = encodedSize(settings.format, settings.size);
     m_codec->width = size.width();
     m_codec->height = size.height();
-    m_codec->pix_fmt = profile.pixelFormat;
+    const ColourTags tags = settings.colourSourcePath.isEmpty()
+        ? ColourTags()
+        : ColourTags::ofFile(settings.colourSourcePath);
+    m_codec->pix_fmt = pixelFormatFor(settings, profile, tags);
     m_codec->framerate = {settings.frameRateNum, settings.frameRateDen};
     m_codec->time_base = av_inv_q(m_codec->framerate);
     m_codec->sample_aspect_ratio = {1, 1};
@@ -54,9 +69,6 @@ void VideoEncoder::configure(const OutputSettings &settings, const OutputProfile
         m_codec->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
     if (profile.pixelFormat == AV_PIX_FMT_BGRA)
         return;
-    const ColourTags tags = settings.colourSourcePath.isEmpty()
-        ? ColourTags()
-        : ColourTags::ofFile(settings.colourSourcePath);
     m_codec->colorspace = tags.matrix;
     m_codec->color_primaries = tags.primaries;
     m_codec->color_trc = tags.transfer;

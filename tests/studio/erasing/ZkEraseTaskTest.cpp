@@ -109,6 +109,8 @@ private Q_SLOTS:
                              << "tv";
         QTest::newRow("full range") << QSize(96, 64) << "bt709"
                                     << "pc";
+        QTest::newRow("halved colour") << QSize(96, 64) << "smpte170m"
+                                       << "tv";
         QTest::newRow("tiny") << QSize(16, 16) << "bt470bg"
                               << "tv";
     }
@@ -124,7 +126,7 @@ private Q_SLOTS:
         spec.frames = 5;
         spec.frameRateNum = 30000;
         spec.frameRateDen = 1001;
-        spec.pixelFormat = "yuv444p";
+        spec.pixelFormat = matrix == "smpte170m" && size.width() % 2 == 0 ? "yuv420p" : "yuv444p";
         spec.matrix = matrixName.constData();
         spec.range = rangeName.constData();
         const QString clip = QString::fromLatin1(QTest::currentDataTag()) + ".mkv";

@@ -27,9 +27,9 @@ public:
 
     // Whether the tip exists and was shown fewer times than it may be: EraseByBox 3 times.
     static bool canShowTip(int tip);
-    // Shows it below that point, its arrow pointing there, within the screen, until it is clicked,
-    // hidden or 8000 ms have passed; counts it. False, and nothing happens, when it may not be shown or
-    // is on screen already. It goes with its parent.
+    // Shows it below that point, its arrow pointing there, within the parent's window, until it is
+    // clicked, hidden or 8000 ms have passed; counts it. False, and nothing happens, when it may not be
+    // shown or is on screen already. It goes with its parent.
     static bool showTip(int tip, const QPoint &globalPosition, QWidget *parent);
     static void hideVisibleTip(int tip);
     // The tip on screen; null without it.

@@ -14,14 +14,7 @@ public:
     explicit ZkListWidget(QWidget *parent = nullptr);
     ~ZkListWidget() override;
 
-    // Widget pixels between two rows; none before the first and behind the last.
+    // Widget pixels between two rows, and around them.
     void setItemSpacing(int pixels);
-    int itemSpacing() const { return m_itemSpacing; }
-    void setItemWidget(QListWidgetItem *item, QWidget *widget);
-
-protected:
-    void paintEvent(QPaintEvent *event) override;
-
-private:
-    int m_itemSpacing = 0;
+    int itemSpacing() const;
 };

@@ -38,7 +38,7 @@ public:
 
     QDoubleSpinBox *spinBox() const;
     QSlider *slider() const;
-    // Both fields, whose names say which of them they are.
+    // What both of them say to a screen reader.
     void setFieldName(const QString &name);
 
 Q_SIGNALS:

@@ -34,7 +34,7 @@ for source in svg/icon*.svg; do
     name=$(basename "$source" .svg)
     png "$source" "$name"
     case $name in
-    icon24_error | icon24_info | icon24_warning | icon24_downloaded) continue ;; # only shown
+    icon24_error | icon24_info | icon24_warning | icon24_downloaded | icon241_*) continue ;; # only shown
     esac
     png "$source" "${name}_disabled" "s/$text\\|$accent\\|$remove\\|$overlay\\|$matte/$disabled/g"
     png "$source" "${name}_checked" "s/$text/$accent/g"

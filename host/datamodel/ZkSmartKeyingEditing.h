@@ -10,9 +10,6 @@
 #include <QRectF>
 #include <QSize>
 
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wunused-parameter"
-
 class IZkClip;
 class IZkMediaPlayer;
 class IZkTimeline;
@@ -63,23 +60,23 @@ public:
     // Makes that result the node's. A node that was removed comes back with it, as a mask without
     // strokes or areas. Undoable; it reports a kind-13 record even while recording is suspended. False
     // for a null result, or one of another frame size.
-    virtual bool setNodeResult(qint64 node, const ZkSegmentResultPtr &result) { return false; }
+    virtual bool setNodeResult(qint64 node, const ZkSegmentResultPtr &result) = 0;
     // Whether all that is painted belongs to one object (initially so); off, strokes and areas in
     // different places are kept as several objects. Not undoable.
-    virtual void setOptionFlag(bool isSingleObject) { }
-    virtual int segmentCount() const { return 0; }
-    virtual qint64 segmentNodeAt(int index) const { return -1; } // -1 for an index out of range
+    virtual void setOptionFlag(bool isSingleObject) = 0;
+    virtual int segmentCount() const = 0;
+    virtual qint64 segmentNodeAt(int index) const = 0; // -1 for an index out of range
     // The index of the node at that frame, -1 for none.
-    virtual int segmentIndexAt(qint64 frame) const { return -1; }
+    virtual int segmentIndexAt(qint64 frame) const = 0;
     // Makes the node at that frame the one that is worked on; false when there is none. Not undoable.
-    virtual bool selectSegmentNode(qint64 frame) { return false; }
+    virtual bool selectSegmentNode(qint64 frame) = 0;
     // Takes the node away, with its strokes, areas and mask. Undoable. The edit controller's observers
     // hear nothing of it. False when there is no such node or tracking is under way.
-    virtual bool removeSegmentNode(qint64 node) { return false; }
+    virtual bool removeSegmentNode(qint64 node) = 0;
     // Takes tracking results, nodes and areas of every frame away. Undoable.
-    virtual void clearTrackingResults() { }
+    virtual void clearTrackingResults() = 0;
     // Null for a node that there is not.
-    virtual ZkSegmentResultPtr nodeResult(qint64 node) const { return {}; }
+    virtual ZkSegmentResultPtr nodeResult(qint64 node) const = 0;
 
     // Areas: rectangles around objects, in fractions of the frame's width and height, of the frame that
     // the player shows. They count from 0 in the order in which they were added; removing one moves
@@ -88,20 +85,20 @@ public:
     //
     // The part of the rectangle that lies in the frame. Returns its index; -1 when nothing of it lies in
     // the frame or tracking is under way.
-    virtual int addArea(const QRectF &rect) { return -1; }
-    virtual bool removeArea(qint64 id) { return false; }
+    virtual int addArea(const QRectF &rect) = 0;
+    virtual bool removeArea(qint64 id) = 0;
     // The same rectangle again succeeds and changes nothing.
-    virtual bool updateArea(qint64 id, const QRectF &rect) { return false; }
-    virtual int areaCount() const { return 0; }
+    virtual bool updateArea(qint64 id, const QRectF &rect) = 0;
+    virtual int areaCount() const = 0;
     // Null when there is none. Area numbers and indices are the same.
-    virtual QRectF areaRect(int area) const { return {}; }
-    virtual QRectF areaRectAt(int index) const { return {}; }
+    virtual QRectF areaRect(int area) const = 0;
+    virtual QRectF areaRectAt(int index) const = 0;
     // Of the areas that contain the point (fractions of the frame), the one whose centre is nearest; -1
     // for none. An id is never used twice.
-    virtual qint64 findAreaIdAt(double x, double y) const { return -1; }
+    virtual qint64 findAreaIdAt(double x, double y) const = 0;
     // Whether the player shows the masks of all areas' objects, and whether their outlines too. Not
     // undoable.
-    virtual void setRenderAllAreaMasks(bool masks, bool outlines) { }
+    virtual void setRenderAllAreaMasks(bool masks, bool outlines) = 0;
 };
 
 class ZK_INTERFACE IZkSmartKeyingEditControllerObserver
@@ -165,25 +162,23 @@ public:
 
     // Takes the node of that frame away, as IZkSmartKeyingService::removeSegmentNode does, and tells the
     // observer that it changed. False when there is none, or while tracking.
-    virtual bool deleteSegment(qint64 frame) { return false; }
+    virtual bool deleteSegment(qint64 frame) = 0;
     // The picture of the node with that index with its mask over it, at most 320 x 240 pixels; null for
     // an index out of range, or when the frame cannot be read.
-    virtual QImage segmentThumbnail(int index) const { return {}; }
+    virtual QImage segmentThumbnail(int index) const = 0;
 
     // The range of the source that the edit uses, in microseconds: [begin, end). False, and nothing has
     // changed, when the range is empty or negative, or none was registered that could be changed.
-    virtual bool registerEditTime(qint64 begin, qint64 end) { return false; }
-    virtual bool changeEditTime(qint64 begin, qint64 end) { return false; }
-    virtual bool changeEditTimeCns(qint64 begin, qint64 end) { return false; } // units of 100 ns
-    virtual bool getEditTime(qint64 &begin, qint64 &end) const { return false; }
+    virtual bool registerEditTime(qint64 begin, qint64 end) = 0;
+    virtual bool changeEditTime(qint64 begin, qint64 end) = 0;
+    virtual bool changeEditTimeCns(qint64 begin, qint64 end) = 0; // units of 100 ns
+    virtual bool getEditTime(qint64 &begin, qint64 &end) const = 0;
     // The histories of the edit timeline and of the project. Not owned; null: nobody's.
-    virtual void setUndoManager(IZkUndoRedoService *edit, IZkUndoRedoService *project) { }
+    virtual void setUndoManager(IZkUndoRedoService *edit, IZkUndoRedoService *project) = 0;
 
     // Stops and joins every worker; the player is not touched afterwards.
     virtual void releaseMediaPlayer() = 0;
 };
-
-#pragma GCC diagnostic pop
 
 extern "C" {
 // The caller owns the controller and gives it back with the release function (null is allowed).

@@ -9,7 +9,6 @@
 #include "datamodel/ZkSmartKeyingEditing.h"
 #include "datamodel/ZkSmartMaskEvents.h"
 
-#include <QEvent>
 #include <QHBoxLayout>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -48,7 +47,7 @@ ZkAIErasingOverlayWidget::ZkAIErasingOverlayWidget(ZkAIErasingPresenter *present
     m_previewPage = new ZkAIErasingPreviewEffectWidget(m_stack);
     m_buttonPage = createButtonBar();
     layOut();
-    translate();
+    ZkAIErasingOverlayWidget::RetranslateUi();
     connectPages();
     connectPresenter();
 }
@@ -87,8 +86,9 @@ void ZkAIErasingOverlayWidget::layOut()
 }
 
 // Both buttons are as wide as the wider one.
-void ZkAIErasingOverlayWidget::translate()
+void ZkAIErasingOverlayWidget::RetranslateUi()
 {
+    ZkPlayerOverlayWidget::RetranslateUi();
     m_discardButton->setText(tr("Discard"));
     m_saveButton->setText(tr("Save"));
     int width = 0;
@@ -99,13 +99,6 @@ void ZkAIErasingOverlayWidget::translate()
     m_discardButton->setFixedWidth(width);
     m_saveButton->setFixedWidth(width);
     m_buttonPage->setFixedSize(m_buttonPage->layout()->sizeHint().width(), BarHeight);
-}
-
-void ZkAIErasingOverlayWidget::changeEvent(QEvent *event)
-{
-    ZkPlayerOverlayWidget::changeEvent(event);
-    if (event->type() == QEvent::LanguageChange)
-        translate();
 }
 
 void ZkAIErasingOverlayWidget::connectPages()

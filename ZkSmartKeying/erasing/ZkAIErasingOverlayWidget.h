@@ -44,12 +44,11 @@ public Q_SLOTS:
 
 protected:
     QPoint overlayPosition() const override;
-    void changeEvent(QEvent *event) override;
+    void RetranslateUi() override;
 
 private:
     QWidget *createButtonBar();
     void layOut();
-    void translate();
     void connectPages();
     void connectPresenter();
     QWidget *page() const; // of the type; the progress page's without one

@@ -36,26 +36,20 @@ ZkAIErasingPreviewEffectWidget::ZkAIErasingPreviewEffectWidget(QWidget *parent)
             &QAbstractButton::clicked,
             this,
             &ZkAIErasingPreviewEffectWidget::sigPreviewEffectBtnClicked);
-    translate();
+    ZkAIErasingPreviewEffectWidget::RetranslateUi();
 }
 
 ZkAIErasingPreviewEffectWidget::~ZkAIErasingPreviewEffectWidget() = default;
 
-void ZkAIErasingPreviewEffectWidget::translate()
+void ZkAIErasingPreviewEffectWidget::RetranslateUi()
 {
+    ZkWidget::RetranslateUi();
     const QString text = tr("Preview Effect");
     m_label->setText(text);
     m_label->ensurePolished(); // its font is the style sheet's
     m_label->setFixedWidth(zkTextWidth(m_label, text) + LabelSlack);
     m_iconButton->setAccessibleName(text);
     setFixedSize(sizeHint());
-}
-
-void ZkAIErasingPreviewEffectWidget::changeEvent(QEvent *event)
-{
-    ZkWidget::changeEvent(event);
-    if (event->type() == QEvent::LanguageChange)
-        translate();
 }
 
 void ZkAIErasingPreviewEffectWidget::setHovered(bool hovered)

@@ -20,11 +20,10 @@ protected:
     void leaveEvent(QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
-    void changeEvent(QEvent *event) override;
+    void RetranslateUi() override;
 
 private:
     void setHovered(bool hovered);
-    void translate();
 
     bool m_isHovered = false;
     ZkToolButton *m_iconButton;

@@ -2,7 +2,6 @@
 
 #include "ZkErasingStyle.h"
 
-#include <QEvent>
 #include <QHBoxLayout>
 
 namespace {
@@ -28,7 +27,7 @@ ZkAIErasingProgressWidget::ZkAIErasingProgressWidget(QWidget *parent)
             this,
             &ZkAIErasingProgressWidget::sigCancelBtnClicked);
     layOut();
-    translate();
+    ZkAIErasingProgressWidget::RetranslateUi();
 }
 
 ZkAIErasingProgressWidget::~ZkAIErasingProgressWidget() = default;
@@ -53,18 +52,12 @@ void ZkAIErasingProgressWidget::setProgress(int percent)
     m_progress.setPercent(percent);
 }
 
-void ZkAIErasingProgressWidget::translate()
+void ZkAIErasingProgressWidget::RetranslateUi()
 {
+    ZkWidget::RetranslateUi();
     m_progress.bar->setAccessibleName(tr("Progress"));
     const QString cancel = tr("Cancel");
     m_cancelButton->setText(cancel);
     m_cancelButton->setAccessibleName(cancel);
     m_cancelButton->setFixedSize(zkTextWidth(m_cancelButton, cancel) + ButtonPadding, ButtonHeight);
-}
-
-void ZkAIErasingProgressWidget::changeEvent(QEvent *event)
-{
-    ZkWidget::changeEvent(event);
-    if (event->type() == QEvent::LanguageChange)
-        translate();
 }

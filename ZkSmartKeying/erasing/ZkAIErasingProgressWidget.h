@@ -17,11 +17,10 @@ Q_SIGNALS:
     void sigCancelBtnClicked();
 
 protected:
-    void changeEvent(QEvent *event) override;
+    void RetranslateUi() override;
 
 private:
     void layOut();
-    void translate();
 
     ZkPercentBar m_progress;
     ZkToolButton *m_cancelButton;

@@ -1,0 +1,3 @@
+#include "ZkAIErasingMediaPlayerWidget.h"
+
+ZkAIErasingMediaPlayerWidget::~ZkAIErasingMediaPlayerWidget() = default;

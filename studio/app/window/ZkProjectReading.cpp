@@ -19,6 +19,7 @@ namespace {
 
 constexpr int patienceMs = 300; // that a user does not take for a freeze
 constexpr int lookMs = 40;
+constexpr int dialogWidth = 380; // widget pixels
 
 } // namespace
 
@@ -92,6 +93,7 @@ bool ProjectReading::waitWithDialog(const Job &job, const QString &path)
     QProgressDialog dialog(m_window);
     dialog.setObjectName(QStringLiteral("OpeningDialog"));
     dialog.setWindowTitle(tr("Open Project"));
+    dialog.setMinimumWidth(dialogWidth);
     auto *const text = new QLabel(tr("Opening %1...").arg(QFileInfo(path).fileName()), &dialog);
     text->setTextFormat(Qt::PlainText); // names of files are no markup
     dialog.setLabel(text);

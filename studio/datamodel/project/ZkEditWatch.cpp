@@ -53,6 +53,23 @@ void write(QDataStream &stream, const TrackedSide &side)
     stream << side.matte.isNull() << side.serial << side.seed << side.seedRevision;
 }
 
+void write(QDataStream &stream, const Segments &segments)
+{
+    const auto &nodes = segments.nodes();
+    for (auto node = nodes.begin(); node != nodes.end(); ++node)
+        stream << node.key() << (*node)->revision;
+    const auto &tracked = segments.tracked();
+    for (auto mattes = tracked.begin(); mattes != tracked.end(); ++mattes) {
+        stream << mattes.key();
+        write(stream, mattes->forward);
+        write(stream, mattes->backward);
+    }
+    for (const auto &saved : segments.saved()) {
+        stream << QByteArrayLiteral("saved");
+        write(stream, *saved);
+    }
+}
+
 void replaceEffects(ZkStudioEffectList *list, const QVector<ProjectSnapshot::Effect> &effects)
 {
     while (list->count() > 0)
@@ -88,15 +105,7 @@ QByteArray fingerprintOf(const Draft &draft)
     QByteArray fingerprint;
     QDataStream stream(&fingerprint, QIODevice::WriteOnly);
     stream << int(draft.type) << draft.settings.invert;
-    const auto &nodes = draft.segments.nodes();
-    for (auto node = nodes.begin(); node != nodes.end(); ++node)
-        stream << node.key() << (*node)->revision;
-    const auto &tracked = draft.segments.tracked();
-    for (auto mattes = tracked.begin(); mattes != tracked.end(); ++mattes) {
-        stream << mattes.key();
-        write(stream, mattes->forward);
-        write(stream, mattes->backward);
-    }
+    write(stream, draft.segments);
     for (const ProjectSnapshot::Effect &effect : draft.effects)
         stream << effect.slug << (effect.slug.isEmpty() ? QByteArray() : effect.look.toJson());
     return QCryptographicHash::hash(fingerprint, QCryptographicHash::Sha1);

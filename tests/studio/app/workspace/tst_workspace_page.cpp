@@ -191,13 +191,6 @@ private Q_SLOTS:
         QCOMPARE(m_bench->closedCount, 1);
         QVERIFY(!m_bench->wasApplied && !m_bench->timeline->clip()->matteTrack());
     }
-    void isDeletedInTheMiddleOfTracking()
-    {
-        QVERIFY(m_bench->paint());
-        m_bench->click("WorkspaceTrackBoth");
-        delete std::exchange(m_bench->page, nullptr);
-        QCOMPARE(m_bench->closedCount, 0);
-    }
 
     // The dialog has an event loop of its own, which the page must leave before it goes.
     void closesWhileAColourIsChosen()

@@ -176,18 +176,6 @@ private Q_SLOTS:
         QVERIFY(m_bench->find<QWidget>("WorkspacePresetNotice")->isHidden());
     }
 
-    void closesInTheMiddleOfADownload()
-    {
-        openWithServer(QStringLiteral("further"));
-        m_server->setBehaviour(packagePath(), TestHttpServer::Slow);
-        clickOn(QStringLiteral("further"));
-        QVERIFY(m_bench->page->requestClose());
-        QVERIFY(m_bench->waitForClosed());
-        IZkMediaItemManager *const items = m_bench->manager.mediaLibrary()->mediaItemManager();
-        QVERIFY(items);
-        QTest::qWait(0);
-    }
-
     void offersToTryAgainWhenTheServerIsAway()
     {
         openWithServer(QStringLiteral("furthest"));

@@ -111,9 +111,9 @@ private Q_SLOTS:
         QCOMPARE(contentOf(read), contentOf(projectRecord()));
         QCOMPARE(read.application, QStringLiteral("1.2.3"));
         QVERIFY(qAbs(read.saved.secsTo(QDateTime::currentDateTimeUtc())) < 60);
-        // What shares its bytes is kept once: 5 mattes with bytes, those of three segmentations, and the
-        // empty one.
-        QCOMPARE(sql(file, {"SELECT count(*) FROM matte"}).toInt(), 3 * 4 + 1 + 1 + 1);
+        // What shares its bytes is kept once: the mattes with bytes of three segmentations, the applied,
+        // the shared and the empty one.
+        QCOMPARE(sql(file, {"SELECT count(*) FROM matte"}).toInt(), 3 * 5 + 1 + 1 + 1);
         QCOMPARE(sql(file, {"PRAGMA user_version"}).toInt(), ProjectStore::formatVersion);
 
         ProjectRecord summary;

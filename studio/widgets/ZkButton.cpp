@@ -36,6 +36,18 @@ Value lookOf(const QHash<int, Value> &looks, int state)
     return looks.value(state);
 }
 
+// Somewhat narrower letters, when they make room for all of the text: fonts differ in width.
+QFont fittedFont(const ZkButton *button, int room)
+{
+    QFont font = button->font();
+    for (int stretch : {100, 95, 90, 85, 80}) {
+        font.setStretch(stretch);
+        if (QFontMetricsF(font).horizontalAdvance(button->text()) <= room)
+            return font;
+    }
+    return button->font();
+}
+
 } // namespace
 
 class ZkButton::Private
@@ -73,7 +85,8 @@ QSize ZkButton::Private::contentSize(const ZkButton *button, bool withText) cons
     if (style == ImageOnly)
         return imageSize;
     if (withText)
-        size.rwidth() += metrics.horizontalAdvance(button->text())
+        size.rwidth() +=
+            int(std::ceil(QFontMetricsF(button->font()).horizontalAdvance(button->text())))
             + (style == TextBesideImage ? int(std::ceil(space)) : 0);
     return size;
 }
@@ -107,8 +120,10 @@ void ZkButton::Private::paintContent(QPainter &painter, const ZkButton *button) 
     }
     if (style == ImageOnly)
         return;
+    place.setRight(area.right());
+    painter.setFont(fittedFont(button, place.width()));
     const QString text =
-        button->fontMetrics().elidedText(button->text(), elideMode, qMax(0, place.width()));
+        painter.fontMetrics().elidedText(button->text(), elideMode, qMax(0, place.width()));
     painter.setPen(color(TextRole, button->state()));
     painter.drawText(QStyle::visualRect(button->layoutDirection(), button->rect(), place),
                      Qt::AlignVCenter | Qt::AlignLeading | Qt::TextSingleLine,

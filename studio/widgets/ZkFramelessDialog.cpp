@@ -106,14 +106,15 @@ ZkFramelessDialog::ZkFramelessDialog(QWidget *parent)
 {
     ZkSkinManager::instance()->applyStyleSheet(this, QStringLiteral("Widgets/FramelessDialog"));
     d->buildTitleBar();
-    d->workArea = new QVBoxLayout;
+    auto *work = new ZkWidget(this);
+    d->workArea = new QVBoxLayout(work);
     d->workArea->setContentsMargins(24, 8, 24, 16);
     d->buildButtonBar();
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(frameWidth, frameWidth, frameWidth, frameWidth);
     column->setSpacing(0);
     column->addWidget(d->titleBar);
-    column->addLayout(d->workArea, 1);
+    column->addWidget(work, 1);
     column->addWidget(d->buttonBar);
     d->retranslate();
 }
@@ -158,6 +159,8 @@ ZkPushButton *ZkFramelessDialog::addPushButton(const QString &text, ZkPushButton
     button->setMinimumWidth(buttonWidth);
     d->buttonRow->addWidget(button);
     d->buttonBar->show();
+    if (!focusWidget())
+        button->setFocus(); // rather than the close button
     return button;
 }
 

@@ -49,6 +49,24 @@ private slots:
         QVERIFY(own.received.isEmpty());
         QCOMPARE(scene.received.join(QLatin1Char(' ')), QStringLiteral("4102:payload 1:"));
     }
+
+    void viewInheritsTheHistory()
+    {
+        View outer;
+        View middle(&outer);
+        View inner(&middle);
+        QVERIFY(!inner.undoRedoService());
+        // Only handed on, never called.
+        auto *all = reinterpret_cast<IZkUndoRedoService *>(&outer);
+        auto *own = reinterpret_cast<IZkUndoRedoService *>(&middle);
+        outer.setUndoRedoService(all);
+        QCOMPARE(inner.undoRedoService(), all);
+        middle.setUndoRedoService(own);
+        QCOMPARE(inner.undoRedoService(), own);
+        QCOMPARE(outer.undoRedoService(), all);
+        middle.setUndoRedoService(nullptr);
+        QCOMPARE(inner.undoRedoService(), all);
+    }
 };
 
 ZK_TEST_CORE_MAIN(ZkCoreTest)

@@ -34,7 +34,13 @@ private slots:
     {
         for (int type = ZKSKIN::Canvas; type <= ZKSKIN::OnAccent; ++type)
             QVERIFY2(ZkSkinManager::instance()->color(type).isValid(), QByteArray::number(type));
+        for (int type : {26, 28, 2, 56, 57, 60})
+            QVERIFY2(ZkSkinManager::instance()->color(type).isValid(), QByteArray::number(type));
         QVERIFY(!ZkSkinManager::instance()->color(0).isValid());
+        const auto byKey = [](const QString &key) { return ZkSkinManager::instance()->color(key); };
+        QCOMPARE(byKey("Accent"), ZkSkinManager::instance()->color(ZKSKIN::Accent));
+        QCOMPARE(byKey("102030"), QColor(16, 32, 48));
+        QVERIFY(byKey("333333").isValid() && !byKey("NoColor").isValid());
     }
 
     // A button whose icon is not there is an empty square.

@@ -30,12 +30,14 @@ install(TARGETS ${_zk_targets} EXPORT ZkSmartKeyingTargets
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
     INCLUDES DESTINATION
-        ${_zk_include_dir}/presenters ${_zk_include_dir}/presets ${_zk_include_dir}/workspace)
+        ${_zk_include_dir}/erasing ${_zk_include_dir}/presenters ${_zk_include_dir}/presets
+        ${_zk_include_dir}/workspace)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/host/ DESTINATION ${_zk_include_dir}/host
     FILES_MATCHING PATTERN "*.h")
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/ZkSmartKeying/ DESTINATION ${_zk_include_dir}
     FILES_MATCHING PATTERN "Z*Presenter.h" PATTERN "ZCutoutPresetItem*.h"
-    PATTERN "ZkSmartKeyingPlayerView.h" PATTERN "ZkSmartKeyingGlobal.h")
+    PATTERN "ZkAIErasingView.h" PATTERN "ZkSmartKeyingPlayerView.h"
+    PATTERN "ZkSmartKeyingGlobal.h")
 
 install(EXPORT ZkSmartKeyingTargets NAMESPACE Zk:: DESTINATION ${_zk_package_dir})
 configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/ZkSmartKeyingConfig.cmake.in

@@ -27,10 +27,151 @@
     </message>
 </context>
 <context>
+    <name>ZkAIErasingHeaderToolBar</name>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <source>Pan</source>
+        <translation>Ansicht verschieben</translation>
+    </message>
+    <message>
+        <source>Zoom Level - Fit:</source>
+        <translation>Zoomstufe – Einpassen:</translation>
+    </message>
+</context>
+<context>
+    <name>ZkAIErasingItemWidget</name>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+</context>
+<context>
+    <name>ZkAIErasingListWidget</name>
+    <message>
+        <source>Selected Objects</source>
+        <translation>Ausgewählte Objekte</translation>
+    </message>
+</context>
+<context>
+    <name>ZkAIErasingOverlayWidget</name>
+    <message>
+        <source>Discard</source>
+        <translation>Verwerfen</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Speichern</translation>
+    </message>
+</context>
+<context>
+    <name>ZkAIErasingPlayerToolBar</name>
+    <message>
+        <source>Playhead Position</source>
+        <translation>Position des Abspielkopfs</translation>
+    </message>
+    <message>
+        <source>Duration</source>
+        <translation>Dauer</translation>
+    </message>
+</context>
+<context>
     <name>ZkAIErasingPresenter</name>
     <message>
         <source>reset</source>
         <translation>Zurücksetzen</translation>
+    </message>
+</context>
+<context>
+    <name>ZkAIErasingPreviewEffectWidget</name>
+    <message>
+        <source>Preview Effect</source>
+        <translation>Effekt-Vorschau</translation>
+    </message>
+</context>
+<context>
+    <name>ZkAIErasingProgressPanel</name>
+    <message>
+        <source>Preview Object Tracking</source>
+        <translation>Vorschau der Objektverfolgung</translation>
+    </message>
+    <message>
+        <source>Object Tracking in progress…</source>
+        <translation>Objekte werden verfolgt …</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+</context>
+<context>
+    <name>ZkAIErasingProgressWidget</name>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>ZkAIErasingProressDialog</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>ZkAIErasingSettingView</name>
+    <message>
+        <source>Magic Box</source>
+        <translation>Magic Box</translation>
+    </message>
+    <message>
+        <source>Smart Brush</source>
+        <translation>Smart-Pinsel</translation>
+    </message>
+    <message>
+        <source>Eraser</source>
+        <translation>Radierer</translation>
+    </message>
+    <message>
+        <source>Brush Size</source>
+        <translation>Pinselgröße</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>Zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Selected Objects</source>
+        <translation>Ausgewählte Objekte</translation>
+    </message>
+    <message>
+        <source>You can select the object you want to remove from the picture</source>
+        <translation>Sie können das Objekt auswählen, das aus dem Bild entfernt werden soll</translation>
+    </message>
+    <message>
+        <source>You can navigate to different times and select the objects you want to remove from the video.</source>
+        <translation>Sie können zu verschiedenen Zeitpunkten gehen und die Objekte auswählen, die aus dem Video entfernt werden sollen.</translation>
+    </message>
+</context>
+<context>
+    <name>ZkAIErasingView</name>
+    <message>
+        <source>Reset</source>
+        <translation>Zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Network error. Please try again later.</source>
+        <translation>Netzwerkfehler. Bitte versuchen Sie es später noch einmal.</translation>
     </message>
 </context>
 <context>

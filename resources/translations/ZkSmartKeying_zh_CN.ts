@@ -27,10 +27,151 @@
     </message>
 </context>
 <context>
+    <name>ZkAIErasingHeaderToolBar</name>
+    <message>
+        <source>Undo</source>
+        <translation>撤销</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>重做</translation>
+    </message>
+    <message>
+        <source>Pan</source>
+        <translation>平移</translation>
+    </message>
+    <message>
+        <source>Zoom Level - Fit:</source>
+        <translation>缩放级别 - 适合窗口：</translation>
+    </message>
+</context>
+<context>
+    <name>ZkAIErasingItemWidget</name>
+    <message>
+        <source>Delete</source>
+        <translation>删除</translation>
+    </message>
+</context>
+<context>
+    <name>ZkAIErasingListWidget</name>
+    <message>
+        <source>Selected Objects</source>
+        <translation>已选对象</translation>
+    </message>
+</context>
+<context>
+    <name>ZkAIErasingOverlayWidget</name>
+    <message>
+        <source>Discard</source>
+        <translation>放弃</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+</context>
+<context>
+    <name>ZkAIErasingPlayerToolBar</name>
+    <message>
+        <source>Playhead Position</source>
+        <translation>播放头位置</translation>
+    </message>
+    <message>
+        <source>Duration</source>
+        <translation>时长</translation>
+    </message>
+</context>
+<context>
     <name>ZkAIErasingPresenter</name>
     <message>
         <source>reset</source>
         <translation>重置</translation>
+    </message>
+</context>
+<context>
+    <name>ZkAIErasingPreviewEffectWidget</name>
+    <message>
+        <source>Preview Effect</source>
+        <translation>预览效果</translation>
+    </message>
+</context>
+<context>
+    <name>ZkAIErasingProgressPanel</name>
+    <message>
+        <source>Preview Object Tracking</source>
+        <translation>预览对象跟踪</translation>
+    </message>
+    <message>
+        <source>Object Tracking in progress…</source>
+        <translation>正在跟踪对象…</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>进度</translation>
+    </message>
+</context>
+<context>
+    <name>ZkAIErasingProgressWidget</name>
+    <message>
+        <source>Progress</source>
+        <translation>进度</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+</context>
+<context>
+    <name>ZkAIErasingProressDialog</name>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+</context>
+<context>
+    <name>ZkAIErasingSettingView</name>
+    <message>
+        <source>Magic Box</source>
+        <translation>魔术框</translation>
+    </message>
+    <message>
+        <source>Smart Brush</source>
+        <translation>智能画笔</translation>
+    </message>
+    <message>
+        <source>Eraser</source>
+        <translation>橡皮擦</translation>
+    </message>
+    <message>
+        <source>Brush Size</source>
+        <translation>画笔大小</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>重置</translation>
+    </message>
+    <message>
+        <source>Selected Objects</source>
+        <translation>已选对象</translation>
+    </message>
+    <message>
+        <source>You can select the object you want to remove from the picture</source>
+        <translation>您可以选择要从图片中移除的对象</translation>
+    </message>
+    <message>
+        <source>You can navigate to different times and select the objects you want to remove from the video.</source>
+        <translation>您可以跳转到不同时间，选择要从视频中移除的对象。</translation>
+    </message>
+</context>
+<context>
+    <name>ZkAIErasingView</name>
+    <message>
+        <source>Reset</source>
+        <translation>重置</translation>
+    </message>
+    <message>
+        <source>Network error. Please try again later.</source>
+        <translation>网络错误，请稍后重试。</translation>
     </message>
 </context>
 <context>

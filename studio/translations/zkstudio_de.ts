@@ -288,6 +288,32 @@
     </message>
 </context>
 <context>
+    <name>ZAIGCCreateButton</name>
+    <message>
+        <source>Create</source>
+        <translation>Erstellen</translation>
+    </message>
+</context>
+<context>
+    <name>ZOldMessageDialog</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>Ja</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>Nein</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
     <name>ZkColorSelecter</name>
     <message>
         <source>Saturation and brightness</source>
@@ -315,6 +341,27 @@
     <message>
         <source>Canvas</source>
         <translation>Zeichenfläche</translation>
+    </message>
+</context>
+<context>
+    <name>ZkFramelessDialog</name>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>ZkFunctionTips</name>
+    <message>
+        <source>Drag a box around the object that you want to remove.</source>
+        <translation>Ziehen Sie einen Rahmen um das Objekt, das entfernt werden soll.</translation>
+    </message>
+</context>
+<context>
+    <name>ZkMultiCropWidget</name>
+    <message>
+        <source>Areas to erase</source>
+        <translation>Zu entfernende Bereiche</translation>
     </message>
 </context>
 <context>

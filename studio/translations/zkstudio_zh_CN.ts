@@ -288,6 +288,32 @@
     </message>
 </context>
 <context>
+    <name>ZAIGCCreateButton</name>
+    <message>
+        <source>Create</source>
+        <translation>创建</translation>
+    </message>
+</context>
+<context>
+    <name>ZOldMessageDialog</name>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>是</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>否</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
+</context>
+<context>
     <name>ZkColorSelecter</name>
     <message>
         <source>Saturation and brightness</source>
@@ -315,6 +341,27 @@
     <message>
         <source>Canvas</source>
         <translation>画布</translation>
+    </message>
+</context>
+<context>
+    <name>ZkFramelessDialog</name>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+</context>
+<context>
+    <name>ZkFunctionTips</name>
+    <message>
+        <source>Drag a box around the object that you want to remove.</source>
+        <translation>在要移除的对象周围拖出一个框。</translation>
+    </message>
+</context>
+<context>
+    <name>ZkMultiCropWidget</name>
+    <message>
+        <source>Areas to erase</source>
+        <translation>要擦除的区域</translation>
     </message>
 </context>
 <context>

@@ -195,10 +195,8 @@ bool MainWindow::mayClose()
                     tr("An export is under way. What it has written so far is removed."),
                     tr("Cancel the Export")))
         return false;
-    if (!m_controller->mayClose())
-        return false;
     delete m_export;
-    return true;
+    return m_controller->mayClose();
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)

@@ -26,9 +26,16 @@ void AreaDifference::unite(const AreaDifference &other)
 AreaDifference differenceOf(const Areas &before, const Areas &after)
 {
     AreaDifference difference;
+    if (before.constData() == after.constData())
+        return difference;
     auto old = before.constBegin();
     auto now = after.constBegin();
     while (old != before.constEnd() || now != after.constEnd()) {
+        if (old != before.constEnd() && now != after.constEnd() && *old == *now) {
+            ++old;
+            ++now;
+            continue;
+        }
         const bool isGone =
             now == after.constEnd() || (old != before.constEnd() && (*old)->id < (*now)->id);
         const bool isNew = !isGone && (old == before.constEnd() || (*now)->id < (*old)->id);

@@ -7,12 +7,13 @@ namespace zk::datamodel {
 
 namespace {
 
-QVector<EncodedMatte> objectsOf(const Areas &areas)
+QVector<EncodedMatte> objectsAt(const Areas &areas, const QRect &place)
 {
     QVector<EncodedMatte> objects;
-    objects.reserve(areas.size());
-    for (const AreaPtr &area : areas)
-        objects.append(area->object);
+    for (const AreaPtr &area : areas) {
+        if (area->object.box().intersects(place))
+            objects.append(area->object);
+    }
     return objects;
 }
 
@@ -26,7 +27,7 @@ SegmentNodePtr nodeWithAreas(const SegmentNode &before,
     const EncodedMatte brush = before.brushMask();
     node->areas = areas;
     node->brush = areas.isEmpty() ? EncodedMatte() : brush;
-    node->result = reunited(before.result, brush, objectsOf(areas), frameSize, changed);
+    node->result = reunited(before.result, brush, objectsAt(areas, changed), frameSize, changed);
     node->revision = Segments::nextRevision();
     return node;
 }

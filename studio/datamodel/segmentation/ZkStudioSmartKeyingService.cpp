@@ -74,6 +74,7 @@ void ZkStudioSmartKeyingService::setState(const Segments &segments, const Segmen
     m_segments = segments;
     m_settings = settings;
     ++m_change;
+    shownAreas();
 }
 
 void ZkStudioSmartKeyingService::setTracked(const QMap<qint64, TrackedMattes> &tracked)

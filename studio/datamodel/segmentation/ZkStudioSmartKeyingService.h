@@ -90,8 +90,6 @@ public:
     void setNodeListener(NodeListener listener) { m_nodeListener = std::move(listener); }
     // Without one an area's object is all of the area.
     void setObjectFinder(ObjectFinder finder) { m_objectFinder = std::move(finder); }
-    // Reports it when the playhead's frame has other areas than the one before.
-    void watchShownFrame();
     // -1 when it is none, or gone.
     qint64 selectedSegmentNode() const;
     bool showsAreaMasks() const { return m_showsAreaMasks; }
@@ -102,7 +100,9 @@ public:
     // Reports SegmentData.
     void reportChange();
 
-    void setEnabled(bool enabled) override { m_isEnabled = enabled; }
+    // From the first time that it is on, the service reports it when another frame with other areas is
+    // shown. By then the player follows the playhead, and stands there when it hears of it.
+    void setEnabled(bool enabled) override;
     bool isEnabled() const override { return m_isEnabled; }
     ZKSMARTKEYING::ZkSegmentWorkMode workMode() const override { return m_workMode; }
     int maskItemCount() const override;
@@ -179,6 +179,7 @@ private:
     qint64 shownFrame() const;
     zk::datamodel::Areas areasOf(qint64 frame) const;
     const zk::datamodel::AreaIndex &shownAreas() const;
+    void watchShownFrame();
     void onShownFrameChanged();
     zk::datamodel::EncodedMatte objectIn(const QRectF &rect) const;
     void changeShownNode(const zk::datamodel::SegmentNodePtr &node, const QString &text);

@@ -4,6 +4,8 @@
 #include "../timeline/ZkStudioTimeline.h"
 #include "ZkNodeAreas.h"
 
+#include <QtMath>
+
 #include <algorithm>
 
 using namespace zk::datamodel;
@@ -15,14 +17,16 @@ QRectF insideFrame(const QRectF &rect)
     return rect.normalized() & QRectF(0, 0, 1, 1);
 }
 
-// The pixels that the rectangle touches.
+// The pixels that the rectangle touches. Borders that are pixel borders but for rounding are taken as such.
 QRect pixelsOf(const QRectF &rect, const QSize &size)
 {
-    const QRectF scaled(rect.x() * size.width(),
-                        rect.y() * size.height(),
-                        rect.width() * size.width(),
-                        rect.height() * size.height());
-    return scaled.toAlignedRect() & QRect(QPoint(), size);
+    constexpr double rounding = 1e-6;
+    const QPoint first(qFloor(rect.left() * size.width() + rounding),
+                       qFloor(rect.top() * size.height() + rounding));
+    const QPoint end(qCeil(rect.right() * size.width() - rounding),
+                     qCeil(rect.bottom() * size.height() - rounding));
+    const QSize atLeast = QSize(end.x() - first.x(), end.y() - first.y()).expandedTo({1, 1});
+    return QRect(first, atLeast) & QRect(QPoint(), size);
 }
 
 EncodedMatte filled(const QRect &box, const QSize &size)
@@ -51,6 +55,13 @@ const AreaIndex &ZkStudioSmartKeyingService::shownAreas() const
 {
     m_shownAreas.setAreas(areasOf(shownFrame()));
     return m_shownAreas;
+}
+
+void ZkStudioSmartKeyingService::setEnabled(bool enabled)
+{
+    m_isEnabled = enabled;
+    if (enabled && !m_playheadWatch)
+        watchShownFrame();
 }
 
 void ZkStudioSmartKeyingService::watchShownFrame()

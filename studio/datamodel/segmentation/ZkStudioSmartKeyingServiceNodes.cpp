@@ -107,6 +107,7 @@ void ZkStudioSmartKeyingService::pushSegments(const Segments &segments, const QS
 
 void ZkStudioSmartKeyingService::reportAreas(const AreaDifference &difference)
 {
+    shownAreas(); // what the next frame's are compared with
     ZkTimelineChanges changes;
     if (difference.hasAdded)
         changes.add(ZKTIMELINE::SegmentChange, ZKTIMELINE::SelectAreaAdded);
@@ -244,13 +245,14 @@ bool ZkStudioSmartKeyingService::removeSegmentNode(qint64 frame)
     return true;
 }
 
-// What is tracked leaves the workspace with the nodes that it came from. A clip of one frame is never
-// tracked: its node is all there is.
+// What is tracked leaves the workspace with the nodes that it came from. Pictures are never tracked:
+// their node is all there is.
 void ZkStudioSmartKeyingService::keepSelection()
 {
     Segments selection = m_departure->before;
     m_departure.reset();
-    m_canTakeSaveBack = !selection.tracked().isEmpty() || m_clip->frameCount() == 1;
+    m_canTakeSaveBack =
+        !selection.tracked().isEmpty() || m_clip->frameCount() == 1 || m_clip->media().isStill;
     if (!m_canTakeSaveBack)
         return;
     selection.setSaved({});

@@ -57,7 +57,6 @@ bool ZkStudioEditController::initialise(IZkClip *clip,
     service()->setObjectFinder([this](qint64 frame, const QRect &box) {
         return m_editor->objectIn(frame, box, service()->segments().isSingleObject());
     });
-    service()->watchShownFrame();
     m_projectClip = projectClip;
     m_player = dynamic_cast<PlayerFeedback *>(player);
     m_type = type;

@@ -198,8 +198,8 @@ void ZkStudioEditController::onApplyFinished(quint64 serial, const ApplyResult &
         notifySaveFinished(ZKSMARTKEYING::SaveFailed);
         return;
     }
-    const bool hasMasks = !service()->segments().isEmpty();
-    if (hasMasks && result.framesWithoutMask > 0)
+    const bool isCutOut = m_type == ZKSMARTKEYING::SmartCutout && !service()->segments().isEmpty();
+    if (isCutOut && result.framesWithoutMask > 0)
         qCWarning(lcRuns) << result.framesWithoutMask << "of" << result.mattes.size()
                           << "frames have no mask";
     applyCutout(m_projectClip, *m_timeline->clip(), m_type, result.mattes);

@@ -229,6 +229,11 @@ bool EraseWindow::makeUp(PlateSize size)
         if (!traceMadeUp() || !paintSeen(size))
             return false;
     }
+    // For measuring the motion once more a smooth filling of the rest is enough.
+    if (size == PlateSize::Work) {
+        m_left.clear();
+        return true;
+    }
     std::vector<int> rest;
     for (int i = 0; i < int(m_frames.size()); ++i) {
         if (isOpen(i) && cv::countNonZero(m_left[std::size_t(i)]) > 0)

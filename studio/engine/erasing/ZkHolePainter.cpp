@@ -26,23 +26,44 @@ std::array<float, 4> cubicWeights(float t)
             -0.5f * s * t * t};
 }
 
+// The four rows are mixed first: that is one run over twelve neighbouring bytes.
+cv::Vec3f mixedFrom(const std::array<const uchar *, 4> &rows,
+                    const std::array<float, 4> &horizontal,
+                    const std::array<float, 4> &vertical)
+{
+    float mixed[12];
+    for (int i = 0; i < 12; ++i)
+        mixed[i] = vertical[0] * float(rows[0][i]) + vertical[1] * float(rows[1][i])
+            + vertical[2] * float(rows[2][i]) + vertical[3] * float(rows[3][i]);
+    cv::Vec3f sum;
+    for (int c = 0; c < 3; ++c)
+        sum[c] = horizontal[0] * mixed[c] + horizontal[1] * mixed[3 + c]
+            + horizontal[2] * mixed[6 + c] + horizontal[3] * mixed[9 + c];
+    return sum;
+}
+
 cv::Vec3f sampled(const cv::Mat &picture, float x, float y)
 {
     const int left = cvFloor(x), top = cvFloor(y);
     const auto horizontal = cubicWeights(x - float(left));
     const auto vertical = cubicWeights(y - float(top));
-    cv::Vec3f sum(0.0f, 0.0f, 0.0f);
-    for (int j = 0; j < 4; ++j) {
-        const auto *row = picture.ptr<cv::Vec3b>(std::clamp(top - 1 + j, 0, picture.rows - 1));
-        cv::Vec3f line(0.0f, 0.0f, 0.0f);
-        for (int i = 0; i < 4; ++i) {
-            const cv::Vec3b &pixel = row[std::clamp(left - 1 + i, 0, picture.cols - 1)];
-            for (int c = 0; c < 3; ++c)
-                line[c] += horizontal[std::size_t(i)] * float(pixel[c]);
-        }
-        sum += vertical[std::size_t(j)] * line;
+    std::array<const uchar *, 4> rows;
+    for (int j = 0; j < 4; ++j)
+        rows[std::size_t(j)] = picture.ptr(std::clamp(top - 1 + j, 0, picture.rows - 1));
+    if (left >= 1 && left + 2 < picture.cols) {
+        for (const uchar *&row : rows)
+            row += 3 * (left - 1);
+        return mixedFrom(rows, horizontal, vertical);
     }
-    return sum;
+    std::array<std::array<uchar, 12>, 4> repeated; // the border's pixels go on outside
+    for (std::size_t j = 0; j < 4; ++j) {
+        for (int i = 0; i < 4; ++i) {
+            const int column = std::clamp(left - 1 + i, 0, picture.cols - 1);
+            std::copy_n(rows[j] + 3 * column, 3, repeated[j].data() + 3 * i);
+        }
+        rows[j] = repeated[j].data();
+    }
+    return mixedFrom(rows, horizontal, vertical);
 }
 
 float weightOf(const PixelSource &source)

@@ -2,6 +2,7 @@
 
 #include <ZkTestMain.h>
 
+#include <ZkBoxSegmenter.h>
 #include <ZkInteractiveSegmenter.h>
 #include <ZkMatte.h>
 
@@ -68,6 +69,31 @@ private slots:
         tooMuch(cv::Rect(200, 60, 60, 50)) = 255;
         const cv::Mat taken = segmenter.segment(frame, {{}, dot({230, 85}, 4)}, tooMuch);
         QVERIFY(intersectionOverUnion(taken, truth) > 0.9);
+    }
+
+    void boxBecomesTheDisc()
+    {
+        const cv::Rect box = cv::boundingRect(truth) + cv::Size(8, 8) - cv::Point(4, 4);
+        const double iou = intersectionOverUnion(segmentBox(frame, box), truth);
+        QVERIFY2(iou > 0.9, qPrintable(QString::number(iou)));
+        // Nothing but what is in the box; what reaches over the border does not count.
+        const cv::Rect half(box.x, -50, box.width / 2, 1000);
+        cv::Mat matte = segmentBox(frame, half);
+        matte(half & cv::Rect({0, 0}, frame.size())) = 0;
+        QCOMPARE(cv::countNonZero(matte), 0);
+        // Where nothing stands out, all of the box.
+        const cv::Mat even(frame.size(), CV_8UC3, cv::Scalar(90, 90, 90));
+        cv::Mat expected = cv::Mat::zeros(frame.size(), CV_8U);
+        expected(box) = 255;
+        QCOMPARE(cv::norm(segmentBox(even, box), expected, cv::NORM_INF), 0.0);
+        QVERIFY(isAll(segmentBox(frame, {{0, 0}, frame.size()}),
+                      255,
+                      cv::Mat(frame.size(), CV_8U, cv::Scalar(1))));
+        QVERIFY(segmentBox(frame, {-9, 0, 9, 9}).empty() && segmentBox({}, box).empty());
+        for (const cv::Size &size : {cv::Size(1, 1), {1, 53}, {33, 2}}) {
+            const cv::Mat tiny = cv::Mat::zeros(size, CV_8UC3);
+            QCOMPARE(segmentBox(tiny, {0, 0, 1, 1}).size(), size);
+        }
     }
 
     // Not on alpha, the frames before or a buffer that is used again, nor on the number of threads.

@@ -173,11 +173,12 @@ public:
     }
     QAction *action(const char *name) const { return find<QAction>(name); }
 
-    // On what has the focus in the window; without a window manager a dialog leaves none active behind.
+    // On what has the focus in the window; without a window manager a dialog leaves none active behind. A
+    // window counts as active while a dialog of it is, too.
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const
     {
         window->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        QTRY_VERIFY_WITH_TIMEOUT(QApplication::activeWindow() == window.get(), timeoutMs);
         QWidget *focus = QApplication::focusWidget();
         QTest::keyClick(focus ? focus : window.get(), key, modifiers);
     }

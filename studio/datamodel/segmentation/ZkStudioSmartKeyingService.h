@@ -184,6 +184,7 @@ private:
     zk::datamodel::EncodedMatte objectIn(const QRectF &rect) const;
     void changeShownNode(const zk::datamodel::SegmentNodePtr &node, const QString &text);
     zk::datamodel::AreaPtr shownArea(qint64 id) const;
+    QRectF apartFromOthers(const QRectF &rect, qint64 id) const;
     zk::datamodel::EncodedMatte underAreas(qint64 frame) const;
 
     ZkStudioClip *const m_clip;

@@ -106,9 +106,24 @@ EncodedMatte ZkStudioSmartKeyingService::underAreas(qint64 frame) const
     return m_segments.isSingleObject() ? EncodedMatte(m_segments.matteAt(frame)) : EncodedMatte();
 }
 
+// An area is found by its centre, so that no two of a frame may have the same one: a second box around it
+// moves aside, by far less than a pixel, but by more than comparing rectangles overlooks.
+QRectF ZkStudioSmartKeyingService::apartFromOthers(const QRectF &rect, qint64 id) const
+{
+    constexpr double step = 1e-11; // of the frame's width
+    const auto isTaken = [=](const QPointF &centre) {
+        const AreaPtr other = shownArea(findAreaIdAt(centre.x(), centre.y()));
+        return other && other->id != id && other->rect.center() == centre;
+    };
+    QRectF place = rect;
+    while (isTaken(place.center()))
+        place = insideFrame(place.translated(step, 0));
+    return place;
+}
+
 int ZkStudioSmartKeyingService::addArea(const QRectF &rect)
 {
-    const QRectF inside = insideFrame(rect);
+    const QRectF inside = apartFromOthers(insideFrame(rect), -1);
     if (m_isLocked || inside.isEmpty())
         return -1;
     const qint64 frame = shownFrame();
@@ -132,7 +147,7 @@ bool ZkStudioSmartKeyingService::removeArea(qint64 id)
 
 bool ZkStudioSmartKeyingService::updateArea(qint64 id, const QRectF &rect)
 {
-    const QRectF inside = insideFrame(rect);
+    const QRectF inside = apartFromOthers(insideFrame(rect), id);
     const AreaPtr before = shownArea(id);
     if (m_isLocked || !before || inside.isEmpty())
         return false;

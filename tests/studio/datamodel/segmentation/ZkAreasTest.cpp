@@ -130,6 +130,46 @@ private Q_SLOTS:
         QVERIFY(bench->journal.take().isEmpty() && bench->undo()->undoStepCount() == 1);
     }
 
+    // Boxes around the same centre are areas of their own, each found by its own centre, and cover the
+    // pixels that were asked for.
+    void sameCentresAreToldApart()
+    {
+        ZkStudioSmartKeyingService *service = bench->service();
+        service->setObjectFinder({});
+        const QRectF whole(0, 0, 1, 1);
+        const QRectF around(0.0625, 0.125, 0.375, 0.75); // left
+        for (const QRectF &rect : {left, left, around, whole, whole, left})
+            service->addArea(rect);
+        const auto ids = [&] {
+            QVector<qint64> found;
+            for (int i = 0; i < service->areaCount(); ++i) {
+                const qint64 id = bench->idOf(i);
+                if (!found.contains(id))
+                    found.append(id);
+            }
+            return found;
+        };
+        QCOMPARE(ids().size(), 6);
+        const QRectF moved = service->areaRectAt(5);
+        for (const int width : {1920, 8192}) {
+            QCOMPARE(int(moved.x() * width), int(left.x() * width));
+            QCOMPARE(int(moved.width() * width), int(left.width() * width));
+        }
+        QCOMPARE(service->segments().node(0)->areas.at(5)->object,
+                 service->segments().node(0)->areas.at(0)->object);
+        QVERIFY(service->areaRectAt(4).width() > 0.999 && whole.contains(service->areaRectAt(4)));
+
+        QVERIFY(service->updateArea(ids().at(3), right) && service->updateArea(ids().at(3), right));
+        QCOMPARE(bench->undo()->undoStepCount(), 7);
+        QVERIFY(service->updateArea(ids().at(3), left));
+        QCOMPARE(ids().size(), 6);
+        QVERIFY(bench->undo()->undo() && service->areaRectAt(3) == right);
+        const QVector<qint64> all = ids();
+        for (qint64 id : all)
+            QVERIFY(service->removeArea(id));
+        QVERIFY(service->areaCount() == 0 && service->segmentCount() == 0);
+    }
+
     void boxBecomesItsObject()
     {
         const QImage truth = EditClip::instance().matte(0);

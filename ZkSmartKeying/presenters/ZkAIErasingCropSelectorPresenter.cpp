@@ -113,15 +113,17 @@ int ZkAIErasingCropSelectorPresenter::getActiveCropId() const
 void ZkAIErasingCropSelectorPresenter::setActiveCropId(int cropId)
 {
     Q_D(ZkAIErasingCropSelectorPresenter);
-    if (cropId == d->activeCropId)
+    if (cropId == d->activeCropId) {
+        d->keepActiveFrame();
         return;
+    }
     if (cropId != -1) {
         const IZkSmartKeyingService *const service = d->service();
         if (!service || service->areaRect(cropId).isEmpty())
             return;
-        d->activeFrame = d->erasingPresenter->currentFrame();
     }
     d->activeCropId = cropId;
+    d->keepActiveFrame();
     emit sigCropActivationChanged(cropId);
 }
 

@@ -37,6 +37,13 @@ void ZkAIErasingCropSelectorPresenterPrivate::followAreaUpdate()
     emit q->sigResyncAllCropRects();
 }
 
+// Also when the same number is made active again: undone on one frame, it may come back on another.
+void ZkAIErasingCropSelectorPresenterPrivate::keepActiveFrame()
+{
+    if (erasingPresenter)
+        activeFrame = erasingPresenter->currentFrame();
+}
+
 void ZkAIErasingCropSelectorPresenterPrivate::syncCanvasRect()
 {
     const ZkMediaPlayerPresenter *const player =

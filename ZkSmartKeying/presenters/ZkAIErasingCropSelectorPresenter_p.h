@@ -23,6 +23,7 @@ public:
 
     void connectErasingPresenter();
     void followAreaUpdate();
+    void keepActiveFrame();
     void syncCanvasRect();
 
     IZkSmartKeyingService *service() const; // null without an erasing presenter too

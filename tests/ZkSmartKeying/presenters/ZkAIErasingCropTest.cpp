@@ -294,6 +294,12 @@ private slots:
         space.player->frame = 8;
         space.service->report(ZKTIMELINE::SelectAreaUpdated);
         QCOMPARE(noted("sig(Resync|Crop)"), QStringList("sigCropActivationChanged(-1)") + resync);
+        // A number that is made active again on this frame belongs to it.
+        space.crops->setActiveCropId(1);
+        space.player->frame = 9;
+        space.crops->setActiveCropId(1);
+        space.service->report(ZKTIMELINE::SelectAreaUpdated);
+        QCOMPARE(noted("sig(Resync|Crop)"), QStringList("sigCropActivationChanged(1)") + resync);
         space.crops->setPlayerRenderAllCropMasks(true, false);
         QCOMPARE(takeJournal(), lines("service.setRenderAllAreaMasks(true,false)\nplayer.update"));
     }

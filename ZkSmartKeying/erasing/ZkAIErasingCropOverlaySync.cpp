@@ -46,7 +46,7 @@ void ZkAIErasingCropOverlayWidget::rebuild(const QList<QRect> &rects,
     m_editor->setCropRectsWithIds(rects, ids, activeId);
     fillMaps(ids);
     m_editor->update();
-    refreshHover();
+    hoverAt(pointerPosition());
 }
 
 // The rectangles are shown, but nothing that is done to them arrives until the next resync.
@@ -104,14 +104,16 @@ void ZkAIErasingCropOverlayWidget::resync(const QList<QRect> &rects,
     const int rebuild = m_rebuilds;
     m_editor->setCropRectsWithIds(rects, ids, ids.contains(activeId) ? activeId : -1);
     m_editor->repaint();
-    QCoreApplication::processEvents();
+    // What the user does waits: the editor could not report it now.
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     // What came in between is newer.
     if (!alive || rebuild != m_rebuilds)
         return;
     fillMaps(ids);
     m_editor->update();
-    if (refreshHover())
-        QTimer::singleShot(HoverDelay, this, [this] { refreshHover(); });
+    const QPoint pointer = pointerPosition();
+    if (hoverAt(pointer))
+        QTimer::singleShot(HoverDelay, this, [this, pointer] { hoverAt(pointer); });
     reportDifferences(rects);
 }
 
@@ -154,11 +156,16 @@ void ZkAIErasingCropOverlayWidget::moveMouse(const QPointF &position)
     QCoreApplication::sendEvent(m_editor, &move);
 }
 
-// The highlight matches what was rebuilt without the user moving the mouse.
-bool ZkAIErasingCropOverlayWidget::refreshHover()
+QPoint ZkAIErasingCropOverlayWidget::pointerPosition() const
 {
-    const QPoint position = m_editor->mapFromGlobal(QCursor::pos());
-    if (!m_editor->rect().contains(position))
+    return m_editor->mapFromGlobal(QCursor::pos());
+}
+
+// The highlight matches what was rebuilt without the user moving the mouse. A drag has the mouse for
+// itself, and a move without a button would end it.
+bool ZkAIErasingCropOverlayWidget::hoverAt(const QPoint &position)
+{
+    if (m_editor->isDragging() || !m_editor->rect().contains(position))
         return false;
     moveMouse(position);
     return true;

@@ -174,9 +174,15 @@ QRect ZkAIErasingCropOverlayWidget::editorRect(int uiId) const
     return m_editor->getCropRects().value(uiId);
 }
 
+// A notice of the areas may rebuild the maps, or even close the workspace, before the call returns: then
+// there is nothing left to enter here.
 void ZkAIErasingCropOverlayWidget::addCrop(int uiId, const QRect &rect)
 {
+    const QPointer<ZkAIErasingCropOverlayWidget> alive(this);
+    const int rebuild = m_rebuilds;
     const int crop = crops()->addCropRect(rect);
+    if (!alive)
+        return;
     if (crop < 0) {
         ZK_OVERLAY_LOG("connectSignals",
                        QStringLiteral("ZkAIErasingCropOverlayWidget: Failed to create crop in data "
@@ -184,6 +190,8 @@ void ZkAIErasingCropOverlayWidget::addCrop(int uiId, const QRect &rect)
                            .arg(uiId));
         return;
     }
+    if (rebuild != m_rebuilds)
+        return;
     m_uiToData[uiId] = crop;
     m_dataToUi[crop] = uiId;
 }
@@ -198,11 +206,21 @@ void ZkAIErasingCropOverlayWidget::removeCrop(int uiId)
                            .arg(uiId));
         return;
     }
-    if (crops()->removeCropRect(crop)) {
+    const QPointer<ZkAIErasingCropOverlayWidget> alive(this);
+    const int rebuild = m_rebuilds;
+    const bool isRemoved = crops()->removeCropRect(crop);
+    if (!alive)
+        return;
+    if (!isRemoved) {
+        healRemoval(uiId, crop);
+    } else if (rebuild == m_rebuilds) {
         m_uiToData.remove(uiId);
         m_dataToUi.remove(crop);
-        return;
     }
+}
+
+void ZkAIErasingCropOverlayWidget::healRemoval(int uiId, int crop)
+{
     ZK_OVERLAY_LOG("connectSignals",
                    QStringLiteral("ZkAIErasingCropOverlayWidget: Failed to remove crop in data "
                                   "layer - UI ID: %1, Data ID: %2")

@@ -58,6 +58,7 @@ private:
 
     void addCrop(int uiId, const QRect &rect);
     void removeCrop(int uiId);
+    void healRemoval(int uiId, int crop);
     void activateCrop(int uiId);
     void clearCrops();
 
@@ -74,7 +75,8 @@ private:
     void reportDifferences(const QList<QRect> &rects) const;
 
     void moveMouse(const QPointF &position);
-    bool refreshHover(); // false when the pointer is elsewhere
+    QPoint pointerPosition() const; // in the editor's pixels
+    bool hoverAt(const QPoint &position); // false when that is beside the editor
     ZkMediaPlayerWidget *player() const;
     void sendToPlayer(QEvent *event);
     void beginPan(QMouseEvent *event);

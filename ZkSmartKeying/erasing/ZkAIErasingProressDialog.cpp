@@ -66,10 +66,11 @@ void ZkAIErasingProressDialog::followTracking(bool tracking)
         m_elapsed.start();
         return;
     }
-    if (!m_elapsed.isValid() || m_isCancelling)
+    if (!m_elapsed.isValid())
         return;
     m_presenter->setTrackingDuration(m_elapsed.elapsed());
-    accept();
+    if (!m_isCancelling)
+        accept();
 }
 
 void ZkAIErasingProressDialog::sendCancelEvent() const

@@ -6,6 +6,8 @@
 #include <QWheelEvent>
 #include <QWidget>
 
+#include <qtestspontaneevent.h>
+
 namespace zk::test {
 
 // Turns the wheel above a point of the widget by that angle, 120 being a notch.
@@ -14,7 +16,9 @@ turnWheel(QWidget *widget, const QPointF &at, int angle, Qt::KeyboardModifiers m
 {
     const QPointF global = widget->mapToGlobal(at.toPoint());
     QWheelEvent event(at, global, {}, {0, angle}, {}, modifiers, Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(widget, &event);
+    // Only what the window system sends goes on to the parents of who ignores it.
+    QSpontaneKeyEvent::setSpontaneous(&event);
+    qApp->notify(widget, &event);
 }
 
 // Moves the mouse to a point of the widget; QTest::mouseMove() tells no buttons.

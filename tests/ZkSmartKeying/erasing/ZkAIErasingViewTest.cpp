@@ -121,7 +121,10 @@ private slots:
                           Qt::LeftButton);
         emit m_space->erasing->sigNodeChanged(40);
         QTRY_COMPARE(list->count(), 2);
-        QTRY_COMPARE(noted("log 4 ZkAIErasingItemWidget::~ZkAIErasingItemWidget").size(), 1);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(noted("log 4 ZkAIErasingItemWidget::~ZkAIErasingItemWidget"),
+                 QStringList {QStringLiteral("log 4 ZkAIErasingItemWidget::~ZkAIErasingItemWidget: "
+                                             "ZkAIErasingItemWidget destory")});
         QCOMPARE(list->rowWidget(1)->frame(), qint64(90));
         QVERIFY(list->rowWidget(0)->findChild<QLabel *>()->isVisibleTo(list));
     }

@@ -41,9 +41,11 @@ void ZkAIErasingPlayerToolBar::buildTimeline()
     auto *const times = new QHBoxLayout;
     times->setContentsMargins(0, 0, 0, 0);
     times->setSpacing(0);
-    times->addWidget(m_currentTime);
-    times->addWidget(new ZkLabel(QStringLiteral("/"), this));
-    times->addWidget(m_duration);
+    for (ZkLabel *const label :
+         {m_currentTime, new ZkLabel(QStringLiteral("/"), this), m_duration}) {
+        label->setLabelKind(ZKWIDGET::PlainLabel);
+        times->addWidget(label);
+    }
     QSlider *const slider = playbackSlider();
     slider->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     slider->setFixedHeight(SliderHeight);

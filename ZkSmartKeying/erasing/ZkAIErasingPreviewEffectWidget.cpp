@@ -12,6 +12,7 @@ const QSize IconButtonSize(24, 24);
 const QMargins Margins(4, 0, 8, 0);
 const int Spacing = 4;
 const int LabelSlack = 2;
+const int FontSize = 12;
 const qreal Radius = 6.0;
 
 const qreal RestingOpacity = 0.6;
@@ -26,6 +27,9 @@ ZkAIErasingPreviewEffectWidget::ZkAIErasingPreviewEffectWidget(QWidget *parent)
     zkApplyStyle(m_iconButton, QStringLiteral("BasicWidget/ZkAIErasingTrackingBtn"));
     m_iconButton->setFixedSize(IconButtonSize);
     m_label->setStyleSheet(QStringLiteral("color:#50E3C2;"));
+    QFont font = m_label->font();
+    font.setPixelSize(FontSize);
+    m_label->setFont(font);
     m_label->setAlignment(Qt::AlignVCenter);
     auto *const row = new QHBoxLayout(this);
     row->setContentsMargins(Margins);
@@ -46,7 +50,6 @@ void ZkAIErasingPreviewEffectWidget::RetranslateUi()
     ZkWidget::RetranslateUi();
     const QString text = tr("Preview Effect");
     m_label->setText(text);
-    m_label->ensurePolished(); // its font is the style sheet's
     m_label->setFixedWidth(zkTextWidth(m_label, text) + LabelSlack);
     m_iconButton->setAccessibleName(text);
     setFixedSize(sizeHint());

@@ -40,7 +40,7 @@ void ZkAIErasingProgressPanel::layOut()
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(BarSpacing);
     row->addWidget(m_progress.bar);
-    row->addWidget(m_progress.label);
+    row->addWidget(m_progress.label, 0, Qt::AlignVCenter);
     auto *const column = new QVBoxLayout(this);
     column->setContentsMargins(Margins);
     column->setSpacing(LineSpacing);

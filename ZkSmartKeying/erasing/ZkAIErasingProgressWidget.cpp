@@ -10,6 +10,7 @@ namespace {
 const int ButtonHeight = 24;
 const int ButtonPadding = 32; // both sides together
 const int InnerMargin = 4;
+const int LabelSpacing = 4;
 const int OuterSpacing = 8;
 
 } // namespace
@@ -37,9 +38,9 @@ void ZkAIErasingProgressWidget::layOut()
     auto *const inner = new QHBoxLayout;
     inner->setSpacing(0);
     inner->setContentsMargins(InnerMargin, InnerMargin, InnerMargin, InnerMargin);
-    inner->addSpacing(InnerMargin);
     inner->addWidget(m_progress.bar);
-    inner->addWidget(m_progress.label);
+    inner->addSpacing(LabelSpacing);
+    inner->addWidget(m_progress.label, 0, Qt::AlignVCenter);
     auto *const outer = new QHBoxLayout(this);
     outer->setSpacing(OuterSpacing);
     outer->setContentsMargins(0, 0, 0, 0);

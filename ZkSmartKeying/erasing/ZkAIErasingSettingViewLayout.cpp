@@ -28,6 +28,7 @@ const int SectionSpacing = 16;
 const int SliderHeight = 32;
 const int BrushSizeHeight = 56;
 const QSize ResetButtonSize(24, 24);
+const int ResetSpacing = 8; // before it
 const int ListSpacing = 8;
 const QSize EmptyImageSize(241, 76);
 const int EmptyPageHeight = 484;
@@ -174,6 +175,7 @@ void ZkAIErasingSettingView::buildBrushSize()
     column->setContentsMargins(SideMargin, 0, SideMargin, 0);
     column->addWidget(m_brushSizeLabel);
     auto *const row = new QHBoxLayout;
+    row->setSpacing(ResetSpacing);
     row->addWidget(m_brushSizeSlider);
     row->addWidget(m_brushResetButton);
     column->addLayout(row);

@@ -10,8 +10,9 @@ inline void zkApplyStyle(QWidget *widget, const QString &key)
     ZkSkinManager::instance()->applyStyleSheet(widget, key);
 }
 
-// In widget pixels, in the font that the widget has now.
+// In widget pixels, in the font that the widget's style sheet gives it.
 inline int zkTextWidth(const QWidget *widget, const QString &text)
 {
+    widget->ensurePolished();
     return widget->fontMetrics().horizontalAdvance(text);
 }

@@ -3,6 +3,7 @@
 
 #include <QFile>
 #include <QHash>
+#include <QImageReader>
 #include <QKeyEvent>
 
 #include <cmath>
@@ -56,9 +57,16 @@ public:
     QColor color(int role, int state) const;
     QSize contentSize(const ZkButton *button, bool withText) const;
     void paintBackground(QPainter &painter, const QRectF &area, int state) const;
+    void paintImage(QPainter &painter, const QRect &place, int state) const;
     void paintContent(QPainter &painter, const ZkButton *button) const;
 
-    QHash<int, QIcon> images; // by state
+    struct Image
+    {
+        QIcon icon;
+        QSize size; // as it was drawn, in widget pixels
+    };
+
+    QHash<int, Image> images; // by state
     QHash<int, QHash<int, int>> colors; // palette numbers by role and state
     QSize imageSize {24, 24};
     double space = 4;
@@ -100,6 +108,18 @@ void ZkButton::Private::paintBackground(QPainter &painter, const QRectF &area, i
     painter.drawRoundedRect(area.adjusted(inset, inset, -inset, -inset), radius, radius);
 }
 
+// A small image stands in the middle of its place: made larger its lines would be thicker than others.
+void ZkButton::Private::paintImage(QPainter &painter, const QRect &place, int state) const
+{
+    const Image image = lookOf(images, state);
+    const QSize size = image.size.boundedTo(place.size());
+    image.icon.paint(&painter,
+                     QRect(place.topLeft()
+                               + QPoint((place.width() - size.width()) / 2,
+                                        (place.height() - size.height()) / 2),
+                           size));
+}
+
 // Image and text stand in the middle together.
 void ZkButton::Private::paintContent(QPainter &painter, const ZkButton *button) const
 {
@@ -114,8 +134,9 @@ void ZkButton::Private::paintContent(QPainter &painter, const ZkButton *button) 
     if (style != TextOnly) {
         const QRect image(
             QPoint(place.left(), area.top() + (area.height() - imageSize.height()) / 2), imageSize);
-        const QRect visual = QStyle::visualRect(button->layoutDirection(), button->rect(), image);
-        lookOf(images, button->state()).paint(&painter, visual);
+        paintImage(painter,
+                   QStyle::visualRect(button->layoutDirection(), button->rect(), image),
+                   button->state());
         place.setLeft(image.right() + 1 + int(std::ceil(space)));
     }
     if (style == ImageOnly)
@@ -156,7 +177,7 @@ void ZkButton::setImage(int states, const QString &path)
 {
     for (int bit = 0; bit < flagCount; ++bit) {
         if (states & (1 << bit) && QFile::exists(path))
-            d->images.insert(1 << bit, QIcon(path));
+            d->images.insert(1 << bit, {QIcon(path), QImageReader(path).size()});
     }
     update();
 }

@@ -42,6 +42,50 @@ private slots:
         QTRY_COMPARE(m_space->editor()->getCropRects(), QList<QRect> {drawn});
     }
 
+    void takesKeysAndTheCloseButton()
+    {
+        draw({20, 30}, {120, 130});
+        draw({200, 30}, {300, 130});
+        const QRect drawn = m_space->crops->getCropRect(1);
+        QTest::keyClick(player(), Qt::Key_Right);
+        QTest::keyClick(player(), Qt::Key_Down, Qt::ShiftModifier);
+        QCOMPARE(m_space->crops->getCropRect(1), drawn.translated(1, 10));
+        QCOMPARE(m_space->undo->undoStepCount(), 4);
+        // Esc in the middle of a drag leaves what was, and no macro open.
+        QTest::mousePress(m_space->editor(), Qt::LeftButton, {}, drawn.center());
+        zk::test::drag(m_space->editor(), drawn.center() + QPoint(60, 60));
+        QTest::keyClick(player(), Qt::Key_Escape);
+        QTest::mouseRelease(m_space->editor(), Qt::LeftButton, {}, drawn.center());
+        QCOMPARE(m_space->crops->getCropRect(1), drawn.translated(1, 10));
+        QCOMPARE(noted("undo.beginMacro").size(), 3);
+        QTest::keyClick(player(), Qt::Key_Delete);
+        QCOMPARE(m_space->crops->getCropCount(), 1);
+        m_space->crops->setActiveCropId(0);
+        m_space->rectangles()->resyncAllCropRects();
+        QTest::mouseClick(
+            m_space->editor(), Qt::LeftButton, {}, m_space->editor()->closeButtonRect().center());
+        QCOMPARE(m_space->crops->getCropCount(), 0);
+    }
+
+    void keepsADragThroughAZoom()
+    {
+        draw({20, 30}, {120, 130});
+        const QRectF before = m_space->crops->getNormalizedCropRect(0);
+        const QPoint grip(70, 80);
+        QCursor::setPos(m_space->editor()->mapToGlobal(grip));
+        QTest::mousePress(m_space->editor(), Qt::LeftButton, {}, grip);
+        zk::test::drag(m_space->editor(), grip + QPoint(8, 0));
+        m_space->player->frameRect = QRectF(0, 0, 320, 180);
+        emit m_space->erasing->sigFrameZoomed();
+        QTest::qWait(20); // the highlight that is put right after a rebuild
+        QVERIFY(m_space->editor()->isDragging());
+        takeJournal();
+        QTest::mouseRelease(m_space->editor(), Qt::LeftButton, {}, grip + QPoint(8, 0));
+        QCOMPARE(noted("undo"), QStringList {"undo.endMacro"});
+        QVERIFY(m_space->undo->undo());
+        QCOMPARE(m_space->crops->getNormalizedCropRect(0), before);
+    }
+
     void renumbersAfterARemoval()
     {
         m_space->select();
@@ -107,13 +151,48 @@ private slots:
         zk::test::drag(overlay, {30, 15}, Qt::MiddleButton);
         QTest::mouseRelease(overlay, Qt::MiddleButton, {}, {30, 15});
         QCOMPARE(m_space->editor()->cursor().shape(), Qt::ArrowCursor);
-        const QStringList pan = noted("zoomer");
-        QVERIFY2(pan.size() >= 3, qPrintable(pan.join(QLatin1Char(' '))));
-        // In the background only, a drag draws nothing.
+        QCOMPARE(noted("zoomer"),
+                 lines("zoomer.beginPan\nzoomer.panBy(20,5)\nzoomer.endPan\nzoomer.endPan"));
+        // In the background only, a drag draws nothing, and the hand's moves the frame.
         m_space->erasing->setPlayerEditMode(Presenter::HandMode);
         QVERIFY(m_space->editor()->isBackgroundOnlyMode());
-        draw({20, 30}, {120, 130});
+        takeJournal();
+        QTest::mousePress(overlay, Qt::LeftButton, {}, {20, 30});
+        zk::test::drag(overlay, {120, 130});
+        QTest::mouseRelease(overlay, Qt::LeftButton, {}, {120, 130});
         QCOMPARE(m_space->crops->getCropCount(), 0);
+        QCOMPARE(noted("zoomer"), lines("zoomer.beginPan\nzoomer.panBy(100,100)\nzoomer.endPan"));
+        QTest::mousePress(overlay, Qt::RightButton, {}, {20, 30});
+        QTest::mouseRelease(overlay, Qt::RightButton, {}, {20, 30});
+        QCOMPARE(noted("zoomer"), QStringList());
+    }
+
+    void showsTheRectanglesThatTheToolLeaves_data()
+    {
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<bool>("isBackground");
+        QTest::newRow("brush") << int(Presenter::KeepMode) << true;
+        QTest::newRow("eraser") << int(Presenter::EraseMode) << true;
+        QTest::newRow("hand") << int(Presenter::HandMode) << true;
+        QTest::newRow("box") << int(Presenter::SelectRectMode) << false;
+    }
+    void showsTheRectanglesThatTheToolLeaves()
+    {
+        QFETCH(int, mode);
+        QFETCH(bool, isBackground);
+        m_space->select();
+        m_space->service->erasableFrame = m_space->erasing->currentFrame();
+        m_space->erasing->setPlayerEditMode(isBackground ? Presenter::SelectRectMode
+                                                         : Presenter::KeepMode);
+        m_space->erasing->setPlayerEditMode(Presenter::PlayerEditMode(mode));
+        QVERIFY(m_space->rectangles()->isVisible());
+        QCOMPARE(m_space->crops->isCropBackgroundOnlyMode(), isBackground);
+        QCOMPARE(m_space->editor()->isBackgroundOnlyMode(), isBackground);
+        QCOMPARE(m_space->editor()->getCropRects().size(), 3);
+        // While tracking the mode is another one, which changes nothing.
+        m_space->track(true);
+        emit m_space->erasing->sigPlayerEditModeChanged();
+        QCOMPARE(m_space->crops->isCropBackgroundOnlyMode(), isBackground);
     }
 
     void offersTracking()
@@ -205,6 +284,7 @@ private slots:
     }
 
 private:
+    ZkMediaPlayerWidget *player() { return m_space->find<ZkMediaPlayerWidget>(); }
     void drag(const QPoint &from, const QPoint &to)
     {
         QTest::mousePress(m_space->editor(), Qt::LeftButton, {}, from);

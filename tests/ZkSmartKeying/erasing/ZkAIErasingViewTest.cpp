@@ -214,6 +214,59 @@ private slots:
         QVERIFY(!create()->isEnabled());
     }
 
+    void waitsForTheTrackingThatTheHostBegins()
+    {
+        m_space->segment({5});
+        ZkAccount::instance()->logIn(QStringLiteral("somebody"));
+        connect(m_space->view,
+                &ZkAIErasingView::sigStartTask,
+                m_space->erasing,
+                &Presenter::beginTracking);
+        QStringList seen;
+        QTimer::singleShot(0, this, [this, &seen] {
+            QWidget *const dialog = QApplication::activeModalWidget();
+            if (!dialog)
+                return;
+            seen += dialog->objectName();
+            emit m_space->erasing->sigTrackingProgress(37);
+            seen += dialog->findChild<QLabel *>("barLabel")->text();
+            for (auto *button : dialog->findChildren<ZkPushButton *>()) {
+                if (button->text() == QLatin1String("Cancel"))
+                    QTest::mouseClick(button, Qt::LeftButton);
+            }
+        });
+        QTest::mouseClick(create(), Qt::LeftButton);
+        if (!ZkNetwork::IsNetworkConnect())
+            QSKIP("the machine has no network");
+        QCOMPARE(seen, (QStringList {"ZkAIErasingProressDialog", "37%"}));
+        QVERIFY(!m_space->erasing->isTrackingMode());
+        QVERIFY(create()->isEnabled());
+    }
+
+    void ignoresUnknownTools()
+    {
+        m_space->erasing->setPlayerEditMode(Presenter::KeepMode);
+        takeJournal();
+        for (const int unknown : {-1, 3, 7})
+            emit m_space->tools()->sigToolChanged(unknown);
+        QCOMPARE(m_space->erasing->playerEditMode(), Presenter::KeepMode);
+        QCOMPARE(noted("event"), QStringList());
+    }
+
+    void pointsAtTheBox()
+    {
+        m_space->tools()->hide();
+        m_space->tools()->show();
+        QVERIFY(!ZkFunctionTips::visibleTip(127));
+        QTRY_VERIFY(ZkFunctionTips::visibleTip(127));
+        const QWidget *const tip = ZkFunctionTips::visibleTip(127);
+        const QWidget *const box = tool("Magic Box");
+        QCOMPARE(tip->mapToGlobal(QPoint(0, 0)).y(),
+                 box->mapToGlobal(QPoint(0, box->height())).y());
+        m_space->tools()->hide();
+        QVERIFY(!ZkFunctionTips::visibleTip(127));
+    }
+
     void resetsEverything()
     {
         m_space->segment({5});

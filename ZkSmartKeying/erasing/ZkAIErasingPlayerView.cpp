@@ -11,6 +11,7 @@
 
 #include "datamodel/ZkSmartKeyingEditing.h"
 
+#include <QEvent>
 #include <QVBoxLayout>
 
 namespace {
@@ -40,6 +41,8 @@ ZkAIErasingPlayerView::ZkAIErasingPlayerView(ZkAIErasingPresenter *presenter, Zk
     connectPresenter();
     // Last, so that its place in front is taken after everything else has taken its own.
     m_erasingOverlay = new ZkAIErasingOverlayWidget(presenter, m_mediaPlayerWidget, this);
+    for (QWidget *const below : {static_cast<QWidget *>(m_cropOverlay->editor()), canvas()})
+        below->installEventFilter(this);
     connectBar();
 }
 
@@ -72,6 +75,20 @@ void ZkAIErasingPlayerView::connectPresenter()
             &ZkAIErasingPlayerView::followEditMode);
 }
 
+QWidget *ZkAIErasingPlayerView::canvas() const
+{
+    return m_mediaPlayerWidget->findChild<ZkDrawingWidget *>();
+}
+
+// Window managers raise the window that is pressed.
+bool ZkAIErasingPlayerView::eventFilter(QObject *watched, QEvent *event)
+{
+    const bool isPress = event->type() == QEvent::MouseButtonPress;
+    if ((isPress || event->type() == QEvent::MouseButtonRelease) && m_erasingOverlay->isVisible())
+        m_erasingOverlay->raise();
+    return ZkRoundRadiusWidgetView::eventFilter(watched, event);
+}
+
 void ZkAIErasingPlayerView::followEditMode()
 {
     const int mode = m_presenter->playerEditMode();
@@ -81,9 +98,8 @@ void ZkAIErasingPlayerView::followEditMode()
         return;
     m_cropOverlay->setVisible(true);
     // The brush's canvas is above the rectangles.
-    auto *const canvas = m_mediaPlayerWidget->findChild<ZkDrawingWidget *>();
-    if (canvas && canvas->isVisible())
-        canvas->raise();
+    if (canvas()->isVisible())
+        canvas()->raise();
     m_presenter->cropSelectorPresenter()->setCropBackgroundOnlyMode(!selects);
 }
 

@@ -23,10 +23,14 @@ public:
     ZkAIErasingCropOverlayWidget *cropOverlay() const { return m_cropOverlay; }
     ZkAIErasingOverlayWidget *erasingOverlay() const { return m_erasingOverlay; }
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     void layOut();
     void roundCorners();
     void connectPresenter();
+    QWidget *canvas() const; // of the brush
     void followEditMode();
     void connectBar();
     bool hasNodes() const;

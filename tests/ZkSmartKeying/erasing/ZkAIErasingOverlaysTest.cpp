@@ -9,6 +9,20 @@
 using Bar = ZkAIErasingOverlayWidget;
 using Presenter = ZkAIErasingPresenter;
 
+// How often a window has been brought to the front.
+class RaiseCounter : public QObject
+{
+public:
+    explicit RaiseCounter(QObject *window) { window->installEventFilter(this); }
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == QEvent::ZOrderChange;
+        return false;
+    }
+
+    int count = 0;
+};
+
 class ZkAIErasingOverlaysTest : public QObject
 {
     Q_OBJECT
@@ -218,6 +232,22 @@ private slots:
         m_space->track(false);
         QCOMPARE(m_space->bar()->type(), Bar::SaveOrDiscardWidget);
         QVERIFY(m_space->erasing->hasTracked());
+    }
+
+    void comesBackInFrontOfWhatIsPressed()
+    {
+        m_space->segment({5});
+        QTRY_VERIFY(m_space->bar()->isVisible());
+        ZkDrawingWidget *const canvas = m_space->view->findChild<ZkDrawingWidget *>();
+        for (QWidget *const below :
+             {static_cast<QWidget *>(m_space->editor()), static_cast<QWidget *>(canvas)}) {
+            m_space->tools()->setTool(below == canvas ? ZkAIErasingSettingView::SmartBrushTool
+                                                      : ZkAIErasingSettingView::MagicBoxTool);
+            QTRY_VERIFY(below->isVisible());
+            RaiseCounter raises(m_space->bar());
+            QTest::mouseClick(below, Qt::LeftButton, {}, {9, 9});
+            QCOMPARE(raises.count, 2);
+        }
     }
 
     void endsTracking_data()

@@ -41,8 +41,11 @@ ZkAIErasingPlayerView::ZkAIErasingPlayerView(ZkAIErasingPresenter *presenter, Zk
     connectPresenter();
     // Last, so that its place in front is taken after everything else has taken its own.
     m_erasingOverlay = new ZkAIErasingOverlayWidget(presenter, m_mediaPlayerWidget, this);
-    for (QWidget *const below : {static_cast<QWidget *>(m_cropOverlay->editor()), canvas()})
-        below->installEventFilter(this);
+    for (QWidget *const over : {static_cast<QWidget *>(m_cropOverlay),
+                                static_cast<QWidget *>(m_cropOverlay->editor()),
+                                canvas(),
+                                static_cast<QWidget *>(m_erasingOverlay)})
+        over->installEventFilter(this);
     connectBar();
 }
 
@@ -80,13 +83,24 @@ QWidget *ZkAIErasingPlayerView::canvas() const
     return m_mediaPlayerWidget->findChild<ZkDrawingWidget *>();
 }
 
-// Window managers raise the window that is pressed.
+// Window managers raise the window that is pressed, and one that is shown comes to the front.
 bool ZkAIErasingPlayerView::eventFilter(QObject *watched, QEvent *event)
 {
-    const bool isPress = event->type() == QEvent::MouseButtonPress;
-    if ((isPress || event->type() == QEvent::MouseButtonRelease) && m_erasingOverlay->isVisible())
-        m_erasingOverlay->raise();
+    const QEvent::Type type = event->type();
+    if (type == QEvent::Show)
+        QMetaObject::invokeMethod(this, &ZkAIErasingPlayerView::restack, Qt::QueuedConnection);
+    else if (type == QEvent::MouseButtonPress || type == QEvent::MouseButtonRelease)
+        restack();
     return ZkRoundRadiusWidgetView::eventFilter(watched, event);
+}
+
+// The rectangles are below both.
+void ZkAIErasingPlayerView::restack()
+{
+    for (QWidget *const over : {canvas(), static_cast<QWidget *>(m_erasingOverlay)}) {
+        if (over && over->isVisible())
+            over->raise();
+    }
 }
 
 void ZkAIErasingPlayerView::followEditMode()
@@ -97,9 +111,7 @@ void ZkAIErasingPlayerView::followEditMode()
         && !selects)
         return;
     m_cropOverlay->setVisible(true);
-    // The brush's canvas is above the rectangles.
-    if (canvas()->isVisible())
-        canvas()->raise();
+    restack();
     m_presenter->cropSelectorPresenter()->setCropBackgroundOnlyMode(!selects);
 }
 

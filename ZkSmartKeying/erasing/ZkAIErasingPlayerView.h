@@ -31,6 +31,7 @@ private:
     void roundCorners();
     void connectPresenter();
     QWidget *canvas() const; // of the brush
+    void restack();
     void followEditMode();
     void connectBar();
     bool hasNodes() const;

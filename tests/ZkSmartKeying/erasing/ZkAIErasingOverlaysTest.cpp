@@ -234,7 +234,7 @@ private slots:
         QVERIFY(m_space->erasing->hasTracked());
     }
 
-    void comesBackInFrontOfWhatIsPressed()
+    void staysInFrontOfTheOthers()
     {
         m_space->segment({5});
         QTRY_VERIFY(m_space->bar()->isVisible());
@@ -244,10 +244,16 @@ private slots:
             m_space->tools()->setTool(below == canvas ? ZkAIErasingSettingView::SmartBrushTool
                                                       : ZkAIErasingSettingView::MagicBoxTool);
             QTRY_VERIFY(below->isVisible());
+            QCoreApplication::processEvents();
             RaiseCounter raises(m_space->bar());
             QTest::mouseClick(below, Qt::LeftButton, {}, {9, 9});
             QCOMPARE(raises.count, 2);
         }
+        m_space->view->hide();
+        RaiseCounter raises(m_space->bar());
+        m_space->view->show();
+        QTRY_VERIFY(canvas->isVisible() && m_space->bar()->isVisible());
+        QTRY_VERIFY(raises.count > 0);
     }
 
     void endsTracking_data()

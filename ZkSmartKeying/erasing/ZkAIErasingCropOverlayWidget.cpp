@@ -52,6 +52,7 @@ ZkAIErasingCropOverlayWidget::ZkAIErasingCropOverlayWidget(ZkAIErasingPresenter 
     // This window takes no focus, so the keys are the player's.
     playerWidget->setFocusPolicy(Qt::StrongFocus);
     m_editor->setKeySource(playerWidget);
+    m_editor->installEventFilter(this);
     applyStyle();
     connectSignals();
     using Helper = ZkPlayerWidgetEventHelper;
@@ -297,6 +298,18 @@ bool ZkAIErasingCropOverlayWidget::event(QEvent *event)
     if (player())
         player()->vblPlayerWidget()->dealGestureEvent(event);
     return true;
+}
+
+// What the editor takes for itself the player sees first; the rest comes to the handlers below.
+bool ZkAIErasingCropOverlayWidget::eventFilter(QObject *watched, QEvent *event)
+{
+    const QEvent::Type type = event->type();
+    const bool isClick = type == QEvent::MouseButtonPress || type == QEvent::MouseButtonRelease
+        || type == QEvent::MouseButtonDblClick;
+    if (watched == m_editor && isClick && m_editor->isEnabled() && !m_editor->isBackgroundOnlyMode()
+        && static_cast<QMouseEvent *>(event)->button() == Qt::LeftButton)
+        sendToPlayer(event);
+    return ZkPlayerOverlayWidget::eventFilter(watched, event);
 }
 
 void ZkAIErasingCropOverlayWidget::enterEvent(QEvent *event)

@@ -154,6 +154,13 @@ private slots:
         QCOMPARE(m_space->editor()->hoveredCrop(), -1);
     }
 
+    void letsThePlayerSeeWhatTheEditorTakes()
+    {
+        takeJournal();
+        draw({20, 30}, {120, 130});
+        QCOMPARE(noted("zoomer"), QStringList {"zoomer.endPan"}); // as after every release
+    }
+
     void leavesTheRestToThePlayer()
     {
         ZkAIErasingCropOverlayWidget *const overlay = m_space->rectangles();

@@ -280,18 +280,22 @@ private slots:
     void waitsForTracking_data()
     {
         QTest::addColumn<bool>("cancels");
-        QTest::newRow("to its end") << false;
-        QTest::newRow("until it is cancelled") << true;
+        QTest::addColumn<int>("ms");
+        QTest::newRow("to its end") << false << 20;
+        QTest::newRow("until it is cancelled") << true << 0;
+        QTest::newRow("cancelled after a second") << true << 1050;
     }
     void waitsForTracking()
     {
         QFETCH(bool, cancels);
+        QFETCH(int, ms);
         m_space->segment({5});
         ZkAIErasingProressDialog dialog(m_space->erasing, m_space->view);
         m_space->track(false); // of an earlier run
         dialog.show();
         m_space->track(true);
         QVERIFY(dialog.isVisible());
+        QTest::qWait(ms);
         takeJournal();
         if (cancels)
             QTest::keyClick(&dialog, Qt::Key_Escape);
@@ -300,8 +304,9 @@ private slots:
         QVERIFY(!dialog.isVisible());
         QCOMPARE(dialog.result(), int(cancels ? QDialog::Rejected : QDialog::Accepted));
         QVERIFY(!m_space->erasing->isTrackingMode());
-        QCOMPARE(noted("event").join(QString()).contains("result=cancel mask_num=1 duration=0"),
-                 cancels);
+        QVERIFY(m_space->erasing->trackingDuration() >= ms);
+        const QString event = QStringLiteral("result=cancel mask_num=1 duration=%1").arg(ms / 1000);
+        QCOMPARE(noted("event").join(QString()).contains(event), cancels);
     }
 
 private:

@@ -41,6 +41,7 @@ public:
         , m_network(options.network)
         , m_box(scaled(box, picture.size(), m_features.size()))
         , m_inside(filled(m_features.size(), m_box))
+        , m_distance(distanceFromCentre())
     { }
 
     // 0 or 255, at working size.
@@ -53,16 +54,20 @@ public:
     bool hasSurroundings() const { return m_box.area() < m_inside.size().area(); }
 
 private:
+    cv::Mat distanceFromCentre() const;
     void guess();
     cv::Mat standingOut() const;
     cv::Mat appearance();
     void learnFrom(const cv::Mat &matte);
+    cv::Mat cut(cv::Mat logits) const;
 
     const BoxSegmenterOptions &m_options;
     const FrameFeatures m_features;
     PixelNetwork m_network;
     const cv::Rect m_box;
     const cv::Mat m_inside;
+    // From the centre of the box, squared; 1 on the ellipse that fits into it.
+    const cv::Mat m_distance;
     cv::Mat m_object; // what is learnt from
     cv::Mat m_background;
 };
@@ -82,6 +87,19 @@ float quantile(const cv::Mat &values, const cv::Mat &mask, double share)
     return *nth;
 }
 
+cv::Mat BoxTask::distanceFromCentre() const
+{
+    cv::Mat distance(m_features.size(), CV_32F);
+    for (int y = 0; y < distance.rows; ++y) {
+        for (int x = 0; x < distance.cols; ++x) {
+            const double dx = 2 * (x + 0.5 - m_box.x) / m_box.width - 1;
+            const double dy = 2 * (y + 0.5 - m_box.y) / m_box.height - 1;
+            distance.at<float>(y, x) = float(dx * dx + dy * dy);
+        }
+    }
+    return distance;
+}
+
 // How much a pixel differs from what surrounds the box: how far the way out is, across edges, and how
 // rare its colour is out there. Objects seldom reach the corners of the box that fits them.
 cv::Mat BoxTask::standingOut() const
@@ -92,13 +110,7 @@ cv::Mat BoxTask::standingOut() const
     color.learn(m_features.lab, m_inside, outside);
     cv::Mat score = color.logits(m_features.lab) * m_options.rarity;
     score += far * (1.0 / std::max(1e-3f, quantile(far, m_inside, 0.9)));
-    for (int y = 0; y < score.rows; ++y) {
-        for (int x = 0; x < score.cols; ++x) {
-            const double dx = (x + 0.5 - m_box.x) / m_box.width - 0.5;
-            const double dy = (y + 0.5 - m_box.y) / m_box.height - 0.5;
-            score.at<float>(y, x) -= float(m_options.centre * 2 * (dx * dx + dy * dy));
-        }
-    }
+    score -= m_distance * m_options.centre;
     return score;
 }
 
@@ -131,17 +143,24 @@ void BoxTask::learnFrom(const cv::Mat &matte)
     m_background = ~m_inside | (m_inside & ~grownMask(matte, m_options.gap));
 }
 
+cv::Mat BoxTask::cut(cv::Mat logits) const
+{
+    logits.setTo(-certainLogit, ~m_inside);
+    return cutGraph(logits, m_features.lab, m_options.cut);
+}
+
 cv::Mat BoxTask::solve()
 {
     guess();
-    cv::Mat matte;
-    for (int pass = 0; pass < m_options.passes; ++pass) {
-        cv::Mat logits = appearance();
-        logits.setTo(-certainLogit, ~m_inside);
-        matte = cutGraph(logits, m_features.lab, m_options.cut);
-        if (cv::countNonZero(matte) == 0)
-            break;
-        learnFrom(matte);
+    cv::Mat logits = appearance();
+    // Something must stand out by itself; only then its place in the box counts.
+    cv::Mat matte = cut(logits);
+    for (int pass = 0; pass < m_options.passes && share(matte) >= m_options.leastShare; ++pass) {
+        if (pass > 0) {
+            learnFrom(matte);
+            logits = appearance();
+        }
+        matte = cut(logits + m_options.middle * (1 - m_distance));
     }
     return matte;
 }

@@ -33,8 +33,13 @@ struct BoxSegmenterOptions
     double objectGuess = 0.25;
     double backgroundGuess = 0.2;
     double rarity = 0.4; // what a colour's rarity counts beside the length of the way out
-    double centre = 1.0; // and the distance from the centre of the box
-    int passes = 3; // rounds of learning from what the round before found
+    double centre = 0.5; // and the distance from the centre of the box, squared
+    // The logit of the centre of the box; it falls with the square of the distance to 0 on the ellipse that
+    // fits into the box, and below further out. It brings parts of an object that look like what surrounds
+    // it, at the cost of some background between its limbs: when something is erased, too much is better
+    // than too little.
+    double middle = 1.75;
+    int passes = 4; // rounds of learning from what the round before found
     int epochs = 4; // in each of them
     int samples = 1200; // of either side, at most
     int gap = 2; // pixels of the working copy around the found object that nobody learns from

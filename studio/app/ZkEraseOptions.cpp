@@ -61,8 +61,9 @@ ExitCode EraseOptions::check(QString *message)
     *message = QStringLiteral("say where the result goes, with one -o OUT");
     if (outputs.size() != 1)
         return ExitCode::Usage;
-    *message = QStringLiteral("--truth compares what was erased, leave --preview out");
-    if (isPreview && !truthFolder.isEmpty())
+    *message =
+        QStringLiteral("--truth and --contact-sheet look at what was erased, leave --preview out");
+    if (isPreview && !(truthFolder.isEmpty() && contactSheet.isEmpty()))
         return ExitCode::Usage;
     erasing::EraseOutput result;
     if (!resultFor(1, &result, message) || !refuseInputAsOutput(output(), message))

@@ -156,6 +156,9 @@ private Q_SLOTS:
             << sample << "--boxes @boxes.json -o @sample.mkv" << ExitCode::Usage << "overwrite";
         QTest::newRow("folder") << sample << "--boxes @boxes.json -o @sample.mkv/out.mkv"
                                 << ExitCode::BadOutput << "sample.mkv";
+        QTest::newRow("sheet of a preview")
+            << sample << good + " --preview --contact-sheet @out/s.png" << ExitCode::Usage
+            << "leave --preview out";
         QTest::newRow("truth") << sample << good + " --truth @out" << ExitCode::BadInput
                                << "frame 0";
     }

@@ -1,4 +1,7 @@
 #include "ZkCore.h"
+#include "ZkServiceState.h"
+
+#include <utility>
 
 // Asked of the system directly: Qt Network would be a library more for one question.
 #ifdef Q_OS_WIN
@@ -63,7 +66,22 @@ bool hasConnectedInterface()
 
 } // namespace
 
+namespace {
+
+std::function<bool()> &serviceState()
+{
+    static std::function<bool()> isReachable;
+    return isReachable;
+}
+
+} // namespace
+
+void zk::core::setServiceState(std::function<bool()> isReachable)
+{
+    serviceState() = std::move(isReachable);
+}
+
 bool ZkNetwork::IsNetworkConnect()
 {
-    return hasConnectedInterface();
+    return serviceState() ? serviceState()() : hasConnectedInterface();
 }

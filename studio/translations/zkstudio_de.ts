@@ -678,6 +678,239 @@
         <source>Show the cutout</source>
         <translation>Freistellung anzeigen</translation>
     </message>
+    <message>
+        <source>Objects are selected to be erased.</source>
+        <translation>Es sind Objekte zum Löschen ausgewählt.</translation>
+    </message>
+    <message>
+        <source>Nothing is selected to be erased.</source>
+        <translation>Es ist nichts zum Löschen ausgewählt.</translation>
+    </message>
+    <message>
+        <source>AI Erase</source>
+        <translation>KI-Löschen</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::CompareView</name>
+    <message>
+        <source>Before and after</source>
+        <translation>Vorher und nachher</translation>
+    </message>
+    <message>
+        <source>Before</source>
+        <translation>Vorher</translation>
+    </message>
+    <message>
+        <source>After</source>
+        <translation>Nachher</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::EraseTasks</name>
+    <message>
+        <source>Preparing</source>
+        <translation>Vorbereiten</translation>
+    </message>
+    <message>
+        <source>Waiting</source>
+        <translation>Wartet</translation>
+    </message>
+    <message>
+        <source>Checking</source>
+        <translation>Prüfen</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Fertig</translation>
+    </message>
+    <message>
+        <source>Failed</source>
+        <translation>Fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>The clip was removed from the project. Undo that, or discard the result.</source>
+        <translation>Der Clip wurde aus dem Projekt entfernt. Machen Sie das rückgängig, oder verwerfen Sie das Ergebnis.</translation>
+    </message>
+    <message>
+        <source>%1 is no longer there; erase again.</source>
+        <translation>%1 ist nicht mehr da; löschen Sie noch einmal.</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::ErasingBar</name>
+    <message>
+        <source>Close AI Erase</source>
+        <translation>KI-Löschen schließen</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n saved selection(s)</source>
+        <translation>
+            <numerusform>%n gespeicherte Auswahl</numerusform>
+            <numerusform>%n gespeicherte Auswahlen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Erase</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Erase what the saved selections mark</source>
+        <translation>Löschen, was die gespeicherten Auswahlen markieren</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation>Verwerfen</translation>
+    </message>
+    <message>
+        <source>Give up the saved selections</source>
+        <translation>Die gespeicherten Auswahlen aufgeben</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::ErasingDesk</name>
+    <message numerus="yes">
+        <source>Give up %n erasing(s)?</source>
+        <translation>
+            <numerusform>%n Löschvorgang aufgeben?</numerusform>
+            <numerusform>%n Löschvorgänge aufgeben?</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Erasings that are under way are cancelled, and results that were not saved are removed. What is selected stays in the project.</source>
+        <translation>Laufende Löschvorgänge werden abgebrochen und nicht gespeicherte Ergebnisse entfernt. Was ausgewählt ist, bleibt im Projekt.</translation>
+    </message>
+    <message>
+        <source>Give Up</source>
+        <translation>Aufgeben</translation>
+    </message>
+    <message>
+        <source>Log &amp;Out %1</source>
+        <translation>%1 &amp;abmelden</translation>
+    </message>
+    <message>
+        <source>&amp;Log In...</source>
+        <translation>An&amp;melden...</translation>
+    </message>
+    <message>
+        <source>Logged in as %1</source>
+        <translation>Angemeldet als %1</translation>
+    </message>
+    <message>
+        <source>Logged out</source>
+        <translation>Abgemeldet</translation>
+    </message>
+    <message>
+        <source>The clip shows the result. Undo brings the original back.</source>
+        <translation>Der Clip zeigt das Ergebnis. „Rückgängig“ holt das Original zurück.</translation>
+    </message>
+    <message>
+        <source>Nothing was erased from %1</source>
+        <translation>Aus %1 wurde nichts gelöscht</translation>
+    </message>
+    <message>
+        <source>Select Again</source>
+        <translation>Neu auswählen</translation>
+    </message>
+    <message>
+        <source>Try Again</source>
+        <translation>Noch einmal versuchen</translation>
+    </message>
+    <message>
+        <source>%1 is done. Look at the result before you save it.</source>
+        <translation>%1 ist fertig. Sehen Sie sich das Ergebnis an, bevor Sie es speichern.</translation>
+    </message>
+    <message>
+        <source>Nothing was erased from %1: %2</source>
+        <translation>Aus %1 wurde nichts gelöscht: %2</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::ErasingPage</name>
+    <message>
+        <source>AI Erase</source>
+        <translation>KI-Löschen</translation>
+    </message>
+    <message>
+        <source>Erasing is not available now.</source>
+        <translation>Das Löschen ist zurzeit nicht verfügbar.</translation>
+    </message>
+    <message>
+        <source>The service that erases cannot be reached. Check the connection or the installation, and try again. Your selection is kept.</source>
+        <translation>Der Dienst, der löscht, ist nicht erreichbar. Prüfen Sie die Verbindung oder die Installation, und versuchen Sie es noch einmal. Ihre Auswahl bleibt erhalten.</translation>
+    </message>
+    <message>
+        <source>The objects could not be followed through the whole clip.</source>
+        <translation>Die Objekte konnten nicht durch den ganzen Clip verfolgt werden.</translation>
+    </message>
+    <message>
+        <source>Go to the frame where the preview ends, select them there once more, and press Create again.</source>
+        <translation>Gehen Sie zu dem Bild, bei dem die Vorschau endet, wählen Sie sie dort noch einmal aus, und drücken Sie wieder „Erstellen“.</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <source>Pan</source>
+        <translation>Ansicht verschieben</translation>
+    </message>
+    <message>
+        <source>Fit the frame</source>
+        <translation>Bild einpassen</translation>
+    </message>
+    <message>
+        <source>Play or pause</source>
+        <translation>Wiedergabe oder Pause</translation>
+    </message>
+    <message>
+        <source>Stop and return</source>
+        <translation>Stoppen und zurückspringen</translation>
+    </message>
+    <message>
+        <source>Remove the active box</source>
+        <translation>Den aktiven Rahmen entfernen</translation>
+    </message>
+    <message>
+        <source>Nothing can be erased from “%1”.</source>
+        <translation>Aus „%1“ kann nichts gelöscht werden.</translation>
+    </message>
+    <message>
+        <source>The file has no picture that can be read. It may have been moved, or is damaged.</source>
+        <translation>Die Datei enthält kein lesbares Bild. Vielleicht wurde sie verschoben oder ist beschädigt.</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation>Verwerfen</translation>
+    </message>
+    <message>
+        <source>Keep Editing</source>
+        <translation>Weiter bearbeiten</translation>
+    </message>
+    <message>
+        <source>Keep the Selection</source>
+        <translation>Auswahl behalten</translation>
+    </message>
+    <message>
+        <source>Keep what is selected?</source>
+        <translation>Die Auswahl behalten?</translation>
+    </message>
+    <message>
+        <source>A selection that is kept is there when AI Erase is opened on this clip again. Nothing has been erased yet.</source>
+        <translation>Eine Auswahl, die behalten wird, ist wieder da, wenn KI-Löschen auf diesem Clip erneut geöffnet wird. Noch ist nichts gelöscht.</translation>
+    </message>
+    <message>
+        <source>Select objects to erase</source>
+        <translation>Zu löschende Objekte auswählen</translation>
+    </message>
 </context>
 <context>
     <name>zk::app::ExportDialog</name>
@@ -889,6 +1122,25 @@
     </message>
 </context>
 <context>
+    <name>zk::app::LoginDialog</name>
+    <message>
+        <source>Log In</source>
+        <translation>Anmelden</translation>
+    </message>
+    <message>
+        <source>Erasing objects needs an account. It is kept on this computer and has no password.</source>
+        <translation>Zum Löschen von Objekten ist ein Konto nötig. Es bleibt auf diesem Computer und hat kein Passwort.</translation>
+    </message>
+    <message>
+        <source>Your name</source>
+        <translation>Ihr Name</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
     <name>zk::app::MainWindow</name>
     <message>
         <source>Presets: %1</source>
@@ -971,6 +1223,13 @@
     <message>
         <source>Picture, %1</source>
         <translation>Bild, %1</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::PageQuestions</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
     </message>
 </context>
 <context>
@@ -1104,8 +1363,8 @@
         <translation>Wiederhergestellt. Speichern Sie das Projekt, um es zu behalten.</translation>
     </message>
     <message>
-        <source>Smart Cutout has unfinished work on %1.</source>
-        <translation>Beim intelligenten Freistellen gibt es unfertige Arbeit an %1.</translation>
+        <source>There is unfinished work on %1.</source>
+        <translation>Es gibt nicht abgeschlossene Arbeit an %1.</translation>
     </message>
 </context>
 <context>
@@ -1238,6 +1497,61 @@
     </message>
 </context>
 <context>
+    <name>zk::app::ResultDialog</name>
+    <message>
+        <source>Discard</source>
+        <translation>Verwerfen</translation>
+    </message>
+    <message>
+        <source>Decide Later</source>
+        <translation>Später entscheiden</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Speichern</translation>
+    </message>
+    <message>
+        <source>Erased from %1</source>
+        <translation>Aus %1 gelöscht</translation>
+    </message>
+    <message>
+        <source>Play or pause</source>
+        <translation>Wiedergabe oder Pause</translation>
+    </message>
+    <message>
+        <source>Frame</source>
+        <translation>Bild</translation>
+    </message>
+    <message>
+        <source>Drag the divider, or hold the space bar to see the original.</source>
+        <translation>Ziehen Sie die Trennlinie, oder halten Sie die Leertaste, um das Original zu sehen.</translation>
+    </message>
+    <message>
+        <source>The clip shows the result from now on; Undo brings the original back</source>
+        <translation>Der Clip zeigt von nun an das Ergebnis; „Rückgängig“ holt das Original zurück</translation>
+    </message>
+    <message>
+        <source>The original can no longer be read.</source>
+        <translation>Das Original lässt sich nicht mehr lesen.</translation>
+    </message>
+    <message>
+        <source>The result can no longer be read.</source>
+        <translation>Das Ergebnis lässt sich nicht mehr lesen.</translation>
+    </message>
+    <message>
+        <source>The clip was changed meanwhile. Show this result all the same?</source>
+        <translation>Der Clip wurde inzwischen geändert. Dieses Ergebnis trotzdem zeigen?</translation>
+    </message>
+    <message>
+        <source>It was made of another file than the clip shows now, so that what was saved since then is not in it. Undo brings it back.</source>
+        <translation>Es wurde aus einer anderen Datei gemacht, als der Clip jetzt zeigt; was seither gespeichert wurde, ist nicht darin. „Rückgängig“ holt es zurück.</translation>
+    </message>
+    <message>
+        <source>The result cannot be saved.</source>
+        <translation>Das Ergebnis kann nicht gespeichert werden.</translation>
+    </message>
+</context>
+<context>
     <name>zk::app::SettingsDialog</name>
     <message>
         <source>Note which functions I use, in a file on this computer</source>
@@ -1301,6 +1615,48 @@
     <message>
         <source>Cuts objects out of videos: paint over what to keep, let it be tracked, give it a look, and export it with transparency.</source>
         <translation>Stellt Objekte in Videos frei: Übermalen Sie, was bleiben soll, lassen Sie es verfolgen, geben Sie ihm einen Look und exportieren Sie es mit Transparenz.</translation>
+    </message>
+    <message>
+        <source>AI Erase</source>
+        <translation>KI-Löschen</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::TaskCard</name>
+    <message>
+        <source>%1: %2%</source>
+        <translation>%1: %2 %</translation>
+    </message>
+    <message>
+        <source>Erasing from %1</source>
+        <translation>Löschen aus %1</translation>
+    </message>
+    <message>
+        <source>Why?</source>
+        <translation>Warum?</translation>
+    </message>
+    <message>
+        <source>Show Result</source>
+        <translation>Ergebnis zeigen</translation>
+    </message>
+    <message>
+        <source>Close the workspace first</source>
+        <translation>Schließen Sie zuerst den Arbeitsbereich</translation>
+    </message>
+    <message>
+        <source>Take off the list</source>
+        <translation>Aus der Liste nehmen</translation>
+    </message>
+    <message>
+        <source>Cancel Erasing</source>
+        <translation>Löschen abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::TaskStrip</name>
+    <message>
+        <source>Erasing</source>
+        <translation>Löschen</translation>
     </message>
 </context>
 <context>
@@ -1474,6 +1830,10 @@
     <message>
         <source>&amp;About ZkStudio</source>
         <translation>Ü&amp;ber ZkStudio</translation>
+    </message>
+    <message>
+        <source>AI &amp;Erase</source>
+        <translation>KI-&amp;Löschen</translation>
     </message>
 </context>
 <context>
@@ -1683,10 +2043,6 @@
     <message>
         <source>The clip is as it was. What you have done here is kept; try again, or paint the frames anew that look wrong.</source>
         <translation>Der Clip ist unverändert. Ihre Arbeit hier bleibt erhalten; versuchen Sie es erneut oder malen Sie die Bilder neu, die falsch aussehen.</translation>
-    </message>
-    <message>
-        <source>OK</source>
-        <translation>OK</translation>
     </message>
 </context>
 <context>

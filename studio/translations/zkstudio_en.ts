@@ -29,6 +29,26 @@
     </message>
 </context>
 <context>
+    <name>zk::app::ErasingBar</name>
+    <message numerus="yes">
+        <source>%n saved selection(s)</source>
+        <translation>
+            <numerusform>%n saved selection</numerusform>
+            <numerusform>%n saved selections</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::ErasingDesk</name>
+    <message numerus="yes">
+        <source>Give up %n erasing(s)?</source>
+        <translation>
+            <numerusform>Give up %n erasing?</numerusform>
+            <numerusform>Give up %n erasings?</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>zk::app::ExportDialog</name>
     <message numerus="yes">
         <source>%n clip(s) exported.</source>

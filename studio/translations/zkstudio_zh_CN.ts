@@ -675,6 +675,237 @@
         <source>Show the cutout</source>
         <translation>显示抠像</translation>
     </message>
+    <message>
+        <source>Objects are selected to be erased.</source>
+        <translation>已选择要抹除的对象。</translation>
+    </message>
+    <message>
+        <source>Nothing is selected to be erased.</source>
+        <translation>尚未选择要抹除的对象。</translation>
+    </message>
+    <message>
+        <source>AI Erase</source>
+        <translation>AI 抹除</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::CompareView</name>
+    <message>
+        <source>Before and after</source>
+        <translation>前后对比</translation>
+    </message>
+    <message>
+        <source>Before</source>
+        <translation>之前</translation>
+    </message>
+    <message>
+        <source>After</source>
+        <translation>之后</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::EraseTasks</name>
+    <message>
+        <source>Preparing</source>
+        <translation>正在准备</translation>
+    </message>
+    <message>
+        <source>Waiting</source>
+        <translation>正在等待</translation>
+    </message>
+    <message>
+        <source>Checking</source>
+        <translation>正在检查</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>已完成</translation>
+    </message>
+    <message>
+        <source>Failed</source>
+        <translation>失败</translation>
+    </message>
+    <message>
+        <source>The clip was removed from the project. Undo that, or discard the result.</source>
+        <translation>该片段已从项目中移除。请撤销移除，或放弃该结果。</translation>
+    </message>
+    <message>
+        <source>%1 is no longer there; erase again.</source>
+        <translation>%1 已不存在；请重新抹除。</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::ErasingBar</name>
+    <message>
+        <source>Close AI Erase</source>
+        <translation>关闭 AI 抹除</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n saved selection(s)</source>
+        <translation>
+            <numerusform>%n 个已保存的选区</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Erase</source>
+        <translation>抹除</translation>
+    </message>
+    <message>
+        <source>Erase what the saved selections mark</source>
+        <translation>抹除已保存选区所标记的内容</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation>放弃</translation>
+    </message>
+    <message>
+        <source>Give up the saved selections</source>
+        <translation>放弃已保存的选区</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::ErasingDesk</name>
+    <message numerus="yes">
+        <source>Give up %n erasing(s)?</source>
+        <translation>
+            <numerusform>放弃 %n 个抹除任务？</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Erasings that are under way are cancelled, and results that were not saved are removed. What is selected stays in the project.</source>
+        <translation>正在进行的抹除将被取消，未保存的结果将被删除。选中的内容仍保留在项目中。</translation>
+    </message>
+    <message>
+        <source>Give Up</source>
+        <translation>放弃</translation>
+    </message>
+    <message>
+        <source>Log &amp;Out %1</source>
+        <translation>退出登录 %1(&amp;O)</translation>
+    </message>
+    <message>
+        <source>&amp;Log In...</source>
+        <translation>登录(&amp;L)...</translation>
+    </message>
+    <message>
+        <source>Logged in as %1</source>
+        <translation>已登录为 %1</translation>
+    </message>
+    <message>
+        <source>Logged out</source>
+        <translation>已退出登录</translation>
+    </message>
+    <message>
+        <source>The clip shows the result. Undo brings the original back.</source>
+        <translation>片段现在显示结果。撤销可恢复原始内容。</translation>
+    </message>
+    <message>
+        <source>Nothing was erased from %1</source>
+        <translation>未能从 %1 中抹除任何内容</translation>
+    </message>
+    <message>
+        <source>Select Again</source>
+        <translation>重新选择</translation>
+    </message>
+    <message>
+        <source>Try Again</source>
+        <translation>重试</translation>
+    </message>
+    <message>
+        <source>%1 is done. Look at the result before you save it.</source>
+        <translation>%1 已完成。请在保存前查看结果。</translation>
+    </message>
+    <message>
+        <source>Nothing was erased from %1: %2</source>
+        <translation>未能从 %1 中抹除任何内容：%2</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::ErasingPage</name>
+    <message>
+        <source>AI Erase</source>
+        <translation>AI 抹除</translation>
+    </message>
+    <message>
+        <source>Erasing is not available now.</source>
+        <translation>抹除功能当前不可用。</translation>
+    </message>
+    <message>
+        <source>The service that erases cannot be reached. Check the connection or the installation, and try again. Your selection is kept.</source>
+        <translation>无法连接抹除服务。请检查网络连接或安装，然后重试。您的选区会保留。</translation>
+    </message>
+    <message>
+        <source>The objects could not be followed through the whole clip.</source>
+        <translation>无法在整个片段中跟踪这些对象。</translation>
+    </message>
+    <message>
+        <source>Go to the frame where the preview ends, select them there once more, and press Create again.</source>
+        <translation>请转到预览结束的那一帧，在那里再次选择对象，然后再次点击“创建”。</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>撤销</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>重做</translation>
+    </message>
+    <message>
+        <source>Pan</source>
+        <translation>平移</translation>
+    </message>
+    <message>
+        <source>Fit the frame</source>
+        <translation>画面适合窗口</translation>
+    </message>
+    <message>
+        <source>Play or pause</source>
+        <translation>播放或暂停</translation>
+    </message>
+    <message>
+        <source>Stop and return</source>
+        <translation>停止并返回</translation>
+    </message>
+    <message>
+        <source>Remove the active box</source>
+        <translation>移除当前选框</translation>
+    </message>
+    <message>
+        <source>Nothing can be erased from “%1”.</source>
+        <translation>无法从“%1”中抹除内容。</translation>
+    </message>
+    <message>
+        <source>The file has no picture that can be read. It may have been moved, or is damaged.</source>
+        <translation>文件中没有可读取的画面。文件可能已被移动或已损坏。</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation>放弃</translation>
+    </message>
+    <message>
+        <source>Keep Editing</source>
+        <translation>继续编辑</translation>
+    </message>
+    <message>
+        <source>Keep the Selection</source>
+        <translation>保留选区</translation>
+    </message>
+    <message>
+        <source>Keep what is selected?</source>
+        <translation>保留所选内容？</translation>
+    </message>
+    <message>
+        <source>A selection that is kept is there when AI Erase is opened on this clip again. Nothing has been erased yet.</source>
+        <translation>保留的选区会在再次对该片段打开 AI 抹除时恢复。目前尚未抹除任何内容。</translation>
+    </message>
+    <message>
+        <source>Select objects to erase</source>
+        <translation>选择要抹除的对象</translation>
+    </message>
 </context>
 <context>
     <name>zk::app::ExportDialog</name>
@@ -883,6 +1114,25 @@
     </message>
 </context>
 <context>
+    <name>zk::app::LoginDialog</name>
+    <message>
+        <source>Log In</source>
+        <translation>登录</translation>
+    </message>
+    <message>
+        <source>Erasing objects needs an account. It is kept on this computer and has no password.</source>
+        <translation>抹除对象需要账户。账户保存在本机，无需密码。</translation>
+    </message>
+    <message>
+        <source>Your name</source>
+        <translation>您的名字</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+</context>
+<context>
     <name>zk::app::MainWindow</name>
     <message>
         <source>Presets: %1</source>
@@ -965,6 +1215,13 @@
     <message>
         <source>Picture, %1</source>
         <translation>图像，%1</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::PageQuestions</name>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
     </message>
 </context>
 <context>
@@ -1098,8 +1355,8 @@
         <translation>已恢复。请保存项目以保留内容。</translation>
     </message>
     <message>
-        <source>Smart Cutout has unfinished work on %1.</source>
-        <translation>智能抠像中有未完成的工作：%1。</translation>
+        <source>There is unfinished work on %1.</source>
+        <translation>%1 上有未完成的工作。</translation>
     </message>
 </context>
 <context>
@@ -1230,6 +1487,61 @@
     </message>
 </context>
 <context>
+    <name>zk::app::ResultDialog</name>
+    <message>
+        <source>Discard</source>
+        <translation>放弃</translation>
+    </message>
+    <message>
+        <source>Decide Later</source>
+        <translation>稍后决定</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Erased from %1</source>
+        <translation>已从 %1 抹除</translation>
+    </message>
+    <message>
+        <source>Play or pause</source>
+        <translation>播放或暂停</translation>
+    </message>
+    <message>
+        <source>Frame</source>
+        <translation>帧</translation>
+    </message>
+    <message>
+        <source>Drag the divider, or hold the space bar to see the original.</source>
+        <translation>拖动分隔线，或按住空格键查看原始画面。</translation>
+    </message>
+    <message>
+        <source>The clip shows the result from now on; Undo brings the original back</source>
+        <translation>片段从此显示结果；撤销可恢复原始内容</translation>
+    </message>
+    <message>
+        <source>The original can no longer be read.</source>
+        <translation>无法再读取原始文件。</translation>
+    </message>
+    <message>
+        <source>The result can no longer be read.</source>
+        <translation>无法再读取结果文件。</translation>
+    </message>
+    <message>
+        <source>The clip was changed meanwhile. Show this result all the same?</source>
+        <translation>片段在此期间已更改。仍要显示此结果吗？</translation>
+    </message>
+    <message>
+        <source>It was made of another file than the clip shows now, so that what was saved since then is not in it. Undo brings it back.</source>
+        <translation>该结果所用的文件与片段当前显示的文件不同，因此不包含此后保存的更改。撤销可将其恢复。</translation>
+    </message>
+    <message>
+        <source>The result cannot be saved.</source>
+        <translation>无法保存结果。</translation>
+    </message>
+</context>
+<context>
     <name>zk::app::SettingsDialog</name>
     <message>
         <source>Note which functions I use, in a file on this computer</source>
@@ -1293,6 +1605,48 @@
     <message>
         <source>Cuts objects out of videos: paint over what to keep, let it be tracked, give it a look, and export it with transparency.</source>
         <translation>从视频中抠出对象：涂抹要保留的部分，自动跟踪，套用样式，并带透明通道导出。</translation>
+    </message>
+    <message>
+        <source>AI Erase</source>
+        <translation>AI 抹除</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::TaskCard</name>
+    <message>
+        <source>%1: %2%</source>
+        <translation>%1：%2%</translation>
+    </message>
+    <message>
+        <source>Erasing from %1</source>
+        <translation>正在从 %1 抹除</translation>
+    </message>
+    <message>
+        <source>Why?</source>
+        <translation>原因</translation>
+    </message>
+    <message>
+        <source>Show Result</source>
+        <translation>查看结果</translation>
+    </message>
+    <message>
+        <source>Close the workspace first</source>
+        <translation>请先关闭工作区</translation>
+    </message>
+    <message>
+        <source>Take off the list</source>
+        <translation>从列表中移除</translation>
+    </message>
+    <message>
+        <source>Cancel Erasing</source>
+        <translation>取消抹除</translation>
+    </message>
+</context>
+<context>
+    <name>zk::app::TaskStrip</name>
+    <message>
+        <source>Erasing</source>
+        <translation>正在抹除</translation>
     </message>
 </context>
 <context>
@@ -1466,6 +1820,10 @@
     <message>
         <source>&amp;About ZkStudio</source>
         <translation>关于 ZkStudio(&amp;A)</translation>
+    </message>
+    <message>
+        <source>AI &amp;Erase</source>
+        <translation>AI 抹除(&amp;E)</translation>
     </message>
 </context>
 <context>
@@ -1675,10 +2033,6 @@
     <message>
         <source>The clip is as it was. What you have done here is kept; try again, or paint the frames anew that look wrong.</source>
         <translation>剪辑保持不变。您在此处的操作已保留；请重试，或重新绘制效果不正确的帧。</translation>
-    </message>
-    <message>
-        <source>OK</source>
-        <translation>确定</translation>
     </message>
 </context>
 <context>

@@ -78,6 +78,7 @@ void ClipCommands::refresh()
         m_actions.action(id)->setEnabled(enabled);
     };
     enable(ActionId::SmartCutout, clip && !clip->isOffline());
+    enable(ActionId::AIErase, clip && !clip->isOffline());
     enable(ActionId::RemoveCutout, clip && clip->isCutOut());
     enable(ActionId::ExportVideo, clip && !clip->isOffline());
     enable(ActionId::RelinkClip, clip);

@@ -120,6 +120,7 @@ void ClipList::openMenu(const QPoint &position)
     menu.setObjectName(QStringLiteral("ClipList_Menu"));
     menu.addAction(m_actions.action(ActionId::SmartCutout));
     menu.addAction(m_actions.action(ActionId::RemoveCutout));
+    menu.addAction(m_actions.action(ActionId::AIErase));
     menu.addSeparator();
     menu.addAction(m_actions.action(ActionId::ExportVideo));
     menu.addAction(m_actions.action(ActionId::RelinkClip));

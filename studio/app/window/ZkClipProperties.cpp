@@ -6,6 +6,7 @@
 
 #include "ZkPresetNames.h"
 #include "project/ZkProject.h"
+#include "segmentation/ZkStudioSmartKeyingService.h"
 #include "timeline/ZkStudioEffect.h"
 #include "timeline/ZkStudioEffectList.h"
 #include "timeline/ZkStudioTimeline.h"
@@ -48,6 +49,7 @@ ClipProperties::ClipProperties(Project *project, const WindowActions &actions, Q
     , m_hint(new QLabel(this))
     , m_facts(createFacts(actions))
     , m_cutout(createCutout(actions))
+    , m_erasing(createErasing(actions))
 {
     setObjectName(QStringLiteral("ClipProperties"));
     m_hint->setObjectName(QStringLiteral("Hint"));
@@ -59,6 +61,7 @@ ClipProperties::ClipProperties(Project *project, const WindowActions &actions, Q
     column->addWidget(m_hint, 1);
     column->addWidget(m_facts);
     column->addWidget(m_cutout);
+    column->addWidget(m_erasing);
     column->addStretch();
     connect(project, &Project::currentClipChanged, this, &ClipProperties::refresh);
     connect(project, &Project::clipChanged, this, &ClipProperties::refresh);
@@ -126,16 +129,39 @@ QWidget *ClipProperties::createCutout(const WindowActions &actions)
     return page;
 }
 
+QWidget *ClipProperties::createErasing(const WindowActions &actions)
+{
+    auto *page = new QWidget(this);
+    m_erasingTitle = createTitle(QStringLiteral("ClipProperties_ErasingTitle"), page);
+    m_selection = new QLabel(page);
+    m_selection->setObjectName(QStringLiteral("ClipProperties_Selection"));
+    m_selection->setWordWrap(true);
+    auto *open = new ActionButton(actions.action(ActionId::AIErase), page);
+    open->setObjectName(QStringLiteral("ClipProperties_AIErase"));
+    auto *column = new QVBoxLayout(page);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(8);
+    column->addWidget(m_erasingTitle);
+    column->addWidget(m_selection);
+    column->addWidget(open);
+    return page;
+}
+
 void ClipProperties::refresh()
 {
     const ProjectClip *clip = m_project->currentClip();
     m_hint->setVisible(!clip);
     m_facts->setVisible(clip);
     m_cutout->setVisible(clip);
+    m_erasing->setVisible(clip);
     if (!clip)
         return;
     showFacts(*clip);
     showCutout(*clip);
+    const bool isSelected =
+        !clip->clip()->studioService(ZKSMARTKEYING::AIErasing)->segments().isEmpty();
+    m_selection->setText(isSelected ? tr("Objects are selected to be erased.")
+                                    : tr("Nothing is selected to be erased."));
 }
 
 void ClipProperties::setFact(Fact fact, const QString &text)
@@ -201,6 +227,7 @@ void ClipProperties::retranslate()
     m_factsTitle->setText(tr("Clip"));
     m_cutoutTitle->setText(tr("Smart Cutout"));
     m_isOn->setText(tr("Show the cutout"));
+    m_erasingTitle->setText(tr("AI Erase"));
     refresh();
 }
 

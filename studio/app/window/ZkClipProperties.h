@@ -41,6 +41,7 @@ private:
 
     QWidget *createFacts(const WindowActions &actions);
     QWidget *createCutout(const WindowActions &actions);
+    QWidget *createErasing(const WindowActions &actions);
     void retranslate();
     void refresh();
     void showFacts(const datamodel::ProjectClip &clip);
@@ -58,9 +59,12 @@ private:
     QLabel *m_cutoutTitle = nullptr;
     QLabel *m_look = nullptr;
     QCheckBox *m_isOn = nullptr;
+    QLabel *m_erasingTitle = nullptr;
+    QLabel *m_selection = nullptr;
     // Made last, as what is above is on them.
     QWidget *const m_facts;
     QWidget *const m_cutout;
+    QWidget *const m_erasing;
 };
 
 } // namespace zk::app

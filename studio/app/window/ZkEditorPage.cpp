@@ -9,6 +9,7 @@
 
 #include "ZkWidgets.h"
 #include "project/ZkProject.h"
+#include "timeline/ZkStudioClip.h"
 
 #include <QAction>
 #include <QDataStream>
@@ -56,6 +57,11 @@ EditorPage::EditorPage(Project *project,
     connect(project, &Project::aboutToReset, this, &EditorPage::letGo);
     connect(project, &Project::reset, this, &EditorPage::showCurrent);
     connect(project, &Project::currentClipChanged, this, &EditorPage::showCurrent);
+    // What erasing made of its file.
+    connect(project, &Project::clipChanged, this, [this](const datamodel::ProjectClip *clip) {
+        if (clip == m_project->currentClip() && clip->clip()->media().path != m_shownFile)
+            showCurrent();
+    });
     connect(project, &Project::mediaChanged, this, [this](qint64 media) {
         const datamodel::ProjectClip *clip = m_project->currentClip();
         if (clip && clip->mediaId() == media)
@@ -143,8 +149,10 @@ void EditorPage::connectPlayback()
 
 void EditorPage::showCurrent()
 {
-    m_preview->setClip(m_project->currentClip());
-    m_timeline->setClip(m_project->currentClip());
+    const datamodel::ProjectClip *clip = m_project->currentClip();
+    m_shownFile = clip ? clip->clip()->media().path : QString();
+    m_preview->setClip(clip);
+    m_timeline->setClip(clip);
 }
 
 void EditorPage::letGo()

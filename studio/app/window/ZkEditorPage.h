@@ -56,6 +56,7 @@ private:
     ClipProperties *m_properties;
     ClipList *m_clips;
     TimelinePanel *m_timeline;
+    QString m_shownFile; // of the current clip
 };
 
 } // namespace zk::app

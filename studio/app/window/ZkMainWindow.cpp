@@ -10,6 +10,7 @@
 #include "ZkPrompts.h"
 #include "ZkSettingsDialog.h"
 #include "ZkShortcutsDialog.h"
+#include "ZkTaskStrip.h"
 
 #include "ZkWidgets.h"
 #include "library/ZkStudioMediaLibrary.h"
@@ -27,6 +28,7 @@
 #include <QStandardPaths>
 #include <QStatusBar>
 #include <QToolBar>
+#include <QVBoxLayout>
 
 namespace zk::app {
 
@@ -76,6 +78,8 @@ MainWindow::MainWindow(const EditorConfig &config, Language *language)
     , m_actions(this)
     , m_pages(new QStackedWidget(this))
     , m_editor(new EditorPage(m_project.get(), m_actions, &m_scene, m_pages))
+    , m_erasing(std::make_unique<ErasingDesk>(
+          m_project.get(), config.eraser, m_actions.action(ActionId::Account), this))
     , m_workspace(std::make_unique<WorkspaceHost>(m_pages, m_project.get(), m_manager.get()))
     , m_controller(
           std::make_unique<ProjectController>(m_project.get(), config.autosaveFolder, this))
@@ -87,7 +91,13 @@ MainWindow::MainWindow(const EditorConfig &config, Language *language)
     setWindowIcon(QApplication::windowIcon());
     ZkSkinManager::instance()->applyStyleSheet(this, QStringLiteral("Window/MainWindow"));
     m_pages->addWidget(m_editor);
-    setCentralWidget(m_pages);
+    auto *centre = new QWidget(this);
+    auto *column = new QVBoxLayout(centre);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_pages, 1);
+    column->addWidget(m_erasing->strip());
+    setCentralWidget(centre);
     setUpMenus();
     setUpToolBar();
     setUpStatusBar();
@@ -107,6 +117,7 @@ MainWindow::~MainWindow()
     m_commands.reset();
     m_controller.reset();
     m_workspace.reset();
+    m_erasing.reset();
     delete m_editor;
 }
 
@@ -129,27 +140,40 @@ void MainWindow::openFiles(const QStringList &files)
 
 void MainWindow::openProject(const QString &path)
 {
-    m_workspace->closeThen([this, path] { m_controller->open(path); });
+    m_workspace->closeThen([this, path] {
+        if (m_erasing->mayDrop())
+            m_controller->open(path);
+    });
 }
 
-void MainWindow::openWorkspace()
+void MainWindow::startNew()
+{
+    m_workspace->closeThen([this] {
+        if (m_erasing->mayDrop())
+            m_controller->startNew();
+    });
+}
+
+void MainWindow::openWorkspace(Workspace workspace)
 {
     datamodel::ProjectClip *clip = m_project->currentClip();
     if (!clip || clip->isOffline())
         return;
     m_editor->preview()->player()->stopPlay();
-    m_workspace->open(clip);
+    m_workspace->open(clip, workspace);
 }
 
 void MainWindow::onWorkspaceOpened()
 {
     m_actions.setWorkspaceOpen(true);
+    m_erasing->setWorkspaceOpen(true);
     m_toolBar->hide();
 }
 
 void MainWindow::onWorkspaceClosed()
 {
     m_actions.setWorkspaceOpen(false);
+    m_erasing->setWorkspaceOpen(false);
     m_commands->refresh();
     m_undo->refresh();
     m_toolBar->show();
@@ -196,7 +220,10 @@ bool MainWindow::mayClose()
                     tr("Cancel the Export")))
         return false;
     delete m_export;
-    return m_controller->mayClose();
+    if (!m_erasing->mayDrop() || !m_controller->mayClose())
+        return false;
+    m_erasing->drop();
+    return true;
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)
@@ -232,7 +259,8 @@ void MainWindow::changeEvent(QEvent *event)
         reopenExport();
     }
     // Files may have been moved or brought back meanwhile.
-    if (event->type() == QEvent::ActivationChange && isActiveWindow() && !m_workspace->isOpen())
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && m_workspace
+        && !m_workspace->isOpen())
         m_project->checkMedia();
 }
 

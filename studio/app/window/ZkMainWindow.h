@@ -2,6 +2,7 @@
 
 #include "ZkClipCommands.h"
 #include "ZkEditorConfig.h"
+#include "ZkErasingDesk.h"
 #include "ZkProjectController.h"
 #include "ZkScene.h"
 #include "ZkUndoActions.h"
@@ -45,6 +46,7 @@ public:
 
     datamodel::Project *project() const { return m_project.get(); }
     WorkspaceHost *workspace() const { return m_workspace.get(); }
+    EraseTasks *eraseTasks() const { return m_erasing->tasks(); }
 
 protected:
     bool event(QEvent *event) override;
@@ -65,7 +67,8 @@ private:
     void showTitle();
     void showNotice(const QString &text);
     void showImport(int done, int count, const QString &file);
-    void openWorkspace();
+    void openWorkspace(Workspace workspace);
+    void startNew();
     void onWorkspaceOpened();
     void onWorkspaceClosed();
     void openExport();
@@ -92,6 +95,7 @@ private:
     QProgressBar *m_importBar = nullptr;
     QPushButton *m_importCancel = nullptr;
     QPointer<ExportDialog> m_export;
+    std::unique_ptr<ErasingDesk> m_erasing;
     std::unique_ptr<WorkspaceHost> m_workspace;
     std::unique_ptr<ProjectController> m_controller;
     std::unique_ptr<ClipCommands> m_commands;

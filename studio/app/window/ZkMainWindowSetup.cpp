@@ -5,6 +5,7 @@
 #include "ZkMainWindow.h"
 #include "ZkShortcutsDialog.h"
 
+#include "ZkLanguage.h"
 #include "ZkWidgets.h"
 
 #include <QAction>
@@ -60,9 +61,11 @@ void MainWindow::setUpMenus()
     m_recentMenu->setObjectName(QStringLiteral("MenuRecent"));
     m_controller->recentFiles()->setMenu(m_recentMenu);
     file->insertMenu(file->actions().at(2), m_recentMenu);
-    addMenu({Id::Undo, Id::Redo, separator, Id::RemoveClip, separator, Id::Settings});
+    addMenu({Id::Undo, Id::Redo, separator, Id::RemoveClip, separator, Id::Settings, Id::Account});
     addMenu({Id::SmartCutout,
              Id::RemoveCutout,
+             separator,
+             Id::AIErase,
              separator,
              Id::AddToClips,
              Id::MoveEarlier,
@@ -108,6 +111,7 @@ void MainWindow::setUpToolBar()
         m_toolBar->addWidget(button);
     }
     addButton(ActionId::SmartCutout, ActionButton::Rank::Normal);
+    addButton(ActionId::AIErase, ActionButton::Rank::Normal);
     auto *space = new QWidget(m_toolBar);
     space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     m_toolBar->addWidget(space);
@@ -155,9 +159,13 @@ void MainWindow::connectActions()
     const auto on = [this](ActionId id, auto function) {
         connect(m_actions.action(id), &QAction::triggered, this, function);
     };
-    on(ActionId::NewProject,
-       [this] { m_workspace->closeThen([this] { m_controller->startNew(); }); });
-    on(ActionId::OpenProject, [this] { m_workspace->closeThen([this] { m_controller->open(); }); });
+    on(ActionId::NewProject, [this] { startNew(); });
+    on(ActionId::OpenProject, [this] {
+        m_workspace->closeThen([this] {
+            if (m_erasing->mayDrop())
+                m_controller->open();
+        });
+    });
     on(ActionId::SaveProject, [this] {
         commitFocusedEditor();
         m_controller->save();
@@ -166,7 +174,8 @@ void MainWindow::connectActions()
     on(ActionId::ExportVideo, [this] { openExport(); });
     on(ActionId::Settings, [this] { openSettings(); });
     on(ActionId::Quit, [this] { close(); });
-    on(ActionId::SmartCutout, [this] { openWorkspace(); });
+    on(ActionId::SmartCutout, [this] { openWorkspace(Workspace::SmartCutout); });
+    on(ActionId::AIErase, [this] { openWorkspace(Workspace::AIErase); });
     on(ActionId::Shortcuts, [this] { openShortcuts(); });
     on(ActionId::About, [this] { showAbout(this); });
     connect(m_actions.action(ActionId::FullScreen), &QAction::toggled, this, [this](bool on) {
@@ -179,10 +188,22 @@ void MainWindow::connectParts()
     connect(m_controller.get(), &ProjectController::titleChanged, this, &MainWindow::showTitle);
     connect(m_controller.get(), &ProjectController::openRequested, this, &MainWindow::openProject);
     connect(m_controller.get(), &ProjectController::notice, this, &MainWindow::showNotice);
-    connect(m_editor->clipList(), &ClipList::activated, this, &MainWindow::openWorkspace);
+    connect(m_editor->clipList(), &ClipList::activated, this, [this] {
+        openWorkspace(Workspace::SmartCutout);
+    });
     connect(m_workspace.get(), &WorkspaceHost::opened, this, &MainWindow::onWorkspaceOpened);
     connect(m_workspace.get(), &WorkspaceHost::closed, this, &MainWindow::onWorkspaceClosed);
     connect(m_workspace.get(), &WorkspaceHost::notice, this, &MainWindow::showNotice);
+    connect(m_workspace.get(),
+            &WorkspaceHost::eraseRequested,
+            this,
+            [this](const EraseRequest &request) { m_erasing->tasks()->add(request); });
+    connect(m_erasing.get(), &ErasingDesk::notice, this, &MainWindow::showNotice);
+    connect(m_erasing.get(), &ErasingDesk::selectionRequested, this, [this](qint64 clip) {
+        m_project->checkMedia(); // the file may be back
+        m_project->setCurrentClip(m_project->findClip(clip));
+        openWorkspace(Workspace::AIErase);
+    });
 }
 
 void MainWindow::showNotice(const QString &text)
@@ -193,6 +214,8 @@ void MainWindow::showNotice(const QString &text)
 void MainWindow::retranslate()
 {
     m_actions.retranslate();
+    m_erasing->retranslate();
+    m_erasing->tasks()->setLanguage(m_language->current());
     m_undo->refresh();
     const QStringList titles {
         tr("&File"), tr("&Edit"), tr("&Clip"), tr("&Playback"), tr("&View"), tr("&Help")};

@@ -166,7 +166,7 @@ QString ProjectController::unfinishedWork() const
         names.append(clip->name());
     return names.isEmpty()
         ? QString()
-        : tr("Smart Cutout has unfinished work on %1.").arg(names.join(QLatin1String(", ")));
+        : tr("There is unfinished work on %1.").arg(names.join(QLatin1String(", ")));
 }
 
 void ProjectController::reportMissingMedia()

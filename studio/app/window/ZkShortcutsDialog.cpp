@@ -1,5 +1,6 @@
 #include "ZkShortcutsDialog.h"
 
+#include "ZkErasingPage.h"
 #include "ZkWindowActions.h"
 #include "ZkWorkspacePage.h"
 
@@ -37,6 +38,10 @@ ShortcutsDialog::ShortcutsDialog(const WindowActions &actions, QWidget *parent)
     addHeading(tr("Smart Cutout"));
     const auto workspaceKeys = WorkspacePage::shortcuts();
     for (const auto &key : workspaceKeys)
+        addRow(key.second, key.first);
+    addHeading(tr("AI Erase"));
+    const auto erasingKeys = ErasingPage::shortcuts();
+    for (const auto &key : erasingKeys)
         addRow(key.second, key.first);
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);

@@ -1,9 +1,9 @@
 #include "ZkUndoActions.h"
 
+#include "ZkEditingPage.h"
 #include "ZkScene.h"
 #include "ZkWindowActions.h"
 #include "ZkWorkspaceHost.h"
-#include "ZkWorkspacePage.h"
 
 #include "project/ZkProject.h"
 #include "undo/ZkStudioUndoRedoService.h"

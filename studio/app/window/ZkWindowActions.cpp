@@ -16,6 +16,7 @@ enum Scope {
     Editor, // not while the workspace is open
     List, // the key works in the list that has it alone
     Undoing, // follows the workspace, which has the key
+    Naming, // always there, with a text that changes
 };
 
 struct Command
@@ -37,11 +38,13 @@ const Command commands[] = {
     {ActionId::ImportMedia, "ImportMedia", "import", QT_TRANSLATE_NOOP("zk::app::WindowActions", "&Import Media..."), "Ctrl+I", Editor},
     {ActionId::ExportVideo, "ExportVideo", "export", QT_TRANSLATE_NOOP("zk::app::WindowActions", "&Export..."), "Ctrl+E", Editor},
     {ActionId::Settings, "Settings", "settings", QT_TRANSLATE_NOOP("zk::app::WindowActions", "Se&ttings..."), "Ctrl+,", Window},
+    {ActionId::Account, "Account", "", "", "", Naming},
     {ActionId::Quit, "Quit", "", QT_TRANSLATE_NOOP("zk::app::WindowActions", "&Quit"), "Ctrl+Q", Window},
     {ActionId::Undo, "Undo", "undo", QT_TRANSLATE_NOOP("zk::app::WindowActions", "Undo"), "Ctrl+Z", Undoing},
     {ActionId::Redo, "Redo", "redo", QT_TRANSLATE_NOOP("zk::app::WindowActions", "Redo"), "Ctrl+Y", Undoing},
     {ActionId::SmartCutout, "SmartCutout", "cutout", QT_TRANSLATE_NOOP("zk::app::WindowActions", "Smart &Cutout"), "Ctrl+K", Editor},
     {ActionId::RemoveCutout, "RemoveCutout", "", QT_TRANSLATE_NOOP("zk::app::WindowActions", "Remove C&utout"), "", Editor},
+    {ActionId::AIErase, "AIErase", "erase_object", QT_TRANSLATE_NOOP("zk::app::WindowActions", "AI &Erase"), "Ctrl+J", Editor},
     {ActionId::RelinkClip, "RelinkClip", "", QT_TRANSLATE_NOOP("zk::app::WindowActions", "Re&link..."), "", Editor},
     {ActionId::RelinkMedia, "RelinkMedia", "", QT_TRANSLATE_NOOP("zk::app::WindowActions", "Re&link..."), "", Editor},
     {ActionId::AddToClips, "AddToClips", "", QT_TRANSLATE_NOOP("zk::app::WindowActions", "&Add to Clips"), "", Editor},
@@ -86,7 +89,7 @@ QString nameOf(const Command &command)
 
 bool isKeptInWorkspace(const Command &command)
 {
-    return command.scope == Window || command.scope == Undoing;
+    return command.scope == Window || command.scope == Undoing || command.scope == Naming;
 }
 
 } // namespace
@@ -121,7 +124,7 @@ void WindowActions::retranslate()
 {
     for (const Command &command : commands) {
         QAction *action = m_actions.value(int(command.id));
-        if (command.scope != Undoing)
+        if (command.scope != Undoing && command.scope != Naming)
             action->setText(tr(command.text));
         const QString key = textOf(keyOf(command));
         const QString plain = nameOf(command);

@@ -1,10 +1,12 @@
 #include "ZkWorkspaceHost.h"
 
+#include "ZkErasingPage.h"
 #include "ZkWorkspacePage.h"
 
 #include "ZkSmartKeyingPresenter.h"
 #include "project/ZkProject.h"
 #include "timeline/ZkStudioTimeline.h"
+#include "undo/ZkStudioUndoRedoService.h"
 
 #include <QSettings>
 #include <QStackedWidget>
@@ -37,20 +39,33 @@ WorkspaceHost::~WorkspaceHost()
     delete m_page;
 }
 
-WorkspacePage *WorkspaceHost::page() const
+EditingPage *WorkspaceHost::page() const
 {
     return m_page;
 }
 
-void WorkspaceHost::open(datamodel::ProjectClip *clip)
+EditingPage *WorkspaceHost::createPage(datamodel::ProjectClip *clip, Workspace workspace)
+{
+    if (workspace == Workspace::SmartCutout)
+        return new WorkspacePage(clip->clip(), m_manager, m_pages);
+    auto *page = new ErasingPage(clip->clip(), m_project->undoRedoService(), m_pages);
+    connect(
+        page, &ErasingPage::eraseRequested, this, [this, id = clip->id()](EraseRequest request) {
+            request.clip = id;
+            Q_EMIT eraseRequested(request);
+        });
+    return page;
+}
+
+void WorkspaceHost::open(datamodel::ProjectClip *clip, Workspace workspace)
 {
     if (m_page)
         return;
-    m_page = new WorkspacePage(clip->clip(), m_manager, m_pages);
+    m_page = createPage(clip, workspace);
     m_page->restoreLayout(QSettings().value(layoutKey()).toByteArray());
-    connect(m_page, &WorkspacePage::closed, this, &WorkspaceHost::onClosed);
-    connect(m_page, &WorkspacePage::closeRefused, this, [this] { m_next = nullptr; });
-    connect(m_page, &WorkspacePage::undoRedoChanged, this, &WorkspaceHost::undoRedoChanged);
+    connect(m_page, &EditingPage::closed, this, &WorkspaceHost::onClosed);
+    connect(m_page, &EditingPage::closeRefused, this, [this] { m_next = nullptr; });
+    connect(m_page, &EditingPage::undoRedoChanged, this, &WorkspaceHost::undoRedoChanged);
     watch(clip);
     m_pages->addWidget(m_page);
     m_pages->setCurrentWidget(m_page);
@@ -64,7 +79,7 @@ void WorkspaceHost::watch(datamodel::ProjectClip *clip)
     const bool hasDraft = !clip->drafts().isEmpty();
     m_project->beginEditing(clip,
                             dynamic_cast<ZkStudioTimeline *>(m_page->presenter()->editTimeline()));
-    connect(m_page, &WorkspacePage::leaving, this, [this](bool byUser) {
+    connect(m_page, &EditingPage::leaving, this, [this](bool byUser) {
         m_project->endEditing(byUser ? Project::DraftFate::Dropped : Project::DraftFate::Kept);
     });
     if (hasDraft)
@@ -83,7 +98,9 @@ void WorkspaceHost::closeThen(std::function<void()> function)
 
 void WorkspaceHost::onClosed(bool applied)
 {
-    QSettings().setValue(layoutKey(), m_page->saveLayout());
+    const QByteArray layout = m_page->saveLayout();
+    if (!layout.isEmpty())
+        QSettings().setValue(layoutKey(), layout);
     m_pages->removeWidget(m_page);
     m_page->deleteLater();
     m_page.clear();

@@ -17,10 +17,16 @@ class ProjectClip;
 
 namespace zk::app {
 
-class WorkspacePage;
+class EditingPage;
+struct EraseRequest;
 
-// Shows the workspace of one clip in place of the editor's page, and takes it away again. What is done
-// there is part of the project from the first stroke on, as a draft; Apply and Cancel end that.
+enum class Workspace {
+    SmartCutout,
+    AIErase,
+};
+
+// Shows a workspace of one clip in place of the editor's page, and takes it away again. What is done there
+// is part of the project from the first stroke on, as a draft; leaving it ends that.
 class WorkspaceHost : public QObject
 {
     Q_OBJECT
@@ -33,9 +39,9 @@ public:
     ~WorkspaceHost() override;
 
     bool isOpen() const { return page(); }
-    WorkspacePage *page() const; // null: none
+    EditingPage *page() const; // null: none
     // Does nothing while one is open. The clip must be one of the project and stay until closed().
-    void open(datamodel::ProjectClip *clip);
+    void open(datamodel::ProjectClip *clip, Workspace workspace);
     // Runs the function when no workspace is open any more, at once if none is. The user may keep it open;
     // then the function is forgotten.
     void closeThen(std::function<void()> function);
@@ -45,15 +51,18 @@ Q_SIGNALS:
     void closed(bool applied);
     void undoRedoChanged();
     void notice(const QString &text);
+    // The page closes.
+    void eraseRequested(const zk::app::EraseRequest &request);
 
 private:
+    EditingPage *createPage(datamodel::ProjectClip *clip, Workspace workspace);
     void watch(datamodel::ProjectClip *clip);
     void onClosed(bool applied);
 
     QStackedWidget *const m_pages;
     datamodel::Project *const m_project;
     ZkStudioProjectManager *const m_manager;
-    QPointer<WorkspacePage> m_page;
+    QPointer<EditingPage> m_page;
     std::function<void()> m_next; // waits for the page to close
 };
 

@@ -16,7 +16,6 @@
 #include <QApplication>
 #include <QDataStream>
 #include <QFileInfo>
-#include <QMessageBox>
 #include <QScrollBar>
 #include <QShortcut>
 #include <QSplitter>
@@ -41,6 +40,7 @@ WorkspacePage::Private::Private(WorkspacePage *page,
     , manager(projectManager)
     , scene(std::make_unique<WorkspaceScene>())
     , presenter(std::make_unique<Presenter>(ZKSMARTKEYING::SmartCutout, editedClip))
+    , questions(page, tr("Smart Cutout"))
 {
     if (!presenter->isInitSuccessful())
         presenter.reset();
@@ -280,7 +280,7 @@ void WorkspacePage::Private::stop()
 }
 
 WorkspacePage::WorkspacePage(ZkStudioClip *clip, ZkStudioProjectManager *manager, QWidget *parent)
-    : QWidget(parent)
+    : EditingPage(parent)
     , d(std::make_unique<Private>(this, clip, manager))
 {
     setObjectName(QStringLiteral("WorkspacePage"));
@@ -296,11 +296,6 @@ WorkspacePage::WorkspacePage(ZkStudioClip *clip, ZkStudioProjectManager *manager
 WorkspacePage::~WorkspacePage()
 {
     d->takeApart();
-}
-
-bool WorkspacePage::isOpen() const
-{
-    return d->presenter != nullptr;
 }
 
 bool WorkspacePage::isBusy() const
@@ -328,23 +323,9 @@ void WorkspacePage::closeWithoutAsking()
     d->close();
 }
 
-IZkUndoRedoService *WorkspacePage::undoRedoService() const
-{
-    return d->presenter ? d->presenter->undoRedoService() : nullptr;
-}
-
-void WorkspacePage::undo()
+void WorkspacePage::commitEditors()
 {
     d->commitEditors();
-    if (IZkUndoRedoService *const service = undoRedoService())
-        service->undo();
-}
-
-void WorkspacePage::redo()
-{
-    d->commitEditors();
-    if (IZkUndoRedoService *const service = undoRedoService())
-        service->redo();
 }
 
 ZkSmartKeyingPresenter *WorkspacePage::presenter() const

@@ -10,72 +10,21 @@
 #include "timeline/ZkStudioClip.h"
 
 #include <QFileInfo>
-#include <QMessageBox>
-#include <QPushButton>
 
 namespace zk::app {
 
-namespace {
-
-constexpr int signSide = 24; // widget pixels
-
-// One of the skin's, as the platform's own do not go with it.
-void setSign(QMessageBox *box, const QString &name)
-{
-    box->setIconPixmap(ZkSkinManager::instance()->icon(name).pixmap(signSide, signSide));
-}
-
-} // namespace
-
 void WorkspacePage::Private::refuseToOpen()
 {
-    tell(tr("\u201c%1\u201d cannot be cut out.").arg(QFileInfo(clip->media().path).fileName()),
-         tr("The file has no picture that can be read. It may have been moved, or is damaged."));
-    QObject::connect(question.data(), &QDialog::finished, q, [this] { close(); });
-}
-
-// Questions are opened, not executed: the page must not be taken apart inside of an event loop, and
-// what runs goes on meanwhile.
-QMessageBox *WorkspacePage::Private::ask(const QString &text,
-                                         const QString &details,
-                                         const QVector<Choice> &choices,
-                                         const Answered &answered)
-{
-    dismissQuestion();
-    auto *const box = new QMessageBox(QMessageBox::NoIcon, tr("Smart Cutout"), text, {}, q);
-    box->setTextFormat(Qt::PlainText); // names of files are no markup
-    box->setInformativeText(details);
-    setSign(box, QStringLiteral("info"));
-    for (const Choice &choice : choices)
-        box->addButton(choice.button)->setText(choice.text);
-    box->setDefaultButton(choices.last().button);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    QObject::connect(box, &QDialog::finished, q, [answered, box] {
-        answered(box->standardButton(box->clickedButton()));
-    });
-    question = box;
-    box->open();
-    return box;
-}
-
-void WorkspacePage::Private::dismissQuestion()
-{
-    if (!question)
-        return;
-    question->disconnect(q);
-    question->close();
-    question.clear();
-}
-
-void WorkspacePage::Private::tell(const QString &text, const QString &details)
-{
-    const auto nothing = [](QMessageBox::StandardButton) {};
-    setSign(ask(text, details, {{QMessageBox::Ok, tr("OK")}}, nothing), QStringLiteral("warning"));
+    QMessageBox *const box = questions.tell(
+        tr("\u201c%1\u201d cannot be cut out.").arg(QFileInfo(clip->media().path).fileName()),
+        tr("The file has no picture that can be read. It may have been moved, or is damaged."));
+    QObject::connect(box, &QDialog::finished, q, [this] { close(); });
 }
 
 void WorkspacePage::Private::askToReset()
 {
-    ask(tr("Discard everything that was done?"),
+    questions.ask(
+        tr("Discard everything that was done?"),
         tr("Strokes, tracking results and the effect are taken away. This cannot be undone."),
         {{QMessageBox::Discard, tr("Reset")}, {QMessageBox::Cancel, tr("Keep")}},
         [this](QMessageBox::StandardButton answer) {
@@ -92,13 +41,14 @@ bool WorkspacePage::Private::hasWorkToLose() const
 
 void WorkspacePage::Private::askToClose()
 {
-    if (question)
+    if (questions.isAsking())
         return;
-    QVector<Choice> choices {{QMessageBox::Discard, tr("Discard")},
-                             {QMessageBox::Cancel, tr("Keep Editing")}};
+    QVector<PageQuestions::Choice> choices {{QMessageBox::Discard, tr("Discard")},
+                                            {QMessageBox::Cancel, tr("Keep Editing")}};
     if (!isSaving && !isSegmenting())
         choices.append({QMessageBox::Apply, tr("Apply")});
-    ask(isSaving ? tr("Stop saving and close?") : tr("Apply the cutout before closing?"),
+    questions.ask(
+        isSaving ? tr("Stop saving and close?") : tr("Apply the cutout before closing?"),
         tr("What has not been applied is lost: strokes, tracking results and the effect."),
         choices,
         [this](QMessageBox::StandardButton answer) {
@@ -133,9 +83,10 @@ void WorkspacePage::Private::onSaveFinished(bool isSaved)
         return;
     }
     onSaveCancelled();
-    tell(tr("The cutout could not be saved."),
-         tr("The clip is as it was. What you have done here is kept; try again, or paint the "
-            "frames anew that look wrong."));
+    questions.tell(
+        tr("The cutout could not be saved."),
+        tr("The clip is as it was. What you have done here is kept; try again, or paint the "
+           "frames anew that look wrong."));
 }
 
 void WorkspacePage::Private::onSaveCancelled()
@@ -156,7 +107,7 @@ void WorkspacePage::Private::close()
     if (isClosing || isClosed)
         return;
     isClosing = true;
-    dismissQuestion();
+    questions.dismiss();
     if (presenter) {
         presenter->setClosing(true);
         if (isSaving)
@@ -193,7 +144,7 @@ void WorkspacePage::Private::closeWhenPossible()
 void WorkspacePage::Private::takeApart()
 {
     isClosed = true;
-    dismissQuestion();
+    questions.dismiss();
     if (!presenter)
         return;
     layout = q->saveLayout();

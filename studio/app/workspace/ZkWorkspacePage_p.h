@@ -1,14 +1,12 @@
 // The inside of the page; not public.
 #pragma once
 
+#include "ZkPageQuestions.h"
 #include "ZkWorkspaceBar.h"
 #include "ZkWorkspacePage.h"
 
 #include <QCoreApplication>
-#include <QMessageBox>
 #include <QPointer>
-
-#include <functional>
 
 class QSplitter;
 class ZkSmartKeyingPlayerView;
@@ -67,7 +65,7 @@ public:
     QPointer<ZkSmartKeyingPlayerView> view;
     QPointer<ZkStudioTimelineView> timelineView;
     QPointer<PropertyPanel> panel;
-    QPointer<QMessageBox> question; // the one that is open
+    PageQuestions questions;
 
     QByteArray layout; // when it was taken apart
     int strokes = 0; // that were finished and wait for their mask
@@ -84,19 +82,6 @@ private:
     void addShortcuts();
     void connectPresenter();
     void connectView();
-    struct Choice
-    {
-        QMessageBox::StandardButton button;
-        QString text;
-    };
-    using Answered = std::function<void(QMessageBox::StandardButton)>;
-    // Opens a question that does not block. The last choice is the default.
-    QMessageBox *ask(const QString &text,
-                     const QString &details,
-                     const QVector<Choice> &choices,
-                     const Answered &answered);
-    void dismissQuestion();
-    void tell(const QString &text, const QString &details);
 };
 
 } // namespace zk::app

@@ -93,6 +93,20 @@ void applyCutout(ZkStudioClip *clip,
         clip->studioEffects()->add(cutoutEffectOf(edited));
 }
 
+void applySelection(ZkStudioClip *clip, const ZkStudioClip &edited, const QString &text)
+{
+    const auto type = ZKSMARTKEYING::AIErasing;
+    const ZkStudioSmartKeyingService *service = edited.studioService(type);
+    if (service->segments().isEmpty() && clip->studioService(type)->segments().isEmpty())
+        return;
+    ZkStudioUndoRedoService *undo = clip->studioTimeline()->undoRedoService();
+    // The step is closed before the changes are reported.
+    const ZkPauseEventCommander pause(undo);
+    const ZkUndoRedoCommander step(undo, text, QStringLiteral("applySelection"));
+    undo->push(
+        new ApplyItem(clip, type, {service->segments(), service->settings(), clip->matteTrack()}));
+}
+
 void removeCutout(ZkStudioClip *clip, const QString &text)
 {
     const auto type = ZKSMARTKEYING::SmartCutout;

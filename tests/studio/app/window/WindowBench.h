@@ -149,6 +149,7 @@ public:
         config.libraryFolder = file(QStringLiteral("presets"));
         config.autosaveFolder = autosaves();
         config.presetServer = presetServer;
+        config.eraser = eraser;
         window = std::make_unique<app::MainWindow>(config, m_language.get());
         window->show();
         window->activateWindow();
@@ -221,6 +222,7 @@ public:
     }
 
     std::unique_ptr<app::MainWindow> window;
+    QString eraser; // for the next start()
 
 private:
     const ExpectedMessage m_offscreen {QStringLiteral("^This plugin does not support")};

@@ -6,7 +6,7 @@
 #include "ZCutoutPresetItemModel.h"
 #include "ZkSmartKeyingPresenter.h"
 #include "ZkWidgets.h"
-#include "ZkWorkspacePage.h"
+#include "ZkEditingPage.h"
 #include "project/ZkAutosave.h"
 #include "segmentation/ZkStudioSmartKeyingService.h"
 
@@ -74,7 +74,7 @@ private Q_SLOTS:
         QFETCH(Way, leave);
         const ExpectedMessage untracked(QStringLiteral("frames have no mask"));
         openWorkspace();
-        const QPointer<WorkspacePage> page = this->page();
+        const QPointer<EditingPage> page = this->page();
         // The workspace asks, and the project, too, should the work be done by then.
         const NextDialog questions(
             "QMessageBox", press(QMessageBox::Discard), press(QMessageBox::Discard));
@@ -202,7 +202,7 @@ private Q_SLOTS:
     }
 
 private:
-    WorkspacePage *page() const { return bench->window->workspace()->page(); }
+    EditingPage *page() const { return bench->window->workspace()->page(); }
     ZkStudioSmartKeyingService *service() const
     {
         return static_cast<ZkStudioSmartKeyingService *>(page()->presenter()->smartKeyingService());

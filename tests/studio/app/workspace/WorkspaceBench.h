@@ -60,25 +60,31 @@ public:
         ZkSkinManager::instance()->applyStyleSheet(&window,
                                                    QStringLiteral("Application/MainWindow"));
     }
-    ~WorkspaceBench() { delete page; }
+    virtual ~WorkspaceBench() { delete page; }
 
     bool open()
     {
-        page = new app::WorkspacePage(timeline->clip(), &manager);
+        page = createPage();
         auto *const column = new QVBoxLayout(&window);
         column->setContentsMargins(0, 0, 0, 0);
         column->addWidget(page);
         window.resize(1280, 760);
         window.show();
-        QObject::connect(page, &app::WorkspacePage::closed, &window, [this](bool applied) {
+        QObject::connect(page, &app::EditingPage::closed, &window, [this](bool applied) {
             ++closedCount;
             wasApplied = applied;
         });
         return QTest::qWaitForWindowActive(&window) && page->isOpen()
             && QTest::qWaitFor([this] { return presenter()->currentFrame() >= 0; }, 10000)
-            && QTest::qWaitFor([this] { return canvas()->isVisible(); }, 10000)
-            && QTest::qWaitFor([this] { return canvas()->canvasRect().width() > 300; }, 10000);
+            && QTest::qWaitFor([this] { return paper()->isVisible(); }, 10000)
+            && QTest::qWaitFor([this] { return presenter()->canvasRect().width() > 300; }, 10000);
     }
+    virtual app::EditingPage *createPage()
+    {
+        return new app::WorkspacePage(timeline->clip(), &manager);
+    }
+    // What is drawn on when the workspace has opened.
+    virtual QWidget *paper() const { return canvas(); }
 
     ZkSmartKeyingPresenter *presenter() const { return page->presenter(); }
     IZkSmartKeyingService *service() const { return presenter()->smartKeyingService(); }
@@ -144,7 +150,7 @@ public:
     ZkStudioProjectManager manager;
     std::unique_ptr<ZkStudioTimeline> timeline;
     QWidget window;
-    app::WorkspacePage *page = nullptr;
+    app::EditingPage *page = nullptr;
     int closedCount = 0;
     bool wasApplied = false;
 

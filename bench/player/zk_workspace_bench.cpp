@@ -1,5 +1,5 @@
 // From the release of the mouse to the new mask on screen, in a workspace that is open on a clip of
-// 1080p, with the stages that it takes. The progress, which waits so that it can be seen, is off. Usage: zk_workspace_bench [clip]; without one a sample is made.
+// 1080p, with the stages that it takes. The progress, which waits so that it can be seen, is off. Usage: zk_workspace_bench [strokes [clip]]; without a clip a sample is made.
 #include "BenchTools.h"
 
 #include "ZkInteractiveSegmenter.h"
@@ -89,8 +89,8 @@ public:
 
     QSize surfaceSize() const { return surface()->size(); }
     void erase() { presenter()->setPlayerEditMode(ZkSmartKeyingPresenter::EraseMode); }
-    // engine: null when it has no part in it.
-    void paint(double x, double y, Engine *engine, const char *name);
+    // engine: null when it has no part in it. Returns the milliseconds that are not the engine's.
+    double paint(double x, double y, Engine *engine, const char *name);
 
 private:
     ZkSmartKeyingPresenter *presenter() const { return m_page.presenter(); }
@@ -137,7 +137,7 @@ void waitForQuiet()
 
 // Copies are all that is neither the engine nor the painting of the player: the picture of the stroke
 // and its way to the pixels of the frame, the mask that is kept, undo, and the picture with the mask on it.
-void Workspace::paint(double x, double y, Engine *engine, const char *name)
+double Workspace::paint(double x, double y, Engine *engine, const char *name)
 {
     const qint64 frame = presenter()->currentFrame();
     const QImage before = service()->segments().matteAt(frame);
@@ -158,7 +158,7 @@ void Workspace::paint(double x, double y, Engine *engine, const char *name)
     const SegmentNodePtr after = service()->segments().node(frame);
     if (!isShown || !after || after == node) {
         std::printf("%s: nothing new came on screen\n", name);
-        return;
+        return longestWait;
     }
     const Times alone = engine ? engine->timesFor(after, before) : Times();
     const double painting = m_watch.milliseconds;
@@ -172,6 +172,7 @@ void Workspace::paint(double x, double y, Engine *engine, const char *name)
                 total.processors,
                 alone.processors,
                 total.processors - alone.processors);
+    return total.wall - alone.wall;
 }
 
 } // namespace
@@ -183,7 +184,8 @@ int main(int argc, char **argv)
     QApplication application(argc, argv);
     const QTemporaryDir folder;
     QString error;
-    QString path = QCoreApplication::arguments().value(1);
+    const int strokes = qMax(3, QCoreApplication::arguments().value(1).toInt());
+    QString path = QCoreApplication::arguments().value(2);
     if (path.isEmpty()) {
         path = folder.filePath(QStringLiteral("sample.mp4"));
         zk::media::SampleClip({QSize(1920, 1080), 10, 25}).write(path, QString(), &error);
@@ -206,12 +208,17 @@ int main(int argc, char **argv)
                 workspace.surfaceSize().width(),
                 workspace.surfaceSize().height());
     Engine engine(reader->frameAt(0));
+    const auto paintAll = [&](Engine *part, const char *name) {
+        std::vector<double> rest;
+        for (int i = 0; i < strokes; ++i)
+            rest.push_back(
+                workspace.paint(0.24 + 0.08 * i / strokes, 0.28 + 0.01 * (i % 3), part, name));
+        std::printf("%-14s copies and paint, median: %.1f ms\n", name, percentile(rest, 0.5));
+    };
     workspace.paint(0.28, 0.30, &engine, "first stroke");
-    for (int i = 0; i < 5; ++i)
-        workspace.paint(0.26 + 0.01 * i, 0.28 + 0.01 * (i % 3), &engine, "later stroke");
+    paintAll(&engine, "later stroke");
     // What erasing takes is all but the engine, without the uncertainty of subtracting it.
     workspace.erase();
-    for (int i = 0; i < 5; ++i)
-        workspace.paint(0.26 + 0.01 * i, 0.28 + 0.01 * (i % 3), nullptr, "erased");
+    paintAll(nullptr, "erased");
     return 0;
 }

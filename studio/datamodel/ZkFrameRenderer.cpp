@@ -78,6 +78,14 @@ void RenderSnapshot::Data::takeApplied(const ZkStudioClip &clip)
 
 namespace {
 
+// Averaged, for interpolating between neighbours would leave pixels out.
+QImage reducedTo(const QSize &size, const QImage &whole)
+{
+    return whole.isNull() || size.isEmpty()
+        ? QImage()
+        : whole.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
 std::shared_ptr<const RenderSnapshot::Data> dataOf(const ZkStudioTimeline &timeline)
 {
     const ZkStudioClip *clip = timeline.clip();
@@ -151,11 +159,18 @@ public:
     // Without a matte unless something is cut out. A null frame: it cannot be decoded.
     RenderInput input(const RenderSnapshot &snapshot, qint64 frame);
     QImage finalMatte(const RenderSnapshot::Data &data, qint64 frame) const;
+    Preview plain(const QImage &frame, const QSize &reduced);
+    Preview
+    composed(const RenderInput &input, const RenderSnapshot::Data &data, const QSize &reduced);
 
     std::shared_ptr<zk::media::FrameCache> cache;
     qint64 keptBytes = 0;
     std::unique_ptr<zk::media::MediaReader> reader;
     QString error;
+
+private:
+    Preview m_plain; // of the picture with that key
+    qint64 m_plainKey = 0;
 };
 
 bool FrameRenderer::Private::openReader(const zk::media::MediaInfo &media)
@@ -237,21 +252,51 @@ QImage FrameRenderer::source(const RenderSnapshot &snapshot, qint64 frame)
     return d->input(snapshot, frame).frame;
 }
 
-QImage FrameRenderer::preview(const RenderSnapshot &snapshot, qint64 frame)
+// Without a mask.
+FrameRenderer::Preview FrameRenderer::Private::plain(const QImage &frame, const QSize &reduced)
+{
+    if (m_plainKey != frame.cacheKey())
+        m_plain = {zk::effects::opaquePicture(frame), QImage()};
+    m_plainKey = frame.cacheKey();
+    if (m_plain.reduced.size() != reduced)
+        m_plain.reduced = reducedTo(reduced, m_plain.whole);
+    return m_plain;
+}
+
+FrameRenderer::Preview FrameRenderer::Private::composed(const RenderInput &input,
+                                                        const RenderSnapshot::Data &data,
+                                                        const QSize &reduced)
+{
+    Preview preview;
+    // Looks are left out, so all that a mask changes is the colour over the frame.
+    const bool isOverlay = data.settings.type == PreviewType::Interactive && !data.settings.invert;
+    if (isOverlay)
+        preview = plain(input.frame, reduced);
+    else
+        preview.whole = zk::effects::composePreview(input, &data.look, data.settings);
+    const bool hasOverlay = isOverlay && !input.matte.isNull();
+    if (hasOverlay)
+        preview.whole = zk::effects::overlaid(preview.whole, input.matte, data.settings);
+    if (data.showsAreaOutlines)
+        drawAreaOutlines(
+            &preview.whole, data.segments.node(input.frameIndex), data.settings.overlayColour);
+    if (!isOverlay || data.showsAreaOutlines)
+        preview.reduced = reducedTo(reduced, preview.whole);
+    else if (hasOverlay && !reduced.isEmpty())
+        preview.reduced = zk::effects::overlaid(preview.reduced, input.matte, data.settings);
+    return preview;
+}
+
+FrameRenderer::Preview
+FrameRenderer::preview(const RenderSnapshot &snapshot, qint64 frame, const QSize &reduced)
 {
     RenderInput input = d->input(snapshot, frame);
     if (input.frame.isNull())
         return {};
-    if (snapshot.isCutOut()) {
-        const RenderSnapshot::Data *data = snapshot.data();
-        input.matte = data->shownMatteAt(frame);
-        QImage picture = zk::effects::composePreview(input, &data->look, data->settings);
-        if (data->showsAreaOutlines)
-            drawAreaOutlines(&picture, data->segments.node(frame), data->settings.overlayColour);
-        return picture;
-    }
-    PreviewSettings asItIs;
-    return zk::effects::composePreview(input, nullptr, asItIs);
+    if (!snapshot.isCutOut())
+        return d->plain(input.frame, reduced);
+    input.matte = snapshot.data()->shownMatteAt(frame);
+    return d->composed(input, *snapshot.data(), reduced);
 }
 
 QImage FrameRenderer::cutout(const RenderSnapshot &snapshot, qint64 frame)

@@ -72,8 +72,18 @@ public:
 
     // The decoded frame: Format_RGBA8888, straight alpha.
     QImage source(const RenderSnapshot &snapshot, qint64 frame);
-    // For painting: Format_ARGB32_Premultiplied, opaque.
-    QImage preview(const RenderSnapshot &snapshot, qint64 frame);
+    // For painting: Format_ARGB32_Premultiplied, opaque. What does not change from one mask of a frame to
+    // the next is kept, reduced as it was asked for last.
+    struct Preview
+    {
+        QImage whole; // of the source's size
+        QImage reduced; // of the given one; null when that is empty
+    };
+    Preview preview(const RenderSnapshot &snapshot, qint64 frame, const QSize &reduced);
+    QImage preview(const RenderSnapshot &snapshot, qint64 frame)
+    {
+        return preview(snapshot, frame, QSize()).whole;
+    }
     // For export: Format_RGBA8888, straight alpha. The frame as it is when nothing is cut out.
     QImage cutout(const RenderSnapshot &snapshot, qint64 frame);
     // Format_Grayscale8: the object's opacity with invert and the look's matte settings; all 255 when

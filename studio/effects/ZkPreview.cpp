@@ -4,6 +4,8 @@
 
 #include <QtEndian>
 
+#include <opencv2/imgproc.hpp>
+
 #include <array>
 #include <utility>
 #include <vector>
@@ -58,20 +60,19 @@ void alphaRow(const quint32 *pixels, int n, QRgb *to)
     }
 }
 
-// Pixels on black, and the colour over them with its alpha times the matte's.
-void overlayRow(const quint32 *pixels, const uchar *matte, const Rgba &colour, int n, QRgb *to)
+// The colour over opaque pixels, with its alpha times the matte's.
+void overlayRow(const uchar *matte, const Rgba &colour, int n, QRgb *pixels)
 {
     const quint16 red = colour[0];
     const quint16 green = colour[1];
     const quint16 blue = colour[2];
     const quint16 strength = colour[3];
     for (int x = 0; x < n; ++x) {
-        const quint32 pixel = qFromLittleEndian(pixels[x]);
-        const quint16 alpha = channel(pixel, 3);
+        const QRgb pixel = pixels[x];
         const quint16 over = mixed(matte[x], 0, strength);
-        to[x] = opaque(mixed(red, mixed(channel(pixel, 0), 0, alpha), over),
-                       mixed(green, mixed(channel(pixel, 1), 0, alpha), over),
-                       mixed(blue, mixed(channel(pixel, 2), 0, alpha), over));
+        pixels[x] = opaque(mixed(red, channel(pixel, 2), over),
+                           mixed(green, channel(pixel, 1), over),
+                           mixed(blue, channel(pixel, 0), over));
     }
 }
 
@@ -98,26 +99,6 @@ QImage matteFor(const RenderInput &input, bool invert)
         matte.fill(0);
     }
     return invert ? invertedMatte(matte) : matte.convertToFormat(QImage::Format_Grayscale8);
-}
-
-// The frame on black, as it is when no mask lies over it: what plays most, so it has to be quick.
-QImage asItIs(const QImage &frame)
-{
-    QImage result = frame.convertToFormat(QImage::Format_ARGB32_Premultiplied);
-    result.reinterpretAsFormat(QImage::Format_RGB32);
-    return std::move(result).convertToFormat(QImage::Format_ARGB32_Premultiplied);
-}
-
-QImage withOverlay(const RenderInput &input, const PreviewSettings &settings)
-{
-    const QImage frame = input.frame.convertToFormat(QImage::Format_RGBA8888);
-    const cv::Mat pixels = viewOf(frame);
-    const cv::Mat matte = viewOf(input.matte);
-    Rgba overlay = toRgba(settings.overlayColour);
-    overlay[3] = static_cast<uchar>(qBound(0, settings.overlayAlpha, 255));
-    return painted(frame.size(), [&](int y, QRgb *row) {
-        overlayRow(pixels.ptr<quint32>(y), matte.ptr<uchar>(y), overlay, pixels.cols, row);
-    });
 }
 
 QImage onBlack(const cv::Mat &cutout, const QSize &size)
@@ -150,16 +131,40 @@ QImage onGrid(const cv::Mat &cutout, const QSize &size)
 
 } // namespace
 
+QImage opaquePicture(const QImage &frame)
+{
+    QImage result = frame.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    result.reinterpretAsFormat(QImage::Format_RGB32);
+    return std::move(result).convertToFormat(QImage::Format_ARGB32_Premultiplied);
+}
+
+// Most of a frame lies outside the object.
+QImage overlaid(QImage picture, const QImage &matte, const PreviewSettings &settings)
+{
+    cv::Mat pixels = writableViewOf(picture);
+    cv::Mat coverage = viewOf(matte);
+    if (coverage.size() != pixels.size())
+        cv::resize(viewOf(matte), coverage, pixels.size());
+    const cv::Rect box = cv::boundingRect(coverage);
+    Rgba overlay = toRgba(settings.overlayColour);
+    overlay[3] = static_cast<uchar>(qBound(0, settings.overlayAlpha, 255));
+    forEachRow(box.height, [&](int row) {
+        const int y = box.y + row;
+        overlayRow(coverage.ptr<uchar>(y) + box.x, overlay, box.width, pixels.ptr<QRgb>(y) + box.x);
+    });
+    return picture;
+}
+
 QImage composePreview(const RenderInput &input, const Look *look, const PreviewSettings &settings)
 {
     if (input.frame.isNull() || (!input.matte.isNull() && input.matte.size() != input.frame.size()))
         return {};
     if (settings.type == PreviewType::Interactive && input.matte.isNull() && !settings.invert)
-        return asItIs(input.frame);
+        return opaquePicture(input.frame);
     RenderInput shown = input;
     shown.matte = matteFor(input, settings.invert);
     if (settings.type == PreviewType::Interactive)
-        return withOverlay(shown, settings);
+        return overlaid(opaquePicture(shown.frame), shown.matte, settings);
     const QImage cutout = renderCutout(shown, look ? *look : Look());
     const cv::Mat pixels = viewOf(cutout);
     switch (settings.type) {

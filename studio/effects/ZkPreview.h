@@ -20,6 +20,15 @@ struct PreviewSettings
     bool invert = false; // what is not the object is kept
 };
 
+// The frame on black, Format_ARGB32_Premultiplied: as it is when no mask lies over it.
+ZKEFFECTS_EXPORT QImage opaquePicture(const QImage &frame);
+
+// Such a picture with the colour over it where the matte (Format_Grayscale8) is. A matte of another size is
+// interpolated, so that a picture that was made smaller can have the matte of the whole one.
+ZKEFFECTS_EXPORT QImage overlaid(QImage picture,
+                                 const QImage &matte,
+                                 const PreviewSettings &settings);
+
 // look may be null: the plain cutout. Pure, as renderCutout() is. The result is
 // Format_ARGB32_Premultiplied and opaque, ready to be painted; null on wrong input. A matte that is
 // null counts as empty, so that a frame without one can be shown.

@@ -10,6 +10,7 @@
 
 using zk::datamodel::FrameRenderer;
 using zk::datamodel::RenderSnapshot;
+using zk::player::Picture;
 using zk::player::PictureQueue;
 
 namespace {
@@ -135,7 +136,7 @@ void ZkMediaPlayerPresenterPrivate::release()
     m_playbackStart = -1;
     ZkMediaPlayerZoomerPresenterPrivate::get(&m_zoomer)->setSourceSize(QSize(), true);
     m_playhead.place(unlimitedRange, m_playhead.position());
-    m_picture = QImage();
+    m_picture = {};
     Q_EMIT pictureChanged();
     notify(&IZkPlayerControlObserver::playerDurationChanged, 0);
 }
@@ -200,7 +201,10 @@ void ZkMediaPlayerPresenterPrivate::trackingFinished()
 void ZkMediaPlayerPresenterPrivate::onTimelineChangedEvent(const ZkTimelineChanges &changes)
 {
     Q_UNUSED(changes)
-    m_queue.request(PictureQueue::Repaint);
+    // Another observer of the same change may have asked for the picture already.
+    const ZkStudioTimeline *opened = timeline();
+    if (!opened || opened->deliveries() != m_renderedDelivery)
+        m_queue.request(PictureQueue::Repaint);
 }
 
 bool ZkMediaPlayerPresenterPrivate::canPlay() const
@@ -312,25 +316,36 @@ void ZkMediaPlayerPresenterPrivate::seek()
     reportFrame();
 }
 
-PictureQueue::Job ZkMediaPlayerPresenterPrivate::prepareJob() const
+// Of the frame on screen; empty where that is not smaller than the source.
+QSize ZkMediaPlayerPresenterPrivate::reducedSize()
+{
+    const double ratio = ZkMediaPlayerZoomerPresenterPrivate::get(&m_zoomer)->devicePixelRatio();
+    const QSize shown = (QSizeF(m_zoomer.frameRect().toRect().size()) * ratio).toSize();
+    const QSize source = timeline()->frameSize();
+    return shown.width() < source.width() ? shown : QSize();
+}
+
+PictureQueue::Job ZkMediaPlayerPresenterPrivate::prepareJob()
 {
     const ZkStudioTimeline *opened = timeline();
     if (!opened)
         return {};
+    m_renderedDelivery = opened->deliveries();
     const RenderSnapshot snapshot(*opened);
     PictureQueue::Job job;
-    job.render = [renderer = m_renderer, snapshot, frame = currentFrame()] {
-        QImage picture = renderer->preview(snapshot, frame);
-        if (picture.isNull()) {
-            writeLog(ZKLOG::Warning,
-                     QStringLiteral("prepareJob"),
-                     __LINE__,
-                     QStringLiteral("frame %1 cannot be shown: %2")
-                         .arg(frame)
-                         .arg(renderer->errorString()));
-        }
-        return picture;
-    };
+    job.render =
+        [renderer = m_renderer, snapshot, frame = currentFrame(), reduced = reducedSize()] {
+            const Picture picture = renderer->preview(snapshot, frame, reduced);
+            if (picture.whole.isNull()) {
+                writeLog(ZKLOG::Warning,
+                         QStringLiteral("prepareJob"),
+                         __LINE__,
+                         QStringLiteral("frame %1 cannot be shown: %2")
+                             .arg(frame)
+                             .arg(renderer->errorString()));
+            }
+            return picture;
+        };
     if (m_playTimer.isActive() && qFuzzyCompare(m_clock.rate(), m_frameRate))
         job.readAhead = [renderer = m_renderer, snapshot, frame = currentFrame() + 1] {
             renderer->source(snapshot, frame);
@@ -340,10 +355,10 @@ PictureQueue::Job ZkMediaPlayerPresenterPrivate::prepareJob() const
 
 // After a failure the player keeps the picture that it has, and goes on. A frame that fell due while this
 // one was being rendered comes right after it, not when the next one is due.
-void ZkMediaPlayerPresenterPrivate::show(const QImage &picture)
+void ZkMediaPlayerPresenterPrivate::show(const Picture &picture)
 {
-    const bool isFirst = m_picture.isNull() && !picture.isNull();
-    if (!picture.isNull()) {
+    const bool isFirst = m_picture.whole.isNull() && !picture.whole.isNull();
+    if (!picture.whole.isNull()) {
         m_picture = picture;
         Q_EMIT pictureChanged();
     }

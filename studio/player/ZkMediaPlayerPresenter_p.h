@@ -38,7 +38,10 @@ public:
     // widget (any more).
     void setViewport(const QSizeF &size, qreal devicePixelRatio);
     // Of the source's size, ready to be painted into zoomer()->frameRect(). Null until there is one.
-    QImage picture() const { return m_picture; }
+    const QImage &picture() const { return m_picture.whole; }
+    // The same, of the size in device pixels that the frame had on screen when it was rendered; null when
+    // that was not smaller.
+    const QImage &reducedPicture() const { return m_picture.reduced; }
 
     bool open(const ZkMediaPlayerOpenParam &param) override;
     void stop() override;
@@ -79,8 +82,9 @@ private:
     void advance();
     bool acceptsSeek() const;
     void seek();
-    zk::player::PictureQueue::Job prepareJob() const;
-    void show(const QImage &picture);
+    QSize reducedSize();
+    zk::player::PictureQueue::Job prepareJob();
+    void show(const zk::player::Picture &picture);
 
     ZkMediaPlayerPresenter *q_ptr;
     ZkMediaPlayerZoomerPresenter m_zoomer;
@@ -98,5 +102,6 @@ private:
     qint64 m_reportedFrame = -1;
     qint64 m_playbackStart = -1; // where the last playback of what is open began
     QVector<IZkPlayerControlObserver *> m_observers;
-    QImage m_picture;
+    zk::player::Picture m_picture;
+    quint64 m_renderedDelivery = 0; // of the timeline's changes, the last one that was rendered
 };

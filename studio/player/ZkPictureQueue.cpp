@@ -50,13 +50,13 @@ void PictureQueue::startNext()
     // Even when there is nothing to do the answer is posted: who asks connects afterwards.
     if (!job.render) {
         QMetaObject::invokeMethod(
-            this, [this] { finish(QImage()); }, Qt::QueuedConnection);
+            this, [this] { finish(Picture()); }, Qt::QueuedConnection);
         return;
     }
     QMetaObject::invokeMethod(
         &m_worker,
         [this, job = std::move(job)] {
-            const QImage picture = job.render();
+            const Picture picture = job.render();
             QMetaObject::invokeMethod(
                 this, [this, picture] { finish(picture); }, Qt::QueuedConnection);
             if (job.readAhead)
@@ -65,7 +65,7 @@ void PictureQueue::startNext()
         Qt::QueuedConnection);
 }
 
-void PictureQueue::finish(const QImage &picture)
+void PictureQueue::finish(const Picture &picture)
 {
     const QPointer<PictureQueue> self(this);
     m_isBusy = false;

@@ -1,6 +1,8 @@
 // Not public. Renders pictures in a worker thread, the newest request first and alone.
 #pragma once
 
+#include "ZkFrameRenderer.h"
+
 #include <QImage>
 #include <QObject>
 #include <QThread>
@@ -9,6 +11,9 @@
 
 namespace zk::player {
 
+// Whole, and reduced to what it is on screen, in device pixels, where that is smaller.
+using Picture = zk::datamodel::FrameRenderer::Preview;
+
 // Requests that come while a picture is being rendered are answered together by the next one, so that
 // any number of them costs at most two renderings. Lives on the GUI thread.
 class PictureQueue : public QObject
@@ -16,11 +21,11 @@ class PictureQueue : public QObject
     Q_OBJECT
 
 public:
-    // Both run in the worker thread. The picture is null when it fails; what can be made ready for the
+    // Both run in the worker thread. The picture is a null one when it fails; what can be made ready for the
     // next one meanwhile, if anything, comes after the picture has been handed over.
     struct Job
     {
-        std::function<QImage()> render;
+        std::function<Picture()> render;
         std::function<void()> readAhead;
     };
     // Called on the GUI thread when a rendering starts, so that it sees what is current then. A job
@@ -45,13 +50,13 @@ public:
 
 Q_SIGNALS:
     // Posted. A null picture: the rendering has failed, or there was nothing to show.
-    void rendered(const QImage &picture);
+    void rendered(const zk::player::Picture &picture);
     // After rendered(), and only when no newer picture is awaited.
     void settled();
 
 private:
     void startNext();
-    void finish(const QImage &picture);
+    void finish(const Picture &picture);
     void settle();
 
     Prepare m_prepare;

@@ -16,9 +16,7 @@
 
 namespace {
 
-// In device pixels for a pixel of the picture. Below the first, interpolating would leave pixels of the
-// picture out, so these are averaged. Above the second, the pixels themselves are what one wants to see.
-constexpr double averagedBelow = 0.5;
+// In device pixels for a pixel of the picture: from here on the pixels themselves are what one wants to see.
 constexpr double pixelsShownAbove = 2;
 
 // Levels are no further apart from one that they stick to than this share of it.
@@ -56,7 +54,7 @@ public:
     bool isZoomAdsorbEnabled = true;
 
 private:
-    const QImage &averaged(const QImage &picture, const QSize &size);
+    const QImage &reduced(const QImage &picture, const QSize &size);
     ZkMediaPlayerZoomerPresenterPrivate *zoomerPrivate() const
     {
         return ZkMediaPlayerZoomerPresenterPrivate::get(presenter->zoomerPresenter());
@@ -65,8 +63,8 @@ private:
     QString m_name; // for screen readers
     QSizeF m_viewport; // as the player knows it
     qreal m_devicePixelRatio = 0;
-    QImage m_averaged; // of the picture with that key
-    qint64 m_averagedKey = 0;
+    QImage m_reduced; // of the picture with that key
+    qint64 m_reducedKey = 0;
     int m_wheelAngle = 0; // too little for a step so far
     float m_pinchStart = 1; // level
 };
@@ -133,13 +131,17 @@ QRect ZkVblPlayerWidget::Private::frameRect() const
     return presenter ? presenter->zoomer()->frameRect().toRect() : QRect();
 }
 
-const QImage &ZkVblPlayerWidget::Private::averaged(const QImage &picture, const QSize &size)
+// Pictures come reduced to what is on screen, unless the zoom has changed since.
+const QImage &ZkVblPlayerWidget::Private::reduced(const QImage &picture, const QSize &size)
 {
-    if (m_averagedKey != picture.cacheKey() || m_averaged.size() != size) {
-        m_averaged = picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-        m_averagedKey = picture.cacheKey();
+    if (m_reducedKey != picture.cacheKey() || m_reduced.size() != size) {
+        const QImage &made = ZkMediaPlayerPresenterPrivate::get(presenter)->reducedPicture();
+        m_reduced = made.size() == size
+            ? made
+            : picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        m_reducedKey = picture.cacheKey();
     }
-    return m_averaged;
+    return m_reduced;
 }
 
 // Far enlarged frames are larger than painters can count, so only the part that is seen is handed over.
@@ -150,8 +152,8 @@ void ZkVblPlayerWidget::Private::paint(QPainter &painter, const QRect &frame, co
     const double devicePixels = frame.width() * ratio / shown.width();
     // Pictures are opaque.
     painter.setCompositionMode(QPainter::CompositionMode_Source);
-    if (devicePixels < averagedBelow) {
-        painter.drawImage(frame, averaged(shown, (QSizeF(frame.size()) * ratio).toSize()));
+    if (devicePixels < 1) {
+        painter.drawImage(frame, reduced(shown, (QSizeF(frame.size()) * ratio).toSize()));
         return;
     }
     painter.setRenderHint(QPainter::SmoothPixmapTransform, devicePixels <= pixelsShownAbove);

@@ -1,4 +1,5 @@
 #include "ZkBrushSection.h"
+#include "ZkInputShield.h"
 #include "ZkPresetPicker.h"
 #include "ZkPropertyPanel.h"
 #include "ZkWorkspacePage_p.h"
@@ -97,6 +98,7 @@ void WorkspacePage::Private::buildColumns()
     buildPlayer();
     panel = new PropertyPanel(presenter.get(), manager->studioLibrary(), q);
     panel->setMinimumWidth(panelWidth);
+    shield = new InputShield({panel}, q);
     columns = new QSplitter(Qt::Horizontal, q);
     columns->setObjectName(QStringLiteral("WorkspaceColumns"));
     columns->setChildrenCollapsible(false);
@@ -111,7 +113,7 @@ void WorkspacePage::Private::addShortcuts()
     const auto addBrushKey = [this](const QString &key, int pixels) {
         auto *const shortcut = new QShortcut(QKeySequence(key), q);
         QObject::connect(shortcut, &QShortcut::activated, q, [this, pixels] {
-            if (panel && panel->isEnabled())
+            if (panel && panel->isEnabled() && !isSegmenting())
                 panel->brush()->widen(pixels);
         });
     };
@@ -203,8 +205,7 @@ void WorkspacePage::Private::refresh()
     state.canTrack = timelinePresenter != nullptr;
     state.isTracking = isTracking();
     state.isSaving = isSaving;
-    state.isIdle = presenter->isUIControlsEnabled() && !isSegmenting() && !isTracking() && !isSaving
-        && !isClosing;
+    state.isIdle = presenter->isUIControlsEnabled() && !isTracking() && !isSaving && !isClosing;
     state.canApply = presenter->hasModify();
     state.canReset = state.canApply || presenter->isUsed() || presenter->getEffect();
     state.canCancel = !isClosing && !isSaving;
@@ -212,6 +213,7 @@ void WorkspacePage::Private::refresh()
         takeFocus();
     bar->setState(state);
     panel->setEnabled(state.isIdle);
+    shield->setRaised(isSegmenting());
     view->setEnabled(!isSaving && !isClosing);
     if (timelineView)
         timelineView->setEnabled(!isSaving && !isClosing);
@@ -228,7 +230,8 @@ void WorkspacePage::Private::commitEditors()
 
 void WorkspacePage::Private::run(WorkspaceBar::Command command)
 {
-    if (!presenter || isClosing)
+    const bool needsIdle = command != WorkspaceBar::Stop && command != WorkspaceBar::Cancel;
+    if (!presenter || isClosing || (needsIdle && isSegmenting()))
         return;
     commitEditors();
     switch (command) {

@@ -15,6 +15,7 @@ class ZkStudioTimelineView;
 
 namespace zk::app {
 
+class InputShield;
 class PropertyPanel;
 class WorkspaceScene;
 
@@ -65,6 +66,7 @@ public:
     QPointer<ZkSmartKeyingPlayerView> view;
     QPointer<ZkStudioTimelineView> timelineView;
     QPointer<PropertyPanel> panel;
+    InputShield *shield = nullptr; // over the panel, while a stroke is worked on
     PageQuestions questions;
 
     QByteArray layout; // when it was taken apart

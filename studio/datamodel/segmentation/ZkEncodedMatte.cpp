@@ -41,15 +41,22 @@ EncodedMatte::EncodedMatte(const QImage &mask)
 {
     if (mask.isNull())
         return;
-    const QImage grey = mask.convertToFormat(QImage::Format_Grayscale8);
+    *this = ofPart(mask.size(), QPoint(), mask);
+}
+
+EncodedMatte EncodedMatte::ofPart(const QSize &size, const QPoint &at, const QImage &part)
+{
+    EncodedMatte matte;
+    matte.m_size = size;
+    const QImage grey = part.convertToFormat(QImage::Format_Grayscale8);
     const cv::Mat pixels = pixelsOf(grey);
-    const cv::Rect box = cv::boundingRect(pixels);
-    m_size = grey.size();
+    const cv::Rect box = pixels.empty() ? cv::Rect() : cv::boundingRect(pixels);
     if (box.empty())
-        return;
-    m_box = QRect(box.x, box.y, box.width, box.height);
-    m_objectPixels = cv::countNonZero(pixels(box) >= 128);
-    m_data = compressed(pixels(box));
+        return matte;
+    matte.m_box = QRect(box.x, box.y, box.width, box.height).translated(at);
+    matte.m_objectPixels = cv::countNonZero(pixels(box) >= 128);
+    matte.m_data = compressed(pixels(box));
+    return matte;
 }
 
 bool EncodedMatte::fromParts(const QSize &size,

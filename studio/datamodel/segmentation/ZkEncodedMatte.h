@@ -18,6 +18,8 @@ public:
     EncodedMatte() = default;
     // The image is best Format_Grayscale8; others are converted. Null images give "no mask".
     explicit EncodedMatte(const QImage &mask);
+    // Of a frame of that size that is 0 but for the part, which lies within it. A null part: all is 0.
+    static EncodedMatte ofPart(const QSize &size, const QPoint &at, const QImage &part);
     // What box(), objectPixels() and data() of another one said. False, and *matte is "no mask", when
     // that cannot be.
     static bool fromParts(const QSize &size,

@@ -6,11 +6,6 @@ namespace zk::datamodel {
 
 namespace {
 
-cv::Rect rectOf(const QRect &rect)
-{
-    return {rect.x(), rect.y(), rect.width(), rect.height()};
-}
-
 // Raises the pixels to those of the matte, within that rectangle.
 void raise(cv::Mat pixels, const EncodedMatte &matte, const QRect &within)
 {

@@ -13,6 +13,11 @@ inline int matrixType(const QImage &image)
     return CV_8UC(image.depth() / 8);
 }
 
+inline cv::Rect rectOf(const QRect &rect)
+{
+    return rect.isEmpty() ? cv::Rect() : cv::Rect(rect.x(), rect.y(), rect.width(), rect.height());
+}
+
 // To be read only.
 inline cv::Mat pixelsOf(const QImage &image)
 {

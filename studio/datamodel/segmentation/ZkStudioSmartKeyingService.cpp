@@ -2,7 +2,6 @@
 
 #include "../timeline/ZkStudioTimeline.h"
 #include "ZkPixels.h"
-#include "ZkStrokeMap.h"
 
 using namespace zk::datamodel;
 
@@ -129,8 +128,20 @@ bool ZkStudioSmartKeyingService::isEraseEnabled(qint64 frame) const
 bool ZkStudioSmartKeyingService::overlapsMask(const QImage &strokes, qint64 frame) const
 {
     const QImage mask = m_segments.matteAt(frame);
-    const QImage map = strokeMap(strokes, mask.size());
-    return !map.isNull() && cv::countNonZero(pixelsOf(map) & pixelsOf(mask)) > 0;
+    if (mask.isNull() || strokes.isNull())
+        return false;
+    const StrokeMap map = strokeMapOf(strokes);
+    const cv::Rect box = rectOf(map.box);
+    return !box.empty() && cv::countNonZero(pixelsOf(map.pixels)(box) & pixelsOf(mask)(box)) > 0;
+}
+
+StrokeMap ZkStudioSmartKeyingService::strokeMapOf(const QImage &strokes) const
+{
+    if (m_strokesKey != strokes.cacheKey() || m_strokeMap.pixels.isNull()) {
+        m_strokeMap = strokeMap(strokes, m_clip->frameSize());
+        m_strokesKey = strokes.cacheKey();
+    }
+    return m_strokeMap;
 }
 
 int ZkStudioSmartKeyingService::minimumPenWidth(const QSize &shownSize) const

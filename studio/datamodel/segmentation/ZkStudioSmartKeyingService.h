@@ -6,6 +6,7 @@
 #include "ZkEraseMasks.h"
 #include "ZkSegmentSettings.h"
 #include "ZkSegments.h"
+#include "ZkStrokeMap.h"
 
 #include "ZkDataModel.h"
 
@@ -64,6 +65,10 @@ public:
     int savedSelectionCount() const { return m_segments.saved().size(); }
     // Takes all saved selections away. Undoable. False when there is none, or while locked.
     bool discardSavedSelections();
+
+    // The pixels of the clip's frames that a stroke image paints. The last one is kept: an eraser is
+    // tried before it is used.
+    zk::datamodel::StrokeMap strokeMapOf(const QImage &strokes) const;
 
     // Replaces everything that is stored; no undo step, no report.
     void setState(const zk::datamodel::Segments &segments,
@@ -203,6 +208,8 @@ private:
     bool m_showsAreaMasks = true;
     bool m_showsAreaOutlines = false;
     mutable zk::datamodel::AreaIndex m_shownAreas; // follows when it is asked for
+    mutable zk::datamodel::StrokeMap m_strokeMap; // of the strokes with that key
+    mutable qint64 m_strokesKey = 0;
     std::unique_ptr<zk::datamodel::PlayheadWatch> m_playheadWatch;
     zk::datamodel::ObserverList<zk::datamodel::TrackedObserver> m_trackedObservers;
     std::shared_ptr<int> m_alive = std::make_shared<int>(0);

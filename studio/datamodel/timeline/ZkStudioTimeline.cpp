@@ -33,6 +33,7 @@ ZkStudioTimeline::ZkStudioTimeline(const ZkTimelineFormat &format)
     , m_handle(registry->add(this))
     , m_playhead(std::make_unique<ZkStudioPlayhead>())
     , m_undo(std::make_unique<ZkStudioUndoRedoService>([this](const ZkTimelineChanges &changes) {
+        ++m_deliveries;
         m_observers.forEach(
             [&](IZkTimelineEventObserver *observer) { observer->onTimelineChangedEvent(changes); });
     }))

@@ -52,6 +52,8 @@ public:
 
     // Tells the observers, unless events are paused; while an undo step is being done, right after it.
     void reportChanges(const ZkTimelineChanges &changes);
+    // How many times the observers were told of changes; while they are being told, this time included.
+    quint64 deliveries() const { return m_deliveries; }
 
     ZkTimelineHandle handle() const override { return m_handle; }
     IZkPlayhead *playhead() const override;
@@ -66,6 +68,7 @@ private:
     const ZkTimelineFormat m_format;
     const ZkTimelineHandle m_handle;
     bool m_isEditTimeline = false;
+    quint64 m_deliveries = 0;
     ZKSMARTKEYING::ZkSmartKeyingBusinessType m_workspace = ZKSMARTKEYING::SmartCutout;
     zk::datamodel::ObserverList<IZkTimelineEventObserver> m_observers;
     std::unique_ptr<ZkStudioPlayhead> m_playhead;

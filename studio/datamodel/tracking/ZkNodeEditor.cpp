@@ -6,6 +6,8 @@
 
 #include "ZkBoxSegmenter.h"
 
+#include <opencv2/imgproc.hpp>
+
 namespace zk::datamodel {
 
 namespace {
@@ -21,27 +23,57 @@ EncodedMatte encoded(const cv::Mat &pixels)
     return EncodedMatte(greyImage(pixels));
 }
 
-EncodedMatte united(const EncodedMatte &mask, const cv::Mat &map)
+// Pixels that are painted (255), none of them outside the box.
+struct Painted
 {
-    return encoded(mask.isEmpty() ? map : cv::Mat(decodedPixels(mask) | map));
+    cv::Mat pixels;
+    cv::Rect box;
+};
+
+Painted paintedIn(const cv::Mat &pixels)
+{
+    return {pixels, cv::boundingRect(pixels)};
 }
 
-EncodedMatte without(const EncodedMatte &mask, const cv::Mat &map)
+// Masks of strokes cover a small part of the frame, so only the boxes around them are touched.
+EncodedMatte united(const EncodedMatte &mask, const Painted &painted)
 {
-    return mask.isEmpty() ? mask : encoded(decodedPixels(mask) & ~map);
+    if (painted.box.empty() && !mask.isNull())
+        return mask;
+    const cv::Rect old = rectOf(mask.box());
+    const cv::Rect box = mask.isEmpty() ? painted.box : old | painted.box;
+    QImage part = greyImage(painted.pixels(box));
+    if (!mask.isEmpty()) {
+        const QImage before = mask.decodedBox();
+        cv::Mat target = writablePixelsOf(part)(old - box.tl());
+        cv::bitwise_or(target, pixelsOf(before), target);
+    }
+    return EncodedMatte::ofPart({painted.pixels.cols, painted.pixels.rows}, {box.x, box.y}, part);
+}
+
+EncodedMatte without(const EncodedMatte &mask, const Painted &painted)
+{
+    const cv::Rect box = rectOf(mask.box());
+    const cv::Rect common = box & painted.box;
+    if (common.empty() || cv::countNonZero(painted.pixels(common)) == 0)
+        return mask;
+    QImage part = mask.decodedBox();
+    cv::Mat pixels = writablePixelsOf(part);
+    pixels.setTo(0, painted.pixels(box));
+    return EncodedMatte::ofPart(mask.size(), mask.box().topLeft(), part);
 }
 
 // Every pixel belongs to the stroke that touched it last.
-void addStroke(SegmentNode *node, NodeEditor::Stroke stroke, const cv::Mat &map)
+void addStroke(SegmentNode *node, NodeEditor::Stroke stroke, const Painted &painted)
 {
-    node->keep =
-        stroke == NodeEditor::KeepStroke ? united(node->keep, map) : without(node->keep, map);
+    node->keep = stroke == NodeEditor::KeepStroke ? united(node->keep, painted)
+                                                  : without(node->keep, painted);
     if (stroke == NodeEditor::RemoveStroke)
-        node->remove = united(node->remove, map);
+        node->remove = united(node->remove, painted);
     else if (stroke == NodeEditor::KeepStroke)
-        node->remove = without(node->remove, map);
-    node->erase =
-        stroke == NodeEditor::EraseStroke ? united(node->erase, map) : without(node->erase, map);
+        node->remove = without(node->remove, painted);
+    node->erase = stroke == NodeEditor::EraseStroke ? united(node->erase, painted)
+                                                    : without(node->erase, painted);
 }
 
 QSharedPointer<SegmentNode> copyOf(const SegmentNodePtr &node)
@@ -98,29 +130,39 @@ bool NodeEditor::readFrame(qint64 frame)
 struct NodeEditor::Edit
 {
     Stroke stroke = KeepStroke;
-    cv::Mat painted;
+    Painted painted;
     cv::Mat mask; // what the frame shows; empty: nothing
-    cv::Mat own; // what of it the brush had made; all 0: nothing
+    cv::Mat own; // what of it the brush had made, all 0: nothing; of one object not needed
     bool isSingleObject = true;
 
-    bool meetsMask() const { return !mask.empty() && cv::countNonZero(mask & painted) > 0; }
+    bool meetsMask() const
+    {
+        const cv::Rect &box = painted.box;
+        return !mask.empty() && !box.empty()
+            && cv::countNonZero(mask(box) & painted.pixels(box)) > 0;
+    }
 };
 
 NodeEditor::Outcome
-NodeEditor::stroked(const Segments &segments, qint64 frame, Stroke stroke, const QImage &map)
+NodeEditor::stroked(const Segments &segments, qint64 frame, Stroke stroke, const StrokeMap &map)
 {
     const QImage mask = segments.matteAt(frame);
     const SegmentNodePtr before = segments.node(frame);
-    Edit edit {stroke, pixelsOf(map), pixelsOf(mask), {}, segments.isSingleObject()};
+    Edit edit {stroke,
+               {pixelsOf(map.pixels), rectOf(map.box)},
+               pixelsOf(mask),
+               {},
+               segments.isSingleObject()};
     if (stroke == EraseStroke && !mask.isNull() && !edit.meetsMask())
         return {true, before};
     const auto node = copyOf(before);
     addStroke(node.data(), stroke, edit.painted);
     const bool isOneObject = edit.isSingleObject && node->areas.isEmpty();
-    if (before && !before->brushMask().isNull())
-        edit.own = decodedPixels(before->brushMask());
-    else
-        edit.own = cv::Mat::zeros(edit.painted.size(), CV_8U);
+    if (!isOneObject) {
+        const bool hasOwn = before && !before->brushMask().isNull();
+        edit.own = hasOwn ? decodedPixels(before->brushMask())
+                          : cv::Mat(cv::Mat::zeros(edit.painted.pixels.size(), CV_8U));
+    }
     if (!(isOneObject ? strokeOneObject(frame, node.data(), edit)
                       : strokeParts(frame, node.data(), edit)))
         return {};
@@ -132,8 +174,10 @@ NodeEditor::stroked(const Segments &segments, qint64 frame, Stroke stroke, const
 // The mask after the stroke; empty when there is nothing to correct, or the frame cannot be read.
 cv::Mat NodeEditor::corrected(qint64 frame, const SegmentNode &node, const Edit &edit)
 {
-    if (edit.stroke == EraseStroke)
-        return edit.mask.empty() ? cv::Mat() : cv::Mat(edit.mask & ~edit.painted);
+    if (edit.stroke == EraseStroke) {
+        cv::Mat rest = edit.mask.clone();
+        return rest.empty() ? rest : rest.setTo(0, edit.painted.pixels);
+    }
     return readFrame(frame) ? segmented(node, edit.mask) : cv::Mat();
 }
 
@@ -147,7 +191,7 @@ bool NodeEditor::strokeOneObject(qint64 frame, SegmentNode *node, const Edit &ed
 bool NodeEditor::strokeParts(qint64 frame, SegmentNode *node, const Edit &edit)
 {
     if (edit.stroke == KeepStroke && !edit.isSingleObject && !edit.meetsMask()) {
-        const cv::Mat object = newObject(frame, *node, edit.painted);
+        const cv::Mat object = newObject(frame, *node, edit.painted.pixels);
         if (!object.empty())
             assemble(node, cv::max(edit.own, object));
         return !object.empty();
@@ -156,12 +200,13 @@ bool NodeEditor::strokeParts(qint64 frame, SegmentNode *node, const Edit &edit)
     if (result.empty())
         return false;
     if (edit.stroke == KeepStroke) {
-        assemble(node, keptByBrush(*node, result, edit.own, edit.painted, edit.isSingleObject));
+        assemble(node,
+                 keptByBrush(*node, result, edit.own, edit.painted.pixels, edit.isSingleObject));
         return true;
     }
     // Goes with what is tracked into the frame, too.
     if (!edit.isSingleObject)
-        node->erase = united(node->erase, (edit.mask >= 128) & (result < 128));
+        node->erase = united(node->erase, paintedIn((edit.mask >= 128) & (result < 128)));
     takeFromAreas(node, result);
     assemble(node, cv::min(edit.own, result));
     return true;

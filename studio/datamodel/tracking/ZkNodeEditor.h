@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../segmentation/ZkSegments.h"
+#include "../segmentation/ZkStrokeMap.h"
 
 #include "ZkInteractiveSegmenter.h"
 #include "ZkMediaInfo.h"
@@ -36,7 +37,7 @@ public:
     // mask that the frame has. It fails when there is nothing to correct, or the frame cannot be read.
     // Of several objects, a keep stroke that does not meet the mask begins another one, objects in areas
     // stay with their areas, and a node of which nothing is left goes.
-    Outcome stroked(const Segments &segments, qint64 frame, Stroke stroke, const QImage &map);
+    Outcome stroked(const Segments &segments, qint64 frame, Stroke stroke, const StrokeMap &map);
     // The matte is scaled to the frame's size; its grey value is the opacity of the object.
     Outcome given(const SegmentNodePtr &before, const QImage &matte) const;
     // The object in a box of the frame, or all of the box; "no mask" when the frame cannot be read.

@@ -2,7 +2,6 @@
 
 #include "../ZkPlayerFeedback.h"
 #include "../segmentation/ZkPixels.h"
-#include "../segmentation/ZkStrokeMap.h"
 #include "../segmentation/ZkStudioSmartKeyingService.h"
 
 #include "ZkMediaPlayer.h"
@@ -110,8 +109,8 @@ bool ZkStudioEditController::applyStroke(qint64 frame,
 {
     Outcome outcome;
     if (canEdit(frame)) {
-        const QImage map = strokeMap(strokes, m_timeline->frameSize());
-        if (cv::countNonZero(pixelsOf(map)) > 0)
+        const StrokeMap map = service()->strokeMapOf(strokes);
+        if (!map.box.isEmpty())
             outcome = m_editor->stroked(service()->segments(), frame, stroke, map);
     }
     return commit(frame, outcome, text);

@@ -83,7 +83,7 @@ private Q_SLOTS:
         const QImage strokes = drawn(from, to);
         const qreal ratio = m_canvas->devicePixelRatioF();
         QCOMPARE(strokes.size(), (QSizeF(canvas.size()) * ratio).toSize().boundedTo(sourceSize));
-        const QImage map = zk::datamodel::strokeMap(strokes, sourceSize);
+        const QImage map = zk::datamodel::strokeMap(strokes, sourceSize).pixels;
 
         // A source pixel that the pen covers as a whole is hit. One that it does not touch is not, when
         // source pixels are at least as large as those of the image; smaller ones are hit by majority.
@@ -119,7 +119,7 @@ private Q_SLOTS:
         m_canvas->setPenWidth(7);
         const QPoint source = (QPoint(300, 200) - canvas.topLeft()) / 8;
         const QPoint at = canvas.topLeft() + source * 8 + QPoint(3, 3);
-        const QImage map = zk::datamodel::strokeMap(drawn(at, at), sourceSize);
+        const QImage map = zk::datamodel::strokeMap(drawn(at, at), sourceSize).pixels;
         for (int y = 0; y < sourceSize.height(); ++y)
             for (int x = 0; x < sourceSize.width(); ++x)
                 QCOMPARE(map.constScanLine(y)[x] != 0, QPoint(x, y) == source);

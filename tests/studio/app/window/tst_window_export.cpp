@@ -10,6 +10,7 @@
 #include <optional>
 
 using namespace zk::app;
+using zk::media::SampleClip;
 using namespace zk::test;
 
 class TestWindowExport : public QObject
@@ -135,6 +136,15 @@ private Q_SLOTS:
     void cancels()
     {
         QFETCH(bool, closesWindow);
+        // One that takes longer to write than to say so.
+        const QString film = bench->file(QStringLiteral("film.mkv"));
+        QString error;
+        QVERIFY2(SampleClip({WindowClips::size, 500, 24}).write(film, {}, &error),
+                 qPrintable(error));
+        bench->drop(bench->window.get(), {film});
+        auto *clips = child<QComboBox>("ExportDialog_Clip");
+        QTRY_COMPARE_WITH_TIMEOUT(bench->project()->clipCount(), 3, timeoutMs);
+        clips->setCurrentIndex(2);
         child<QComboBox>("ExportDialog_Format")->setCurrentIndex(1); // the slowest
         type(bench->file(QStringLiteral("out")));
         QTest::mouseClick(child("ExportDialog_Export"), Qt::LeftButton);

@@ -69,16 +69,18 @@ private Q_SLOTS:
         // A box whose borders are on pixel borders of both resolutions comes out exactly.
         const QRect painted(24, 10, 64, 40);
         for (const QSize &size : {EditClip::size, QSize(480, 270), QSize(80, 45), QSize(40, 90)})
-            QCOMPARE(strokeMap(strokeOn(painted, size), EditClip::size), maskOf(painted));
+            QCOMPARE(strokeMap(strokeOn(painted, size), EditClip::size).pixels, maskOf(painted));
         // A hundredth of a pixel that is hardly opaque does not vanish.
         QImage strokes(1600, 900, QImage::Format_ARGB32);
         strokes.fill(Qt::transparent);
         strokes.setPixelColor(805, 455, QColor(0, 0, 0, 1));
-        QCOMPARE(strokeMap(strokes, EditClip::size), maskOf(QRect(80, 45, 1, 1)));
+        QCOMPARE(strokeMap(strokes, EditClip::size).pixels, maskOf(QRect(80, 45, 1, 1)));
         // Without alpha, black is not painted.
         strokes.fill(Qt::black);
         const auto isPainted = [&](QImage::Format format) {
-            return strokeMap(strokes.convertToFormat(format), QSize(1, 1)).constScanLine(0)[0] > 0;
+            return strokeMap(strokes.convertToFormat(format), QSize(1, 1))
+                       .pixels.constScanLine(0)[0]
+                > 0;
         };
         QVERIFY(isPainted(QImage::Format_RGBA8888) && !isPainted(QImage::Format_RGB32));
         strokes.fill(QColor(0, 0, 1));

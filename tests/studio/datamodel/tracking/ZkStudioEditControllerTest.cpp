@@ -12,7 +12,7 @@ const QRect everywhere(QPoint(), EditClip::size);
 // Whether the mask has that value wherever the stroke was painted.
 bool hasValueUnder(const QImage &stroke, const QImage &mask, int value)
 {
-    const QImage map = strokeMap(stroke, mask.size());
+    const QImage map = strokeMap(stroke, mask.size()).pixels;
     for (int y = 0; y < mask.height(); ++y) {
         for (int x = 0; x < mask.width(); ++x) {
             if (map.constScanLine(y)[x] && mask.constScanLine(y)[x] != value)
@@ -93,8 +93,8 @@ private Q_SLOTS:
         QVERIFY(hasValueUnder(corner, bench->segments().matteAt(0), 0));
         QVERIFY(hasValueUnder(keep, bench->segments().matteAt(0), 255));
         const SegmentNodePtr node = bench->segments().node(0);
-        QCOMPARE(node->remove.decoded(), strokeMap(corner, EditClip::size));
-        QCOMPARE(node->keep.decoded(), strokeMap(keep, EditClip::size));
+        QCOMPARE(node->remove.decoded(), strokeMap(corner, EditClip::size).pixels);
+        QCOMPARE(node->keep.decoded(), strokeMap(keep, EditClip::size).pixels);
         QCOMPARE(bench->service()->maskItemCount(), 1);
         QCOMPARE(bench->undo()->undoText(), QStringLiteral("Remove mask"));
     }

@@ -58,6 +58,32 @@ private Q_SLOTS:
         QVERIFY(!m_bench->presenter()->isUsed());
     }
 
+    // It looks as ever then, so it has to refuse by itself.
+    void leavesThePanelAloneDuringAStroke()
+    {
+        m_bench->presenter()->setProgressEnabled(false);
+        auto *const opacity = m_bench->find<QSlider>("WorkspaceOverlayOpacity");
+        const int before = opacity->value();
+        const auto input = [&] {
+            QTest::keyClick(opacity, Qt::Key_Home);
+            m_bench->click("WorkspaceApply");
+            m_bench->key(Qt::Key_R, Qt::ControlModifier);
+        };
+        int strokes = 0;
+        const auto connection = QObject::connect(
+            m_bench->presenter(), &ZkSmartKeyingPresenter::sigSmartKeyingSegmentChanged, [&] {
+                strokes += m_bench->page->isSegmenting() ? 1 : 0;
+                input();
+            });
+        QVERIFY(m_bench->paint());
+        QVERIFY(strokes > 0);
+        QObject::disconnect(connection);
+        QCOMPARE(opacity->value(), before);
+        QVERIFY(!m_bench->question() && m_bench->closedCount == 0);
+        QTest::keyClick(opacity, Qt::Key_Home);
+        QVERIFY(opacity->value() < before);
+    }
+
     // A run refuses whatever would change what it reads; keys are no way round that.
     void tracksAndStops()
     {

@@ -55,6 +55,7 @@ PropertyPanel::PropertyPanel(ZkSmartKeyingPresenter *presenter,
     addEffect(column);
     m_picker = new PresetPicker(presenter, library, this);
     column->addWidget(m_picker, 1);
+    column->addWidget(m_effectHint); // at the end: what the mouse is on stays when it appears
     connectPresenter();
     retranslate();
     followOpacity();
@@ -99,7 +100,6 @@ void PropertyPanel::addEffect(QVBoxLayout *column)
     m_effectHint = new QLabel(this);
     m_effectHint->setObjectName(QStringLiteral("WorkspaceEffectHint"));
     m_effectHint->setWordWrap(true);
-    column->addWidget(m_effectHint);
     connect(m_effectSwitch, &QCheckBox::clicked, this, [this](bool checked) {
         m_presenter->setEffectEnabled(checked);
         followEffect();

@@ -96,6 +96,23 @@ private slots:
         }
     }
 
+    // A part between the colours of the object and of its surroundings goes with what is around it; alone,
+    // the middle of a box is no object.
+    void middleOfABoxCounts()
+    {
+        const cv::Rect box = cv::boundingRect(truth) + cv::Size(8, 8) - cv::Point(4, 4);
+        const cv::Rect stripe(box.x + box.width / 2, box.y, box.width / 4, box.height);
+        cv::Mat striped = frame.clone();
+        cv::addWeighted(scene.empty()(stripe), 0.6, frame(stripe), 0.4, 0, striped(stripe));
+        BoxSegmenterOptions options;
+        options.middle = 0;
+        QVERIFY(intersectionOverUnion(segmentBox(striped, box, options), truth) < 0.8);
+        options.middle = 4;
+        QVERIFY(intersectionOverUnion(segmentBox(striped, box, options), truth) > 0.95);
+        const cv::Mat even(frame.size(), CV_8UC3, cv::Scalar(90, 90, 90));
+        QVERIFY(isAll(segmentBox(even, box, options)(box), 255, truth(box) + 255));
+    }
+
     // Not on alpha, the frames before or a buffer that is used again, nor on the number of threads.
     void resultsDependOnNothingElse()
     {

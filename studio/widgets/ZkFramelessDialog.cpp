@@ -187,13 +187,12 @@ QWidget *ZkFramelessDialog::contentWidget() const
 // The title bar, by which the dialog is dragged.
 bool ZkFramelessDialog::eventFilter(QObject *watched, QEvent *event)
 {
-    auto *mouse = static_cast<QMouseEvent *>(event);
     if (watched == d->titleBar && event->type() == QEvent::MouseButtonPress)
-        d->mousePress(mouse);
+        d->mousePress(static_cast<QMouseEvent *>(event));
     else if (watched == d->titleBar && event->type() == QEvent::MouseButtonRelease)
         d->isMoving = false;
     else if (watched == d->titleBar && event->type() == QEvent::MouseMove && d->isMoving)
-        move(mouse->globalPos() - d->grip);
+        move(static_cast<QMouseEvent *>(event)->globalPos() - d->grip);
     return QDialog::eventFilter(watched, event);
 }
 

@@ -72,6 +72,8 @@ public:
 
     // The offscreen platform says so of every window that stands above another.
     zk::test::ExpectedMessage offscreen {QStringLiteral("^This plugin does not support")};
+    // At the level of warnings whenever the frame is somewhere else.
+    zk::test::ExpectedMessage moved {QStringLiteral("sigCanvasRectChanged received")};
     SceneJournal scene;
     QWidget host;
     ZkAIErasingView *view;

@@ -63,6 +63,7 @@ class TestWindowErasing : public QObject
 private Q_SLOTS:
     void init()
     {
+        resized.emplace(QStringLiteral("sigCanvasRectChanged received"));
         bench.emplace();
         bench->stop();
         bench->eraser = QStringLiteral(ZKSTUDIO_PROGRAM);
@@ -73,7 +74,11 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(bench->project()->clipCount(), 1, timeoutMs);
         ZkAccount::instance()->logIn(QStringLiteral("Anna"));
     }
-    void cleanup() { bench.reset(); }
+    void cleanup()
+    {
+        bench.reset();
+        resized.reset();
+    }
 
     void erasesAnObject()
     {
@@ -359,7 +364,7 @@ private:
     }
 
     // What the workspace says of every change of its size.
-    const ExpectedMessage resized {QStringLiteral("sigCanvasRectChanged received")};
+    std::optional<ExpectedMessage> resized;
     std::optional<EditorBench> bench;
     QString clip;
 };

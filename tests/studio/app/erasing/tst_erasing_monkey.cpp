@@ -4,11 +4,13 @@
 
 namespace {
 
-// Areas are refused during a run, whoever tries to change them.
+// Areas are refused during a run, whoever tries to change them, and one that is being dragged is not where
+// it was put when the frame moves.
 struct CagedBench : zk::test::ErasingBench
 {
     const zk::test::ExpectedMessage refused {QStringLiteral(
         "Failed to (create|update|remove) crop|No data ID mapping found|Forcing resync")};
+    const zk::test::ExpectedMessage dragged {QStringLiteral("COORDINATE MISMATCH")};
 };
 
 } // namespace

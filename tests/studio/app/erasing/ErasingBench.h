@@ -45,6 +45,8 @@ public:
         return page;
     }
     QWidget *paper() const override { return editor(); }
+    // While the areas are rebuilt what the user does waits in the queue.
+    bool takesInput() const override { return !editor() || !editor()->signalsBlocked(); }
 
     ZkMultiCropWidget *editor() const { return page->findChild<ZkMultiCropWidget *>(); }
     ZkAIErasingPresenter *erasing() const

@@ -85,6 +85,8 @@ public:
     }
     // What is drawn on when the workspace has opened.
     virtual QWidget *paper() const { return canvas(); }
+    // Whether events of the user would be delivered now.
+    virtual bool takesInput() const { return true; }
 
     ZkSmartKeyingPresenter *presenter() const { return page->presenter(); }
     IZkSmartKeyingService *service() const { return presenter()->smartKeyingService(); }

@@ -198,7 +198,7 @@ private:
     void next()
     {
         QTimer::singleShot(1, this, &WorkspaceMonkey::next);
-        if (m_isPaused || m_bench->closedCount > 0)
+        if (m_isPaused || m_bench->closedCount > 0 || !m_bench->takesInput())
             return;
         if (m_bench->page->isSegmenting()) {
             if (chance(1))

@@ -134,6 +134,7 @@ void ZkMediaPlayerPresenterPrivate::release()
     m_frameRate = 0;
     m_reportedFrame = -1;
     m_playbackStart = -1;
+    m_renderedDelivery = 0; // another timeline counts anew
     ZkMediaPlayerZoomerPresenterPrivate::get(&m_zoomer)->setSourceSize(QSize(), true);
     m_playhead.place(unlimitedRange, m_playhead.position());
     m_picture = {};

@@ -95,6 +95,21 @@ private Q_SLOTS:
         QCOMPARE(player->takeJournal(), QString());
     }
 
+    // Every timeline counts its changes for itself.
+    void followsTheFirstChangeOfAnother()
+    {
+        const ZkTimelineChanges change {ZKTIMELINE::EffectChange, ZKTIMELINE::EffectAdded};
+        QVERIFY(player->openAndShow(*m_timeline));
+        m_timeline->reportChanges(change);
+        QVERIFY(player->waitFor(player->picture));
+        const auto other = ZkStudioTimeline::fromMediaFile(m_video, nullptr);
+        player->param.showFirstFrame = false;
+        QVERIFY(player->open(*other));
+        player->takeJournal();
+        other->reportChanges(change);
+        QVERIFY(player->waitFor(player->picture));
+    }
+
     void detaches()
     {
         QVERIFY(player->openAndShow(*m_timeline, 3));

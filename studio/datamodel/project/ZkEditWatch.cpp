@@ -9,6 +9,8 @@
 #include <QDataStream>
 #include <QIODevice>
 
+#include <utility>
+
 namespace zk::datamodel {
 
 namespace {
@@ -33,19 +35,20 @@ public:
         , m_after {draft.type, draft.segments, draft.settings}
     { }
 
-    void redo() override { restore(m_after); }
-    void undo() override { restore(m_before); }
+    // The first time it is not news of nodes, which would show their frames: the workspace is being opened.
+    void redo() override { restore(m_after, std::exchange(m_isFirst, false)); }
+    void undo() override { restore(m_before, false); }
 
 private:
-    void restore(const ProjectSnapshot::Segmentation &state)
+    void restore(const ProjectSnapshot::Segmentation &state, bool isQuiet)
     {
-        m_service->setState(state.segments, state.settings);
-        m_service->reportChange();
+        m_service->replaceState(state.segments, state.settings, isQuiet);
     }
 
     ZkStudioSmartKeyingService *const m_service;
     const ProjectSnapshot::Segmentation m_before;
     const ProjectSnapshot::Segmentation m_after;
+    bool m_isFirst = true;
 };
 
 void write(QDataStream &stream, const TrackedSide &side)

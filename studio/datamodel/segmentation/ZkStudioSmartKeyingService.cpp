@@ -76,6 +76,14 @@ void ZkStudioSmartKeyingService::setState(const Segments &segments, const Segmen
     shownAreas();
 }
 
+void ZkStudioSmartKeyingService::replaceState(const Segments &segments,
+                                              const SegmentSettings &settings,
+                                              bool isQuiet)
+{
+    m_settings = settings;
+    restoreSegments(segments, isQuiet);
+}
+
 void ZkStudioSmartKeyingService::setTracked(const QMap<qint64, TrackedMattes> &tracked)
 {
     m_segments.setTracked(tracked);

@@ -73,6 +73,10 @@ public:
     // Replaces everything that is stored; no undo step, no report.
     void setState(const zk::datamodel::Segments &segments,
                   const zk::datamodel::SegmentSettings &settings);
+    // The same, reported; the option flag stays. Quiet: the node listener hears nothing of it.
+    void replaceState(const zk::datamodel::Segments &segments,
+                      const zk::datamodel::SegmentSettings &settings,
+                      bool isQuiet = false);
 
     // Undoable; a null node takes the frame's away.
     void changeNode(qint64 frame, const zk::datamodel::SegmentNodePtr &node, const QString &text);
@@ -105,8 +109,9 @@ public:
     // Reports SegmentData.
     void reportChange();
 
-    // From the first time that it is on, the service reports it when another frame with other areas is
-    // shown. By then the player follows the playhead, and stands there when it hears of it.
+    // The first time that it is on, what is there is reported when control is back in the event loop, and
+    // so is from then on that another frame with other areas is shown: receivers may process events, which
+    // whoever moves the playhead does not expect.
     void setEnabled(bool enabled) override;
     bool isEnabled() const override { return m_isEnabled; }
     ZKSMARTKEYING::ZkSegmentWorkMode workMode() const override { return m_workMode; }
@@ -174,7 +179,7 @@ private:
     template<typename T>
     void changeSetting(T zk::datamodel::SegmentSettings::*setting, T value);
     void restoreNode(qint64 frame, const zk::datamodel::SegmentNodePtr &node, bool isQuiet = false);
-    void restoreSegments(const zk::datamodel::Segments &segments);
+    void restoreSegments(const zk::datamodel::Segments &segments, bool isQuiet = false);
     void pushSegments(const zk::datamodel::Segments &segments, const QString &text);
     void keepSelection();
     void reportAreas(const zk::datamodel::AreaDifference &difference);
@@ -186,6 +191,7 @@ private:
     const zk::datamodel::AreaIndex &shownAreas() const;
     void watchShownFrame();
     void onShownFrameChanged();
+    void reportShownFrame();
     zk::datamodel::EncodedMatte objectIn(const QRectF &rect) const;
     void changeShownNode(const zk::datamodel::SegmentNodePtr &node, const QString &text);
     zk::datamodel::AreaPtr shownArea(qint64 id) const;
@@ -211,6 +217,8 @@ private:
     mutable zk::datamodel::StrokeMap m_strokeMap; // of the strokes with that key
     mutable qint64 m_strokesKey = 0;
     std::unique_ptr<zk::datamodel::PlayheadWatch> m_playheadWatch;
+    QObject m_receiver; // of what is reported later
+    bool m_isFrameDue = false;
     zk::datamodel::ObserverList<zk::datamodel::TrackedObserver> m_trackedObservers;
     std::shared_ptr<int> m_alive = std::make_shared<int>(0);
 };

@@ -60,8 +60,12 @@ const AreaIndex &ZkStudioSmartKeyingService::shownAreas() const
 void ZkStudioSmartKeyingService::setEnabled(bool enabled)
 {
     m_isEnabled = enabled;
-    if (enabled && !m_playheadWatch)
-        watchShownFrame();
+    if (!enabled || m_playheadWatch)
+        return;
+    watchShownFrame();
+    if (!m_segments.isEmpty())
+        QMetaObject::invokeMethod(
+            &m_receiver, [this] { reportChange(); }, Qt::QueuedConnection);
 }
 
 void ZkStudioSmartKeyingService::watchShownFrame()
@@ -74,9 +78,16 @@ void ZkStudioSmartKeyingService::watchShownFrame()
 void ZkStudioSmartKeyingService::onShownFrameChanged()
 {
     const Areas before = m_shownAreas.areas();
-    const AreaDifference difference = differenceOf(before, shownAreas().areas());
-    if (difference.isEmpty())
+    if (differenceOf(before, shownAreas().areas()).isEmpty() || m_isFrameDue)
         return;
+    m_isFrameDue = true;
+    QMetaObject::invokeMethod(
+        &m_receiver, [this] { reportShownFrame(); }, Qt::QueuedConnection);
+}
+
+void ZkStudioSmartKeyingService::reportShownFrame()
+{
+    m_isFrameDue = false;
     AreaDifference asUpdate;
     asUpdate.hasUpdated = true;
     reportAreas(asUpdate);

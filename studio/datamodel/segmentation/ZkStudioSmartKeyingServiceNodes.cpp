@@ -81,7 +81,7 @@ void ZkStudioSmartKeyingService::restoreNode(qint64 frame, const SegmentNodePtr 
 }
 
 // The option flag is not part of the history.
-void ZkStudioSmartKeyingService::restoreSegments(const Segments &segments)
+void ZkStudioSmartKeyingService::restoreSegments(const Segments &segments, bool isQuiet)
 {
     Segments after = segments;
     after.setSingleObject(m_segments.isSingleObject());
@@ -94,7 +94,8 @@ void ZkStudioSmartKeyingService::restoreSegments(const Segments &segments)
     for (auto it = nodes.constBegin(); it != nodes.constEnd(); ++it) {
         const SegmentNodePtr old = before.node(it.key());
         difference.unite(differenceOf(old ? old->areas : Areas(), areasOf(it.key())));
-        if (old != m_segments.node(it.key()) && !m_notice.nodes.contains(it.key()))
+        const bool isNews = !isQuiet && old != m_segments.node(it.key());
+        if (isNews && !m_notice.nodes.contains(it.key()))
             m_notice.nodes.append(it.key());
     }
     reportAreas(difference);

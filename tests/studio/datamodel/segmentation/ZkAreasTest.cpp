@@ -215,9 +215,13 @@ private Q_SLOTS:
         ZkStudioSmartKeyingService *service = bench->service();
         bench->show(3);
         service->addArea(left);
+        bench->journal.take();
         bench->show(5);
-        QCOMPARE(bench->journal.take().mid(3), QStringList({"90", "13"}));
+        QVERIFY(bench->journal.take().isEmpty()); // whoever moves the playhead is done first
+        QCoreApplication::processEvents();
+        QCOMPARE(bench->journal.take(), QStringList({"90", "13"}));
         bench->show(6);
+        QCoreApplication::processEvents();
         QVERIFY(bench->journal.take().isEmpty() && service->areaCount() == 0);
         service->addArea(right);
         bench->show(3);

@@ -10,6 +10,11 @@ namespace {
 
 const char helperProperty[] = "zkPlayerWidgetEventHelper";
 
+// Within which a window that is shown comes on screen, with those above it; in ms.
+constexpr int settlingTime = 100;
+// Some window managers insist on what they did.
+constexpr int mostCorrections = 10;
+
 } // namespace
 
 class ZkPlayerWidgetEventHelper::Private
@@ -29,6 +34,9 @@ public:
     void sync();
     void standAbovePlayer();
     void forgetMinimising();
+    void followOverlay(const QEvent *event);
+    void check();
+    bool isLost() const;
 
     ZkPlayerWidgetEventHelper *q;
     QPointer<QWidget> overlay;
@@ -36,7 +44,9 @@ public:
     QPointer<QWidget> top; // whose window is followed
     QVector<QPointer<QWidget>> followed;
     QTimer syncTimer;
+    QTimer checkTimer;
     bool isWanted = false;
+    int corrections = 0; // since the player has moved, or has come back
 };
 
 // The player goes wherever one of the widgets around it goes, so all of them are watched.
@@ -84,6 +94,7 @@ void ZkPlayerWidgetEventHelper::Private::sync()
     standAbovePlayer();
     forgetMinimising();
     overlay->QWidget::setVisible(true);
+    checkTimer.start();
 }
 
 void ZkPlayerWidgetEventHelper::Private::standAbovePlayer()
@@ -91,6 +102,37 @@ void ZkPlayerWidgetEventHelper::Private::standAbovePlayer()
     overlay->winId(); // there has to be a window to be stacked
     if (QWindow *window = overlay->windowHandle())
         window->setTransientParent(player->window()->windowHandle());
+}
+
+void ZkPlayerWidgetEventHelper::Private::followOverlay(const QEvent *event)
+{
+    const bool isByWindowManager = event->type() == QEvent::WindowStateChange
+        || (event->type() == QEvent::Move && event->spontaneous());
+    if (isWanted && isByWindowManager)
+        checkTimer.start();
+}
+
+// Window managers that restore the player's window and at once minimise it again forget to show an overlay,
+// or leave it minimised or elsewhere.
+void ZkPlayerWidgetEventHelper::Private::check()
+{
+    if (!isWanted || !overlay || !q->isPlayerOnScreen() || ++corrections > mostCorrections)
+        return;
+    if (isLost()) {
+        hide();
+        checkTimer.start(); // a window that goes and comes at once confuses them again
+        return;
+    }
+    Q_EMIT q->sigMove();
+    sync();
+}
+
+bool ZkPlayerWidgetEventHelper::Private::isLost() const
+{
+    const QWindow *const window = overlay->windowHandle();
+    return overlay->isVisible()
+        && (overlay->isMinimized()
+            || (!window->isExposed() && player->window()->windowHandle()->isExposed()));
 }
 
 // Window managers minimise a window with those that stand above it. An overlay that came back minimised
@@ -106,11 +148,16 @@ ZkPlayerWidgetEventHelper::ZkPlayerWidgetEventHelper(QWidget *overlay,
     : QObject(parent)
     , d(std::make_unique<Private>(this, overlay, playerWidget))
 {
-    if (overlay)
+    if (overlay) {
         overlay->setProperty(helperProperty, QVariant::fromValue<QObject *>(this));
+        overlay->installEventFilter(this);
+    }
     if (playerWidget)
         connect(playerWidget, &QObject::destroyed, this, [this] { d->hide(); });
     d->syncTimer.setSingleShot(true);
+    d->checkTimer.setSingleShot(true);
+    d->checkTimer.setInterval(settlingTime);
+    connect(&d->checkTimer, &QTimer::timeout, this, [this] { d->check(); });
     connect(&d->syncTimer, &QTimer::timeout, this, [this] {
         if (isPlayerOnScreen())
             Q_EMIT sigMove();
@@ -156,15 +203,21 @@ bool ZkPlayerWidgetEventHelper::isPlayerOnScreen() const
 void ZkPlayerWidgetEventHelper::setOverlayVisible(bool visible)
 {
     d->isWanted = visible;
+    d->corrections = 0;
     d->sync();
 }
 
 // The overlay goes at once, but comes only when the player's window has come: an event of being shown
-// is sent before it has.
+// is sent before it has. What the window manager restores it is still busy with.
 bool ZkPlayerWidgetEventHelper::eventFilter(QObject *watched, QEvent *event)
 {
+    if (watched == d->overlay) {
+        d->followOverlay(event);
+        return QObject::eventFilter(watched, event);
+    }
     switch (event->type()) {
     case QEvent::Move:
+        d->corrections = 0;
         Q_EMIT sigMove();
         break;
     case QEvent::Resize:
@@ -180,12 +233,14 @@ bool ZkPlayerWidgetEventHelper::eventFilter(QObject *watched, QEvent *event)
         d->syncTimer.start();
         break;
     case QEvent::WindowStateChange:
+        d->corrections = 0;
         if (!isPlayerOnScreen())
             d->hide();
-        d->syncTimer.start();
+        d->checkTimer.start();
         break;
     case QEvent::Show:
-        d->syncTimer.start();
+        d->corrections = 0;
+        (event->spontaneous() ? d->checkTimer : d->syncTimer).start();
         break;
     default:
         break;

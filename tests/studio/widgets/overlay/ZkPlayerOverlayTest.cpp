@@ -64,6 +64,18 @@ private Q_SLOTS:
         QVERIFY(!canvas->isActiveWindow() && overlay->eventHelper() == Helper::of(overlay));
     }
 
+    void comesBackWhenItAloneIsMinimised()
+    {
+        showAll();
+        for (QWidget *const widget :
+             {static_cast<QWidget *>(canvas), static_cast<QWidget *>(overlay)}) {
+            widget->setWindowState(Qt::WindowMinimized);
+            QVERIFY(widget->isMinimized());
+            QTRY_VERIFY(!widget->isMinimized() && widget->isVisible());
+        }
+        QVERIFY(areShown());
+    }
+
     void comesAndGoesWithThePlayer_data()
     {
         QTest::addColumn<int>("way");

@@ -3,6 +3,8 @@
 #include "ZkWidgets.h"
 
 #include <QAccessible>
+#include <QCoreApplication>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QPainterPath>
 #include <QTimer>
@@ -34,6 +36,7 @@ ZkFunctionTipBubble::ZkFunctionTipBubble(int tip, const QString &text, QWidget *
     row->setContentsMargins(12, arrowHeight + 8, 12, 8);
     row->addWidget(label);
     connect(owner, &QObject::destroyed, this, &QObject::deleteLater);
+    QCoreApplication::instance()->installEventFilter(this);
     QTimer::singleShot(shownMs, this, [this] { deleteLater(); });
 }
 
@@ -53,10 +56,14 @@ void ZkFunctionTipBubble::pointAt(const QPoint &globalPosition)
     QAccessible::updateAccessibility(&event);
 }
 
-void ZkFunctionTipBubble::mousePressEvent(QMouseEvent *)
+// Whoever presses something has begun to work: what is told may lie over what is pressed next.
+bool ZkFunctionTipBubble::eventFilter(QObject *watched, QEvent *event)
 {
-    hide();
-    deleteLater();
+    if (event->type() == QEvent::MouseButtonPress) {
+        hide();
+        deleteLater();
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 void ZkFunctionTipBubble::paintEvent(QPaintEvent *)

@@ -3,6 +3,7 @@
 
 #include <QWidget>
 
+// Goes with the first press of the mouse, wherever it is.
 class ZkFunctionTipBubble : public QWidget
 {
     Q_OBJECT
@@ -15,9 +16,9 @@ public:
     int tip() const { return m_tip; }
     // Below that point, with the arrow on it.
     void pointAt(const QPoint &globalPosition);
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 protected:
-    void mousePressEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:

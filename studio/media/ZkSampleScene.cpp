@@ -16,6 +16,9 @@ constexpr int Gores = 12;
 constexpr double Radius = 0.27; // of the envelope, in heights
 // How much wider than the picture the landscape is, for the pan.
 constexpr double PanRoom = 0.5;
+// How far the camera's shake moves things up and down, in heights.
+constexpr double HillsShake = 0.004;
+constexpr double FieldShake = 0.0064;
 
 QRgb blend(QRgb from, QRgb to, double share)
 {
@@ -61,16 +64,19 @@ QRgb groundColour(const Ground &ground, double x, double y)
     return blend(base, ground.speck, (patches - 0.52) * 5 * leaves);
 }
 
+// Reaches below the picture as far as the camera's shake may lift it.
 QImage drawGround(const QSize &size, const Ground &ground)
 {
-    QImage image(size, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
     const double unit = size.height();
+    QImage image(size.width(),
+                 size.height() + int(std::ceil(2 * FieldShake * unit)),
+                 QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
     for (int x = 0; x < size.width(); ++x) {
         const double edge = ground.edge
             + ground.waviness * (valueNoise(x / unit * 2.2, 0.5, 5, ground.seed + 9) - 0.5);
         const int top = std::max(0, int(edge * unit));
-        for (int y = top; y < size.height(); ++y)
+        for (int y = top; y < image.height(); ++y)
             image.setPixel(x, y, groundColour(ground, x / unit, y / unit));
     }
     return image;
@@ -272,11 +278,11 @@ QImage SampleScene::post(double time, double shutter) const
 void SampleScene::drawBackground(QPainter &painter, double time) const
 {
     const double room = m_size.width() * PanRoom;
-    const double shake = 0.004 * m_size.height() * std::sin(5.3 * time);
+    const double shake = m_size.height() * std::sin(5.3 * time);
     const double way = 0.08 + 0.8 * progress(time);
     painter.drawImage(QPointF(-0.35 * room * way, 0), m_sky);
-    painter.drawImage(QPointF(-0.6 * room * way, shake), m_hills);
-    painter.drawImage(QPointF(-room * way, 1.6 * shake), m_field);
+    painter.drawImage(QPointF(-0.6 * room * way, HillsShake * shake), m_hills);
+    painter.drawImage(QPointF(-room * way, FieldShake * shake), m_field);
 }
 
 QTransform SampleScene::pose(double time) const

@@ -121,8 +121,7 @@ private:
 
     Entry *entry(int id);
     QString program() const;
-    QString resultPath(const Entry &entry) const;
-    bool isReserved(const QString &path) const;
+    QString freeFileFor(const Entry &entry) const;
     template<typename Result>
     void run(int id, std::function<Result()> work, void (EraseTasks::*finished)(int, Result));
     void prepare(int id);
@@ -138,6 +137,7 @@ private:
     void onProbed(int id, Probed probed);
     void fail(Entry *entry, erasing::EraseCause cause, const QString &reason);
     void setState(Entry *entry, State state);
+    static void removeFile(const Entry &entry);
     void remove(int id);
     static void report(const Entry &entry, const QString &result);
 

@@ -12,7 +12,6 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QSlider>
 #include <QVBoxLayout>
@@ -23,6 +22,11 @@ namespace {
 
 constexpr QSize usualSize(1080, 720); // widget pixels
 constexpr int secondMs = 1000;
+
+QString titleOf(const EraseTasks::Item &item)
+{
+    return ResultDialog::tr("Erased from %1").arg(QFileInfo(item.request.media.path).fileName());
+}
 
 } // namespace
 
@@ -38,10 +42,11 @@ ResultDialog::ResultDialog(EraseTasks *tasks, int id, QWidget *parent)
     , m_discard(new QPushButton(tr("Discard"), this))
     , m_later(new QPushButton(tr("Decide Later"), this))
     , m_save(new QPushButton(tr("Save"), this))
+    , m_questions(this, titleOf(*tasks->find(id)))
 {
     const EraseTasks::Item &item = *tasks->find(id);
     setObjectName(QStringLiteral("ResultDialog"));
-    setWindowTitle(tr("Erased from %1").arg(QFileInfo(item.request.media.path).fileName()));
+    setWindowTitle(titleOf(item));
     m_frames =
         new ErasedFrames({item.job.mediaPath, item.job.inFrame}, {item.result.info.path, 0}, this);
     m_slider->setRange(0, int(qMax<qint64>(0, item.request.frameCount - 1)));
@@ -180,34 +185,28 @@ bool ResultDialog::event(QEvent *event)
 void ResultDialog::save()
 {
     m_play->setChecked(false);
-    if (m_tasks->isStale(m_id)) {
-        QMessageBox box(QMessageBox::NoIcon,
-                        windowTitle(),
-                        tr("The clip was changed meanwhile. Show this result all the same?"),
-                        QMessageBox::Cancel,
-                        this);
-        box.setObjectName(QStringLiteral("Prompt"));
-        box.setInformativeText(
-            tr("It was made of another file than the clip shows now, so that what was saved since "
-               "then is not in it. Undo brings it back."));
-        QPushButton *const yes = box.addButton(tr("Save"), QMessageBox::AcceptRole);
-        box.exec();
-        if (box.clickedButton() != yes)
-            return;
-    }
-    QString error;
-    if (m_tasks->save(m_id, &error)) { // which closes this
-        emit saved();
+    if (!m_tasks->isStale(m_id)) {
+        saveNow();
         return;
     }
-    QMessageBox box(QMessageBox::NoIcon,
-                    windowTitle(),
-                    tr("The result cannot be saved."),
-                    QMessageBox::Ok,
-                    this);
-    box.setTextFormat(Qt::PlainText);
-    box.setInformativeText(error);
-    box.exec();
+    m_questions.ask(
+        tr("The clip was changed meanwhile. Show this result all the same?"),
+        tr("It was made of another file than the clip shows now, so that what was saved since "
+           "then is not in it. Undo brings it back."),
+        {{QMessageBox::Save, tr("Save")}, {QMessageBox::Cancel, tr("Cancel")}},
+        [this](QMessageBox::StandardButton answer) {
+            if (answer == QMessageBox::Save)
+                saveNow();
+        });
+}
+
+void ResultDialog::saveNow()
+{
+    QString error;
+    if (m_tasks->save(m_id, &error)) // which closes this
+        emit saved();
+    else
+        m_questions.tell(tr("The result cannot be saved."), error);
 }
 
 void ResultDialog::discard()

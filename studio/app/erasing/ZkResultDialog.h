@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ZkPageQuestions.h"
+
 #include <QDialog>
 #include <QTimer>
 
@@ -43,6 +45,7 @@ private:
     void play(bool on);
     void advance();
     void save();
+    void saveNow();
     void discard();
 
     EraseTasks *const m_tasks;
@@ -57,6 +60,7 @@ private:
     QPushButton *m_later;
     QPushButton *m_save;
     QTimer m_clock;
+    PageQuestions m_questions;
 };
 
 } // namespace zk::app

@@ -49,7 +49,11 @@ ZkAIErasingPlayerView::ZkAIErasingPlayerView(ZkAIErasingPresenter *presenter, Zk
     connectBar();
 }
 
-ZkAIErasingPlayerView::~ZkAIErasingPlayerView() = default;
+// A player that goes changes the canvas, and rebuilding the rectangles for it would process events.
+ZkAIErasingPlayerView::~ZkAIErasingPlayerView()
+{
+    delete m_cropOverlay;
+}
 
 void ZkAIErasingPlayerView::layOut()
 {

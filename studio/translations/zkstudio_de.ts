@@ -707,6 +707,37 @@
     </message>
 </context>
 <context>
+    <name>zk::app::EditingPage</name>
+    <message>
+        <source>The file has no picture that can be read. It may have been moved, or is damaged.</source>
+        <translation>Die Datei enthält kein lesbares Bild. Vielleicht wurde sie verschoben oder ist beschädigt.</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <source>Pan</source>
+        <translation>Ansicht verschieben</translation>
+    </message>
+    <message>
+        <source>Fit the frame</source>
+        <translation>Bild einpassen</translation>
+    </message>
+    <message>
+        <source>Play or pause</source>
+        <translation>Wiedergabe oder Pause</translation>
+    </message>
+    <message>
+        <source>Stop and return</source>
+        <translation>Stoppen und zurückspringen</translation>
+    </message>
+</context>
+<context>
     <name>zk::app::EraseTasks</name>
     <message>
         <source>Preparing</source>
@@ -852,40 +883,12 @@
         <translation>Gehen Sie zu dem Bild, bei dem die Vorschau endet, wählen Sie sie dort noch einmal aus, und drücken Sie wieder „Erstellen“.</translation>
     </message>
     <message>
-        <source>Undo</source>
-        <translation>Rückgängig</translation>
-    </message>
-    <message>
-        <source>Redo</source>
-        <translation>Wiederholen</translation>
-    </message>
-    <message>
-        <source>Pan</source>
-        <translation>Ansicht verschieben</translation>
-    </message>
-    <message>
-        <source>Fit the frame</source>
-        <translation>Bild einpassen</translation>
-    </message>
-    <message>
-        <source>Play or pause</source>
-        <translation>Wiedergabe oder Pause</translation>
-    </message>
-    <message>
-        <source>Stop and return</source>
-        <translation>Stoppen und zurückspringen</translation>
-    </message>
-    <message>
         <source>Remove the active box</source>
         <translation>Den aktiven Rahmen entfernen</translation>
     </message>
     <message>
         <source>Nothing can be erased from “%1”.</source>
         <translation>Aus „%1“ kann nichts gelöscht werden.</translation>
-    </message>
-    <message>
-        <source>The file has no picture that can be read. It may have been moved, or is damaged.</source>
-        <translation>Die Datei enthält kein lesbares Bild. Vielleicht wurde sie verschoben oder ist beschädigt.</translation>
     </message>
     <message>
         <source>Discard</source>
@@ -1550,6 +1553,10 @@
         <source>The result cannot be saved.</source>
         <translation>Das Ergebnis kann nicht gespeichert werden.</translation>
     </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
 </context>
 <context>
     <name>zk::app::SettingsDialog</name>
@@ -1921,14 +1928,6 @@
 <context>
     <name>zk::app::WorkspacePage</name>
     <message>
-        <source>Undo</source>
-        <translation>Rückgängig</translation>
-    </message>
-    <message>
-        <source>Redo</source>
-        <translation>Wiederholen</translation>
-    </message>
-    <message>
         <source>Mask areas to keep</source>
         <translation>Zu behaltende Bereiche markieren</translation>
     </message>
@@ -1937,28 +1936,12 @@
         <translation>Radierer</translation>
     </message>
     <message>
-        <source>Pan</source>
-        <translation>Ansicht verschieben</translation>
-    </message>
-    <message>
         <source>Narrower brush</source>
         <translation>Schmalerer Pinsel</translation>
     </message>
     <message>
         <source>Wider brush</source>
         <translation>Breiterer Pinsel</translation>
-    </message>
-    <message>
-        <source>Fit the frame</source>
-        <translation>Bild einpassen</translation>
-    </message>
-    <message>
-        <source>Play or pause</source>
-        <translation>Wiedergabe oder Pause</translation>
-    </message>
-    <message>
-        <source>Stop and return</source>
-        <translation>Stoppen und zurückspringen</translation>
     </message>
     <message>
         <source>One frame back</source>
@@ -1987,10 +1970,6 @@
     <message>
         <source>“%1” cannot be cut out.</source>
         <translation>„%1“ kann nicht freigestellt werden.</translation>
-    </message>
-    <message>
-        <source>The file has no picture that can be read. It may have been moved, or is damaged.</source>
-        <translation>Die Datei enthält kein lesbares Bild. Vielleicht wurde sie verschoben oder ist beschädigt.</translation>
     </message>
     <message>
         <source>Smart Cutout</source>

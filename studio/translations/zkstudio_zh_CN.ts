@@ -704,6 +704,37 @@
     </message>
 </context>
 <context>
+    <name>zk::app::EditingPage</name>
+    <message>
+        <source>The file has no picture that can be read. It may have been moved, or is damaged.</source>
+        <translation>文件中没有可读取的画面。文件可能已被移动或已损坏。</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>撤销</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>重做</translation>
+    </message>
+    <message>
+        <source>Pan</source>
+        <translation>平移</translation>
+    </message>
+    <message>
+        <source>Fit the frame</source>
+        <translation>画面适合窗口</translation>
+    </message>
+    <message>
+        <source>Play or pause</source>
+        <translation>播放或暂停</translation>
+    </message>
+    <message>
+        <source>Stop and return</source>
+        <translation>停止并返回</translation>
+    </message>
+</context>
+<context>
     <name>zk::app::EraseTasks</name>
     <message>
         <source>Preparing</source>
@@ -847,40 +878,12 @@
         <translation>请转到预览结束的那一帧，在那里再次选择对象，然后再次点击“创建”。</translation>
     </message>
     <message>
-        <source>Undo</source>
-        <translation>撤销</translation>
-    </message>
-    <message>
-        <source>Redo</source>
-        <translation>重做</translation>
-    </message>
-    <message>
-        <source>Pan</source>
-        <translation>平移</translation>
-    </message>
-    <message>
-        <source>Fit the frame</source>
-        <translation>画面适合窗口</translation>
-    </message>
-    <message>
-        <source>Play or pause</source>
-        <translation>播放或暂停</translation>
-    </message>
-    <message>
-        <source>Stop and return</source>
-        <translation>停止并返回</translation>
-    </message>
-    <message>
         <source>Remove the active box</source>
         <translation>移除当前选框</translation>
     </message>
     <message>
         <source>Nothing can be erased from “%1”.</source>
         <translation>无法从“%1”中抹除内容。</translation>
-    </message>
-    <message>
-        <source>The file has no picture that can be read. It may have been moved, or is damaged.</source>
-        <translation>文件中没有可读取的画面。文件可能已被移动或已损坏。</translation>
     </message>
     <message>
         <source>Discard</source>
@@ -1540,6 +1543,10 @@
         <source>The result cannot be saved.</source>
         <translation>无法保存结果。</translation>
     </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
 </context>
 <context>
     <name>zk::app::SettingsDialog</name>
@@ -1911,14 +1918,6 @@
 <context>
     <name>zk::app::WorkspacePage</name>
     <message>
-        <source>Undo</source>
-        <translation>撤销</translation>
-    </message>
-    <message>
-        <source>Redo</source>
-        <translation>重做</translation>
-    </message>
-    <message>
         <source>Mask areas to keep</source>
         <translation>绘制要保留的区域</translation>
     </message>
@@ -1927,28 +1926,12 @@
         <translation>橡皮擦</translation>
     </message>
     <message>
-        <source>Pan</source>
-        <translation>平移</translation>
-    </message>
-    <message>
         <source>Narrower brush</source>
         <translation>缩小画笔</translation>
     </message>
     <message>
         <source>Wider brush</source>
         <translation>放大画笔</translation>
-    </message>
-    <message>
-        <source>Fit the frame</source>
-        <translation>画面适合窗口</translation>
-    </message>
-    <message>
-        <source>Play or pause</source>
-        <translation>播放或暂停</translation>
-    </message>
-    <message>
-        <source>Stop and return</source>
-        <translation>停止并返回</translation>
     </message>
     <message>
         <source>One frame back</source>
@@ -1977,10 +1960,6 @@
     <message>
         <source>“%1” cannot be cut out.</source>
         <translation>无法对“%1”进行抠像。</translation>
-    </message>
-    <message>
-        <source>The file has no picture that can be read. It may have been moved, or is damaged.</source>
-        <translation>文件中没有可读取的画面。文件可能已被移动或已损坏。</translation>
     </message>
     <message>
         <source>Smart Cutout</source>

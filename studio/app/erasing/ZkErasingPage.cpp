@@ -2,26 +2,21 @@
 
 #include "ZkErasingBar.h"
 #include "ZkSelectionState.h"
-#include "ZkWorkspaceScene.h"
 
 #include "ZkAIErasingPresenter.h"
 #include "ZkAIErasingView.h"
 #include "ZkAccount.h"
 #include "ZkDataModel.h"
-#include "ZkWidgets.h"
 #include "segmentation/ZkStudioSmartKeyingService.h"
 #include "timeline/ZkStudioTimeline.h"
 
 #include <QFileInfo>
-#include <QScrollBar>
-#include <QVBoxLayout>
 
 namespace zk::app {
 
 namespace {
 
 constexpr double secondUs = 1e6;
-constexpr int listCheckDelay = 50; // ms, by which the list has heard of the change itself
 
 using Presenter = ZkAIErasingPresenter;
 
@@ -33,9 +28,7 @@ ErasingPage::Private::Private(ErasingPage *page,
     : q(page)
     , clip(editedClip)
     , fingerprint(erasing::Fingerprint::of(editedClip->media().path))
-    , scene(std::make_unique<WorkspaceScene>())
     , presenter(std::make_unique<Presenter>(editedClip))
-    , questions(page, tr("AI Erase"))
 {
     if (!presenter->isInitSuccessful()) {
         presenter.reset();
@@ -60,28 +53,30 @@ ZkStudioSmartKeyingService *ErasingPage::Private::service() const
     return editClip()->studioService(ZKSMARTKEYING::AIErasing);
 }
 
+QString ErasingPage::Private::fileName() const
+{
+    return QFileInfo(clip->media().path).fileName();
+}
+
 void ErasingPage::Private::build()
 {
     bar = new ErasingBar(q);
-    bar->setTitle(QFileInfo(clip->media().path).fileName());
-    auto *const column = new QVBoxLayout(q);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
-    column->addWidget(bar);
+    bar->setTitle(fileName());
+    q->addBar(bar);
     if (!presenter)
         return;
     connectBar();
     view = new ZkAIErasingView(presenter.get(), q);
-    column->addWidget(view, 1);
-    // Their menus run an event loop.
-    for (QScrollBar *const scrollBar : q->findChildren<QScrollBar *>())
-        scrollBar->setContextMenuPolicy(Qt::NoContextMenu);
-    connectPresenter();
-    connectView();
-    refresh();
-    // What the clip, or a draft, brings along is there by then.
+    q->addWorkspace(view);
+    QObject::connect(presenter.get(), &Presenter::sigTrackingModeChanged, q, [this](bool on) {
+        onTrackingMode(on);
+    });
+    QObject::connect(view.data(), &ZkAIErasingView::sigStartTask, q, [this] { start(); });
+    // What the clip, or a draft, brings along is there by then. The list of the workspace shows it when
+    // it is told to reload; news of every node would show the node's frame, too, and the workspace is to
+    // open where the playhead is.
     QMetaObject::invokeMethod(
-        q, [this] { showSelection(); }, Qt::QueuedConnection);
+        presenter.get(), &Presenter::sigNeedReloadAllData, Qt::QueuedConnection);
 }
 
 void ErasingPage::Private::connectBar()
@@ -91,77 +86,11 @@ void ErasingPage::Private::connectBar()
     QObject::connect(bar, &ErasingBar::discardClicked, q, [this] { discardSaved(); });
 }
 
-void ErasingPage::Private::connectPresenter()
+void ErasingPage::Private::showState()
 {
-    const auto onRefresh = [this] { refresh(); };
-    QObject::connect(presenter.get(), &Presenter::sigUndoRedoChanged, q, onRefresh);
-    QObject::connect(presenter.get(), &Presenter::sigSmartKeyingSegmentChanged, q, onRefresh);
-    QObject::connect(presenter.get(), &Presenter::sigUIControlsEnabledChanged, q, onRefresh);
-    QObject::connect(
-        presenter.get(), &Presenter::sigUndoRedoChanged, q, &ErasingPage::undoRedoChanged);
-    QObject::connect(presenter.get(), &Presenter::sigTrackingModeChanged, q, [this](bool on) {
-        onTrackingMode(on);
-    });
-    listCheck.setSingleShot(true);
-    listCheck.setInterval(listCheckDelay);
-    QObject::connect(&listCheck, &QTimer::timeout, q, [this] { followList(); });
-    QObject::connect(presenter.get(),
-                     &Presenter::sigSmartKeyingSegmentChanged,
-                     &listCheck,
-                     QOverload<>::of(&QTimer::start));
-}
-
-// Between the end of a stroke and the signal of the canvas that its mask was taken, the presenter may be
-// in an event loop of its own.
-void ErasingPage::Private::connectView()
-{
-    QObject::connect(view.data(), &ZkAIErasingView::sigStartTask, q, [this] { start(); });
-    QObject::connect(view->findChild<ZkDrawingWidget *>(),
-                     &ZkDrawingWidget::sigDrawingFinished,
-                     q,
-                     [this](const QImage &, bool isFinished) {
-                         strokes += isFinished ? 1 : 0;
-                         refresh();
-                     });
-    QObject::connect(presenter.get(), &Presenter::sigDrawingFinished, q, [this] {
-        strokes = qMax(0, strokes - 1);
-        refresh();
-    });
-}
-
-bool ErasingPage::Private::isTracking() const
-{
-    return presenter && presenter->isTrackingMode();
-}
-
-void ErasingPage::Private::refresh()
-{
-    if (!presenter)
-        return;
     bar->setSavedSelections(service()->savedSelectionCount());
-    bar->setIdle(presenter->isUIControlsEnabled() && !q->isBusy() && !isClosing);
-    bar->setClosable(!isClosing);
-    if (wasBusy == q->isBusy())
-        return;
-    wasBusy = !wasBusy;
-    emit q->busyChanged(wasBusy);
-}
-
-// The workspace looks at its selection when it changes, and not when it opens.
-void ErasingPage::Private::showSelection()
-{
-    if (!presenter || isClosing || service()->segments().isEmpty())
-        return;
-    emit presenter->sigSmartKeyingSegmentChanged();
-    emit presenter->sigNeedReloadAllData();
-}
-
-// Not every change of the nodes is reported one by one, such as the return of unfinished work.
-void ErasingPage::Private::followList()
-{
-    const auto *const list = view ? view->findChild<ZkListWidget *>() : nullptr;
-    if (list && presenter && !isClosing && list->count() != service()->segmentCount())
-        emit presenter->sigNeedReloadAllData();
+    bar->setIdle(presenter->isUIControlsEnabled() && !q->isBusy() && !q->isClosing());
+    bar->setClosable(!q->isClosing());
 }
 
 // The checks that the workspace's own button makes.
@@ -173,30 +102,31 @@ bool ErasingPage::Private::mayStart()
     }
     if (presenter->checkNetworkConnection())
         return true;
-    questions.tell(tr("Erasing is not available now."),
-                   tr("The service that erases cannot be reached. Check the connection or the "
-                      "installation, and try again. Your selection is kept."));
+    q->questions()->tell(
+        tr("Erasing is not available now."),
+        tr("The service that erases cannot be reached. Check the connection or the "
+           "installation, and try again. Your selection is kept."));
     return false;
 }
 
 void ErasingPage::Private::eraseSaved()
 {
-    if (presenter && !isClosing && mayStart())
+    if (presenter && !q->isClosing() && mayStart())
         start();
 }
 
 void ErasingPage::Private::discardSaved()
 {
-    if (!presenter || isClosing)
+    if (!presenter || q->isClosing())
         return;
     service()->discardSavedSelections();
-    refresh();
+    q->refresh();
 }
 
 // What is marked on single frames has to be followed through the clip before it can be erased.
 void ErasingPage::Private::start()
 {
-    if (isClosing || isSegmenting() || isTracking())
+    if (q->isClosing() || q->isSegmenting() || q->isTracking())
         return;
     if (isFullyTracked(service()->segments(), clip->frameCount())) {
         requestErasing();
@@ -204,22 +134,21 @@ void ErasingPage::Private::start()
     }
     startsAfterTracking = true;
     presenter->beginTracking();
-    startsAfterTracking = isTracking(); // else a prompt has said why
+    startsAfterTracking = q->isTracking(); // else a prompt has said why
 }
 
 void ErasingPage::Private::onTrackingMode(bool isOn)
 {
-    if (isOn && !isClosing)
+    if (isOn && !q->isClosing())
         presenter->setClosing(false); // an earlier run may have been stopped
-    refresh();
-    if (!isOn && startsAfterTracking && !isTracking())
+    if (!isOn && startsAfterTracking && !q->isTracking())
         QMetaObject::invokeMethod(
             q, [this] { afterTracking(); }, Qt::QueuedConnection);
 }
 
 void ErasingPage::Private::afterTracking()
 {
-    if (!startsAfterTracking || !presenter || isClosing || isTracking())
+    if (!startsAfterTracking || !presenter || q->isClosing() || q->isTracking())
         return;
     startsAfterTracking = false;
     if (presenter->isClosing())
@@ -227,9 +156,10 @@ void ErasingPage::Private::afterTracking()
     if (reachesEveryFrame(service()->segments(), clip->frameCount()))
         requestErasing();
     else
-        questions.tell(tr("The objects could not be followed through the whole clip."),
-                       tr("Go to the frame where the preview ends, select them there once more, "
-                          "and press Create again."));
+        q->questions()->tell(
+            tr("The objects could not be followed through the whole clip."),
+            tr("Go to the frame where the preview ends, select them there once more, "
+               "and press Create again."));
 }
 
 void ErasingPage::Private::requestErasing()
@@ -245,26 +175,21 @@ void ErasingPage::Private::requestErasing()
         return;
     keepSelection();
     emit q->eraseRequested(request);
-    close(true);
+    q->leave(true);
 }
 
 ErasingPage::ErasingPage(ZkStudioClip *clip, IZkUndoRedoService *history, QWidget *parent)
-    : EditingPage(parent)
+    : EditingPage(tr("AI Erase"), parent)
     , d(std::make_unique<Private>(this, clip, history))
 {
     setObjectName(QStringLiteral("ErasingPage"));
-    setViewPresenter(d->scene.get());
-    setFocusPolicy(Qt::ClickFocus);
     d->build();
-    setFocus(Qt::OtherFocusReason); // and none of the buttons
-    if (!d->presenter)
-        QMetaObject::invokeMethod(
-            this, [this] { d->refuseToOpen(); }, Qt::QueuedConnection);
+    finishOpening(tr("Nothing can be erased from \u201c%1\u201d.").arg(d->fileName()));
 }
 
 ErasingPage::~ErasingPage()
 {
-    d->takeApart();
+    takeApart();
 }
 
 ZkSmartKeyingPresenter *ErasingPage::presenter() const
@@ -272,32 +197,15 @@ ZkSmartKeyingPresenter *ErasingPage::presenter() const
     return d->presenter.get();
 }
 
-bool ErasingPage::isBusy() const
+void ErasingPage::showState()
 {
-    return d->presenter && (d->isSegmenting() || d->isTracking());
+    d->showState();
 }
 
-bool ErasingPage::isSegmenting() const
+EditingPage::Shortcuts ErasingPage::shortcuts()
 {
-    return d->isSegmenting();
-}
-
-void ErasingPage::commitEditors()
-{
-    d->scene->commitFocusedEditor();
-}
-
-QVector<QPair<QString, QString>> ErasingPage::shortcuts()
-{
-    using Keys = QVector<QPair<QString, QString>>;
-    return ErasingBar::shortcuts()
-        + Keys {{QStringLiteral("Ctrl+Z"), tr("Undo")},
-                {QStringLiteral("Ctrl+Y"), tr("Redo")},
-                {QStringLiteral("H"), tr("Pan")},
-                {QStringLiteral("Ctrl+Shift+F"), tr("Fit the frame")},
-                {QStringLiteral("Space"), tr("Play or pause")},
-                {QStringLiteral("Ctrl+/"), tr("Stop and return")},
-                {QStringLiteral("Del"), tr("Remove the active box")}};
+    return ErasingBar::shortcuts() + sharedShortcuts()
+        + Shortcuts {{QStringLiteral("Del"), tr("Remove the active box")}};
 }
 
 } // namespace zk::app

@@ -4,9 +4,7 @@
 #include "ZkEditingPage.h"
 #include "ZkEraseTasks.h"
 
-#include <QPair>
-#include <QString>
-#include <QVector>
+#include <memory>
 
 class ZkAIErasingPresenter;
 class ZkStudioClip;
@@ -16,7 +14,7 @@ namespace zk::app {
 // The AI erasing workspace with a bar of its own. Create hands over what is to be erased and leaves; so does
 // Erase of the saved selections. What is selected stays with the clip then, and when the user keeps it.
 //
-// Clip and history are not owned and must outlive the page. Busy: segmentation or tracking.
+// Clip and history are not owned and must outlive the page.
 class ErasingPage : public EditingPage
 {
     Q_OBJECT
@@ -27,20 +25,18 @@ public:
     ~ErasingPage() override;
 
     ZkSmartKeyingPresenter *presenter() const override;
-    bool isBusy() const override;
-    bool isSegmenting() const override;
-    bool requestClose() override;
-    void closeWithoutAsking() override;
-
-    // Keys and what they do, translated, in the order of a help page.
-    static QVector<QPair<QString, QString>> shortcuts();
+    static Shortcuts shortcuts();
 
 Q_SIGNALS:
     // closed(true) follows. The request's clip is not filled in.
     void eraseRequested(const zk::app::EraseRequest &request);
 
 protected:
-    void commitEditors() override;
+    void showState() override;
+    bool hasWorkToLose() const override;
+    void askToClose() override;
+    void stopWork() override;
+    void deleteWorkspace() override;
 
 private:
     class Private;

@@ -1,12 +1,20 @@
 // What the pages have in common on which one clip is worked on.
 #pragma once
 
+#include "ZkEventDepth.h"
+#include "ZkPageQuestions.h"
+#include "ZkWorkspaceScene.h"
+
 #include "ZkCore.h"
 
 #include <QByteArray>
+#include <QPair>
+#include <QString>
+#include <QVector>
 #include <QWidget>
 
 class IZkUndoRedoService;
+class QVBoxLayout;
 class ZkSmartKeyingPresenter;
 
 namespace zk::app {
@@ -22,23 +30,25 @@ class EditingPage : public QWidget, public ZkUIView
     Q_OBJECT
 
 public:
-    explicit EditingPage(QWidget *parent = nullptr);
+    // Keys and what they do, translated, in the order of a help page.
+    using Shortcuts = QVector<QPair<QString, QString>>;
 
     QWidget *widget() override { return this; }
 
     // Null when the clip cannot be edited: the page says why and then reports closed(false).
     virtual ZkSmartKeyingPresenter *presenter() const = 0;
     bool isOpen() const { return presenter(); }
-    // Something runs that closing would break off.
-    virtual bool isBusy() const = 0;
-    virtual bool isSegmenting() const = 0;
+    // Something runs that closing would break off: segmentation, tracking, or what else the page does.
+    virtual bool isBusy() const;
+    // A stroke was finished and waits for its mask.
+    bool isSegmenting() const { return m_strokes > 0; }
 
     // True: closed() follows as soon as nothing runs inside any more, never from inside the call. False:
     // there is work to lose, and the user is asked; closed() follows unless he goes on. Asking again
     // while he is being asked changes nothing.
-    virtual bool requestClose() = 0;
+    bool requestClose();
     // The same without asking; whatever runs is broken off.
-    virtual void closeWithoutAsking() = 0;
+    void closeWithoutAsking();
 
     // The workspace's own history, for an Edit menu; null when it is not open.
     IZkUndoRedoService *undoRedoService() const;
@@ -63,7 +73,53 @@ Q_SIGNALS:
     void busyChanged(bool busy);
 
 protected:
-    virtual void commitEditors() = 0;
+    // The title is that of its questions.
+    EditingPage(const QString &title, QWidget *parent);
+
+    // The steps in which a page builds itself: the bar, then, if it has a presenter, the workspace below
+    // it; the last one in any case. The refusal says that nothing can be done with the clip.
+    void addBar(QWidget *bar);
+    void addWorkspace(QWidget *workspace);
+    void finishOpening(const QString &refusal);
+    static Shortcuts sharedShortcuts();
+
+    WorkspaceScene *scene() { return &m_scene; }
+    PageQuestions *questions() { return &m_questions; }
+    bool isTracking() const;
+    bool isClosing() const { return m_isClosing; }
+    void commitEditors();
+    // Brings bar and workspace up to date and reports whether the page is busy.
+    void refresh();
+    // Closes the page when everything has returned that runs inside of it. Again: applied counts.
+    void leave(bool isApplied);
+    // The page's destructor calls it, too.
+    void takeApart();
+
+    // What refresh() shows; the page is open.
+    virtual void showState() = 0;
+    virtual bool hasWorkToLose() const = 0;
+    // Ends in leave() or closeRefused().
+    virtual void askToClose() = 0;
+    // The page is about to be left: nothing is to begin any more, and what can be broken off is.
+    virtual void stopWork() = 0;
+    // Deletes the views, and then what they show.
+    virtual void deleteWorkspace() = 0;
+
+private:
+    void connectPresenter();
+    void connectStrokes();
+    void refuse(const QString &text);
+    void endLoops();
+
+    WorkspaceScene m_scene;
+    PageQuestions m_questions;
+    EventDepth m_depth;
+    QVBoxLayout *m_column;
+    int m_strokes = 0; // that were finished and wait for their mask
+    bool m_wasBusy = false;
+    bool m_isClosing = false;
+    bool m_isClosed = false;
+    bool m_isApplied = false;
 };
 
 } // namespace zk::app

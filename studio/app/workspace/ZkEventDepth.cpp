@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <QThread>
 
 #include <utility>
 
@@ -9,80 +10,54 @@ namespace zk::app {
 
 namespace {
 
-// Those that programs do more about than to pass them on.
-bool canTakeLong(QEvent::Type type)
-{
-    switch (type) {
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::Wheel:
-    case QEvent::KeyPress:
-    case QEvent::KeyRelease:
-    case QEvent::Shortcut:
-    case QEvent::ContextMenu:
-    case QEvent::Close:
-    case QEvent::Resize:
-    case QEvent::Timer:
-    case QEvent::MetaCall:
-        return true;
-    default:
-        return false;
-    }
-}
+constexpr int alarmInterval = 5; // ms
 
 } // namespace
 
-// What is deleted later goes only when everything has returned that was running when this was said.
-class EventDepth::Sentinel : public QObject
-{
-public:
-    Sentinel(const std::shared_ptr<State> &state, QObject *parent)
-        : QObject(parent)
-        , m_state(state)
-    {
-        ++m_state->sentinels;
-        deleteLater();
-    }
-    ~Sentinel() override
-    {
-        setParent(nullptr); // which may go now
-        if (--m_state->sentinels > 0 || !m_state->function)
-            return;
-        std::exchange(m_state->function, nullptr)();
-    }
-
-private:
-    const std::shared_ptr<State> m_state;
-};
-
-EventDepth::EventDepth(QObject *parent)
-    : QObject(parent)
-    , m_state(std::make_shared<State>())
+EventDepth::EventDepth()
 {
     QCoreApplication::instance()->installEventFilter(this);
+    // What is posted wakes the loop; that the timer fires does not.
+    connect(
+        &m_alarm, &QTimer::timeout, this, [] {}, Qt::QueuedConnection);
+    // Outside of all loops nothing would hold the mark back in the first one that comes.
+    if (thread()->loopLevel() > 0)
+        mark();
 }
 
-EventDepth::~EventDepth()
+// What is deleted later goes only when everything has returned that was running when this was said, whatever
+// event loops it runs meanwhile. So one mark, of the outermost event, lasts as long as all that is inside.
+void EventDepth::mark()
 {
-    m_state->function = nullptr;
-}
-
-void EventDepth::post()
-{
-    new Sentinel(m_state, this);
+    m_isUnderWay = true;
+    deleteLater();
 }
 
 void EventDepth::whenIdle(std::function<void()> function)
 {
-    m_state->function = std::move(function);
-    post();
+    m_function = std::move(function);
+    m_alarm.start(alarmInterval);
 }
 
-bool EventDepth::eventFilter(QObject *, QEvent *event)
+// The mark is not taken at its word.
+bool EventDepth::event(QEvent *event)
 {
-    if (canTakeLong(event->type()))
-        post();
+    if (event->type() != QEvent::DeferredDelete)
+        return QObject::event(event);
+    m_isUnderWay = false;
+    m_alarm.stop();
+    if (const auto function = std::exchange(m_function, nullptr))
+        function();
+    return true;
+}
+
+// The marks of others like this one are no work, or two would keep each other busy for ever.
+bool EventDepth::eventFilter(QObject *watched, QEvent *event)
+{
+    const bool isMark =
+        event->type() == QEvent::DeferredDelete && qobject_cast<EventDepth *>(watched);
+    if (!m_isUnderWay && !isMark)
+        mark();
     return false;
 }
 

@@ -1,37 +1,37 @@
 #pragma once
 
 #include <QObject>
+#include <QTimer>
 
 #include <functional>
-#include <memory>
 
 namespace zk::app {
 
-// Knows whether an event that began while it lives is still being handled further down the stack, in an
-// event loop or a processEvents() of whoever handles it: then what he works on must stay. GUI thread only.
+// Knows whether an event that began while it lives, or in which it was made, is still being handled further
+// down the stack, in an event loop or a processEvents() of whoever handles it: then what he works on must
+// stay. GUI thread only; events that are handled outside of all event loops do not count.
 class EventDepth : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit EventDepth(QObject *parent = nullptr);
-    ~EventDepth() override;
+    EventDepth();
 
-    // Runs the function once, when nothing is under way any more, never from inside the call.
+    // Runs the function once, when nothing is under way any more, never from inside the call. The function
+    // may delete this.
     void whenIdle(std::function<void()> function);
 
+    bool event(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    class Sentinel;
-    struct State
-    {
-        int sentinels = 0;
-        std::function<void()> function;
-    };
-    void post();
+    void mark();
 
-    const std::shared_ptr<State> m_state;
+    std::function<void()> m_function;
+    bool m_isUnderWay = false;
+    // While a function waits: a loop that has held the mark back once does not look at it again before
+    // something is posted, and if nothing is under way, there has to be an event that the mark is of.
+    QTimer m_alarm;
 };
 
 } // namespace zk::app

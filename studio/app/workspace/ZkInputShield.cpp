@@ -4,6 +4,7 @@
 #include <QEvent>
 
 #include <algorithm>
+#include <iterator>
 
 namespace zk::app {
 

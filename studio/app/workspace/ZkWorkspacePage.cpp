@@ -3,7 +3,6 @@
 #include "ZkPresetPicker.h"
 #include "ZkPropertyPanel.h"
 #include "ZkWorkspacePage_p.h"
-#include "ZkWorkspaceScene.h"
 
 #include "ZkDataModel.h"
 #include "ZkMediaPlayer.h"
@@ -17,10 +16,8 @@
 #include <QApplication>
 #include <QDataStream>
 #include <QFileInfo>
-#include <QScrollBar>
 #include <QShortcut>
 #include <QSplitter>
-#include <QVBoxLayout>
 
 namespace zk::app {
 
@@ -39,9 +36,7 @@ WorkspacePage::Private::Private(WorkspacePage *page,
     : q(page)
     , clip(editedClip)
     , manager(projectManager)
-    , scene(std::make_unique<WorkspaceScene>())
     , presenter(std::make_unique<Presenter>(ZKSMARTKEYING::SmartCutout, editedClip))
-    , questions(page, tr("Smart Cutout"))
 {
     if (!presenter->isInitSuccessful())
         presenter.reset();
@@ -49,27 +44,25 @@ WorkspacePage::Private::Private(WorkspacePage *page,
 
 WorkspacePage::Private::~Private() = default;
 
+QString WorkspacePage::Private::fileName() const
+{
+    return QFileInfo(clip->media().path).fileName();
+}
+
 void WorkspacePage::Private::build()
 {
     bar = new WorkspaceBar(q);
-    bar->setTitle(QFileInfo(clip->media().path).fileName());
-    auto *const column = new QVBoxLayout(q);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
-    column->addWidget(bar);
+    bar->setTitle(fileName());
+    q->addBar(bar);
     if (!presenter)
         return;
     QObject::connect(
         bar, &WorkspaceBar::triggered, q, [this](WorkspaceBar::Command command) { run(command); });
     buildColumns();
-    column->addWidget(columns, 1);
-    // Their menus run an event loop, in which the page must not be taken apart.
-    for (QScrollBar *const scrollBar : q->findChildren<QScrollBar *>())
-        scrollBar->setContextMenuPolicy(Qt::NoContextMenu);
+    q->addWorkspace(columns);
     addShortcuts();
     connectPresenter();
     connectView();
-    refresh();
 }
 
 // The presenter must know its timeline before the view is made, which asks for it.
@@ -113,7 +106,7 @@ void WorkspacePage::Private::addShortcuts()
     const auto addBrushKey = [this](const QString &key, int pixels) {
         auto *const shortcut = new QShortcut(QKeySequence(key), q);
         QObject::connect(shortcut, &QShortcut::activated, q, [this, pixels] {
-            if (panel && panel->isEnabled() && !isSegmenting())
+            if (panel && panel->isEnabled() && !q->isSegmenting())
                 panel->brush()->widen(pixels);
         });
     };
@@ -123,18 +116,6 @@ void WorkspacePage::Private::addShortcuts()
 
 void WorkspacePage::Private::connectPresenter()
 {
-    const auto onRefresh = [this] { refresh(); };
-    for (const auto signal : {&Presenter::sigUndoRedoChanged,
-                              &Presenter::sigSmartKeyingSegmentChanged,
-                              &Presenter::sigEffectAdded,
-                              &Presenter::sigEffectRemoved,
-                              &Presenter::sigEffectPropertyChanged,
-                              &Presenter::sigReset})
-        QObject::connect(presenter.get(), signal, q, onRefresh);
-    QObject::connect(presenter.get(), &Presenter::sigTrackingModeChanged, q, onRefresh);
-    QObject::connect(presenter.get(), &Presenter::sigUIControlsEnabledChanged, q, onRefresh);
-    QObject::connect(
-        presenter.get(), &Presenter::sigUndoRedoChanged, q, &WorkspacePage::undoRedoChanged);
     QObject::connect(
         presenter.get(), &Presenter::sigTrackingProgress, bar, &WorkspaceBar::setPercent);
     QObject::connect(
@@ -144,49 +125,17 @@ void WorkspacePage::Private::connectPresenter()
     QObject::connect(presenter.get(), &Presenter::sigSaveCancel, q, [this] { onSaveCancelled(); });
 }
 
-// Between the end of a stroke and the signal of the canvas that its mask was taken, the presenter may be
-// in an event loop of its own.
 void WorkspacePage::Private::connectView()
 {
-    QObject::connect(presenter.get(),
-                     &Presenter::sigUIControlsEnabledChanged,
-                     view.data(),
-                     &ZkSmartKeyingPlayerView::setDrawingEnabled);
-    QObject::connect(presenter.get(),
-                     &Presenter::sigUIControlsEnabledChanged,
-                     view.data(),
-                     &ZkSmartKeyingPlayerView::setHeaderToolBarEnabled);
-    QObject::connect(presenter.get(),
-                     &Presenter::sigUIControlsEnabledChanged,
-                     view.data(),
-                     &ZkSmartKeyingPlayerView::setToolBarEnabled);
-    QObject::connect(view->findChild<ZkDrawingWidget *>(),
-                     &ZkDrawingWidget::sigDrawingFinished,
-                     q,
-                     [this](const QImage &, bool isFinished) {
-                         strokes += isFinished ? 1 : 0;
-                         refresh();
-                     });
-    QObject::connect(presenter.get(), &Presenter::sigDrawingFinished, q, [this] {
-        strokes = qMax(0, strokes - 1);
-        refresh();
-        if (isClosing)
-            closeWhenPossible();
-    });
+    for (const auto setEnabled : {&ZkSmartKeyingPlayerView::setDrawingEnabled,
+                                  &ZkSmartKeyingPlayerView::setHeaderToolBarEnabled,
+                                  &ZkSmartKeyingPlayerView::setToolBarEnabled})
+        QObject::connect(
+            presenter.get(), &Presenter::sigUIControlsEnabledChanged, view.data(), setEnabled);
     QObject::connect(
-        scene.get(), &WorkspaceScene::commitRequested, panel->brush(), &BrushSection::commit);
-    QObject::connect(panel->picker(), &PresetPicker::downloadingChanged, q, [this] { refresh(); });
-}
-
-bool WorkspacePage::Private::isTracking() const
-{
-    return presenter && presenter->isTrackingMode();
-}
-
-bool WorkspacePage::Private::isBusy() const
-{
-    return presenter
-        && (isSegmenting() || isTracking() || isSaving || panel->picker()->isDownloading());
+        q->scene(), &WorkspaceScene::commitRequested, panel->brush(), &BrushSection::commit);
+    QObject::connect(
+        panel->picker(), &PresetPicker::downloadingChanged, q, [this] { q->refresh(); });
 }
 
 // What is disabled would hand the focus on to whatever comes next, such as Cancel.
@@ -197,43 +146,33 @@ void WorkspacePage::Private::takeFocus()
         q->setFocus(Qt::OtherFocusReason);
 }
 
-void WorkspacePage::Private::refresh()
+void WorkspacePage::Private::showState()
 {
-    if (!presenter)
-        return;
+    const bool isTakingInput = !isSaving && !q->isClosing();
     WorkspaceBar::State state;
     state.canTrack = timelinePresenter != nullptr;
-    state.isTracking = isTracking();
+    state.isTracking = q->isTracking();
     state.isSaving = isSaving;
-    state.isIdle = presenter->isUIControlsEnabled() && !isTracking() && !isSaving && !isClosing;
+    state.isIdle = presenter->isUIControlsEnabled() && !q->isTracking() && isTakingInput;
     state.canApply = presenter->hasModify();
     state.canReset = state.canApply || presenter->isUsed() || presenter->getEffect();
-    state.canCancel = !isClosing && !isSaving;
+    state.canCancel = isTakingInput;
     if (!state.isIdle)
         takeFocus();
     bar->setState(state);
     panel->setEnabled(state.isIdle);
-    shield->setRaised(isSegmenting());
-    view->setEnabled(!isSaving && !isClosing);
+    shield->setRaised(q->isSegmenting());
+    view->setEnabled(isTakingInput);
     if (timelineView)
-        timelineView->setEnabled(!isSaving && !isClosing);
-    if (wasBusy == isBusy())
-        return;
-    wasBusy = !wasBusy;
-    emit q->busyChanged(wasBusy);
-}
-
-void WorkspacePage::Private::commitEditors()
-{
-    scene->commitFocusedEditor();
+        timelineView->setEnabled(isTakingInput);
 }
 
 void WorkspacePage::Private::run(WorkspaceBar::Command command)
 {
     const bool needsIdle = command != WorkspaceBar::Stop && command != WorkspaceBar::Cancel;
-    if (!presenter || isClosing || (needsIdle && isSegmenting()))
+    if (!presenter || q->isClosing() || (needsIdle && q->isSegmenting()))
         return;
-    commitEditors();
+    q->commitEditors();
     switch (command) {
     case WorkspaceBar::Stop:
         stop();
@@ -278,57 +217,33 @@ void WorkspacePage::Private::stop()
 {
     if (isSaving)
         presenter->cancelApply();
-    else if (isTracking())
+    else if (q->isTracking())
         presenter->stopTrackingMode();
 }
 
 WorkspacePage::WorkspacePage(ZkStudioClip *clip, ZkStudioProjectManager *manager, QWidget *parent)
-    : EditingPage(parent)
+    : EditingPage(tr("Smart Cutout"), parent)
     , d(std::make_unique<Private>(this, clip, manager))
 {
     setObjectName(QStringLiteral("WorkspacePage"));
-    setViewPresenter(d->scene.get());
-    setFocusPolicy(Qt::ClickFocus);
     d->build();
-    setFocus(Qt::OtherFocusReason); // and none of the buttons
-    if (!d->presenter)
-        QMetaObject::invokeMethod(
-            this, [this] { d->refuseToOpen(); }, Qt::QueuedConnection);
+    finishOpening(tr("\u201c%1\u201d cannot be cut out.").arg(d->fileName()));
 }
 
 WorkspacePage::~WorkspacePage()
 {
-    d->takeApart();
+    takeApart();
 }
 
 bool WorkspacePage::isBusy() const
 {
-    return d->isBusy();
+    return EditingPage::isBusy()
+        || (isOpen() && (d->isSaving || d->panel->picker()->isDownloading()));
 }
 
-bool WorkspacePage::isSegmenting() const
+void WorkspacePage::showState()
 {
-    return d->isSegmenting();
-}
-
-bool WorkspacePage::requestClose()
-{
-    if (d->isClosing || !d->presenter || !d->hasWorkToLose()) {
-        d->close();
-        return true;
-    }
-    d->askToClose();
-    return false;
-}
-
-void WorkspacePage::closeWithoutAsking()
-{
-    d->close();
-}
-
-void WorkspacePage::commitEditors()
-{
-    d->commitEditors();
+    d->showState();
 }
 
 ZkSmartKeyingPresenter *WorkspacePage::presenter() const
@@ -336,26 +251,19 @@ ZkSmartKeyingPresenter *WorkspacePage::presenter() const
     return d->presenter.get();
 }
 
-QVector<QPair<QString, QString>> WorkspacePage::shortcuts()
+EditingPage::Shortcuts WorkspacePage::shortcuts()
 {
-    using Keys = QVector<QPair<QString, QString>>;
-    return WorkspaceBar::shortcuts()
-        + Keys {{QStringLiteral("Ctrl+Z"), tr("Undo")},
-                {QStringLiteral("Ctrl+Y"), tr("Redo")},
-                {QStringLiteral("W"), tr("Mask areas to keep")},
-                {QStringLiteral("E"), tr("Eraser")},
-                {QStringLiteral("H"), tr("Pan")},
-                {QStringLiteral("["), tr("Narrower brush")},
-                {QStringLiteral("]"), tr("Wider brush")},
-                {QStringLiteral("Ctrl+Shift+F"), tr("Fit the frame")},
-                {QStringLiteral("Space"), tr("Play or pause")},
-                {QStringLiteral("Ctrl+/"), tr("Stop and return")},
-                {QStringLiteral("Left"), tr("One frame back")},
-                {QStringLiteral("Right"), tr("One frame forward")},
-                {QStringLiteral("Del"), tr("Remove the selected nodes")},
-                {QStringLiteral("Ctrl+="), tr("Zoom into the timeline")},
-                {QStringLiteral("Ctrl+-"), tr("Zoom out of the timeline")},
-                {QStringLiteral("Shift+Z"), tr("Fit the timeline")}};
+    return WorkspaceBar::shortcuts() + sharedShortcuts()
+        + Shortcuts {{QStringLiteral("W"), tr("Mask areas to keep")},
+                     {QStringLiteral("E"), tr("Eraser")},
+                     {QStringLiteral("["), tr("Narrower brush")},
+                     {QStringLiteral("]"), tr("Wider brush")},
+                     {QStringLiteral("Left"), tr("One frame back")},
+                     {QStringLiteral("Right"), tr("One frame forward")},
+                     {QStringLiteral("Del"), tr("Remove the selected nodes")},
+                     {QStringLiteral("Ctrl+="), tr("Zoom into the timeline")},
+                     {QStringLiteral("Ctrl+-"), tr("Zoom out of the timeline")},
+                     {QStringLiteral("Shift+Z"), tr("Fit the timeline")}};
 }
 
 QByteArray WorkspacePage::saveLayout() const

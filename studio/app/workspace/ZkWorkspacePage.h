@@ -3,10 +3,6 @@
 
 #include "ZkEditingPage.h"
 
-#include <QPair>
-#include <QString>
-#include <QVector>
-
 #include <memory>
 
 class ZkStudioClip;
@@ -29,18 +25,17 @@ public:
 
     ZkSmartKeyingPresenter *presenter() const override;
     bool isBusy() const override;
-    bool isSegmenting() const override;
-    bool requestClose() override;
-    void closeWithoutAsking() override;
-
-    // Keys and what they do, translated, in the order of a help page.
-    static QVector<QPair<QString, QString>> shortcuts();
+    static Shortcuts shortcuts();
 
     QByteArray saveLayout() const override;
     bool restoreLayout(const QByteArray &layout) override;
 
 protected:
-    void commitEditors() override;
+    void showState() override;
+    bool hasWorkToLose() const override;
+    void askToClose() override;
+    void stopWork() override;
+    void deleteWorkspace() override;
 
 private:
     class Private;

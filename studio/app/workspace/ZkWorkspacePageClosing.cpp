@@ -1,75 +1,61 @@
 // Questions, saving, and how the page is left.
 #include "ZkPropertyPanel.h"
 #include "ZkWorkspacePage_p.h"
-#include "ZkWorkspaceScene.h"
 
 #include "ZkSmartKeyingPlayerView.h"
 #include "ZkSmartKeyingPresenter.h"
 #include "ZkStudioTimelineView.h"
-#include "ZkWidgets.h"
 #include "timeline/ZkStudioClip.h"
-
-#include <QFileInfo>
 
 namespace zk::app {
 
-void WorkspacePage::Private::refuseToOpen()
-{
-    QMessageBox *const box = questions.tell(
-        tr("\u201c%1\u201d cannot be cut out.").arg(QFileInfo(clip->media().path).fileName()),
-        tr("The file has no picture that can be read. It may have been moved, or is damaged."));
-    QObject::connect(box, &QDialog::finished, q, [this] { close(); });
-}
-
 void WorkspacePage::Private::askToReset()
 {
-    questions.ask(
+    q->questions()->ask(
         tr("Discard everything that was done?"),
         tr("Strokes, tracking results and the effect are taken away. This cannot be undone."),
         {{QMessageBox::Discard, tr("Reset")}, {QMessageBox::Cancel, tr("Keep")}},
         [this](QMessageBox::StandardButton answer) {
-            if (answer == QMessageBox::Discard && presenter && !isSegmenting() && !isSaving)
+            if (answer == QMessageBox::Discard && presenter && !q->isSegmenting() && !isSaving)
                 presenter->reset();
-            refresh();
+            q->refresh();
         });
 }
 
-bool WorkspacePage::Private::hasWorkToLose() const
+bool WorkspacePage::hasWorkToLose() const
 {
-    return isSaving || isSegmenting() || presenter->hasModify();
+    return d->isSaving || isSegmenting() || presenter()->hasModify();
 }
 
-void WorkspacePage::Private::askToClose()
+void WorkspacePage::askToClose()
 {
-    if (questions.isAsking())
-        return;
     QVector<PageQuestions::Choice> choices {{QMessageBox::Discard, tr("Discard")},
                                             {QMessageBox::Cancel, tr("Keep Editing")}};
-    if (!isSaving && !isSegmenting())
+    if (!d->isSaving && !isSegmenting())
         choices.append({QMessageBox::Apply, tr("Apply")});
-    questions.ask(
-        isSaving ? tr("Stop saving and close?") : tr("Apply the cutout before closing?"),
+    questions()->ask(
+        d->isSaving ? tr("Stop saving and close?") : tr("Apply the cutout before closing?"),
         tr("What has not been applied is lost: strokes, tracking results and the effect."),
         choices,
         [this](QMessageBox::StandardButton answer) {
             if (answer == QMessageBox::Discard) {
-                close();
+                leave(false);
             } else if (answer == QMessageBox::Apply) {
-                closesAfterSaving = true;
-                apply();
+                d->closesAfterSaving = true;
+                d->apply();
             } else {
-                emit q->closeRefused();
+                emit closeRefused();
             }
         });
 }
 
 void WorkspacePage::Private::apply()
 {
-    if (!presenter || isSaving || isClosing)
+    if (!presenter || isSaving || q->isClosing())
         return;
     isSaving = true;
     view->setDrawingEnabled(false);
-    refresh();
+    q->refresh();
     presenter->applyModify();
 }
 
@@ -78,12 +64,11 @@ void WorkspacePage::Private::onSaveFinished(bool isSaved)
 {
     isSaving = false;
     if (isSaved) {
-        isApplied = true;
-        close();
+        q->leave(true);
         return;
     }
     onSaveCancelled();
-    questions.tell(
+    q->questions()->tell(
         tr("The cutout could not be saved."),
         tr("The clip is as it was. What you have done here is kept; try again, or paint the "
            "frames anew that look wrong."));
@@ -93,76 +78,38 @@ void WorkspacePage::Private::onSaveCancelled()
 {
     isSaving = false;
     presenter->setClosing(false);
-    if (isClosing)
+    if (q->isClosing())
         return;
     view->setDrawingEnabled(true);
-    refresh();
+    q->refresh();
     if (closesAfterSaving)
         emit q->closeRefused();
     closesAfterSaving = false;
 }
 
-void WorkspacePage::Private::close()
+void WorkspacePage::stopWork()
 {
-    if (isClosing || isClosed)
-        return;
-    isClosing = true;
-    questions.dismiss();
-    if (presenter) {
-        presenter->setClosing(true);
-        if (isSaving)
-            presenter->cancelApply();
-        view->setDrawingEnabled(false);
-        refresh();
-    }
-    closeWhenPossible();
+    if (d->isSaving)
+        presenter()->cancelApply();
+    d->view->setDrawingEnabled(false);
 }
 
-// A stroke that is being segmented and a colour that is being chosen have event loops of their own,
-// which must have ended first.
-void WorkspacePage::Private::closeWhenPossible()
+// The presenter joins its workers.
+void WorkspacePage::deleteWorkspace()
 {
-    if (isSegmenting())
-        return; // the end of the stroke comes back here
-    if (auto *const dialog = view ? view->findChild<ZkColorSelecter *>() : nullptr) {
-        QObject::connect(dialog, &QObject::destroyed, q, [this] { closeWhenPossible(); });
-        dialog->reject();
-        return;
+    d->layout = saveLayout();
+    presenter()->disconnect(d->bar);
+    delete d->panel;
+    presenter()->clearView();
+    delete d->view;
+    presenter()->setTimelinePresenter(nullptr);
+    if (d->timelinePresenter) {
+        d->timelinePresenter->setTimeline(nullptr);
+        d->timelinePresenter->clearView();
+        delete d->timelineView;
     }
-    QMetaObject::invokeMethod(
-        q,
-        [this] {
-            if (isClosed)
-                return;
-            takeApart();
-            emit q->closed(isApplied);
-        },
-        Qt::QueuedConnection);
-}
-
-// Views go before what they show, and the presenter joins its workers.
-void WorkspacePage::Private::takeApart()
-{
-    isClosed = true;
-    questions.dismiss();
-    if (!presenter)
-        return;
-    layout = q->saveLayout();
-    emit q->leaving(isClosing);
-    presenter->setClosing(true);
-    presenter->disconnect(q);
-    presenter->disconnect(bar);
-    delete panel;
-    presenter->clearView();
-    delete view;
-    presenter->setTimelinePresenter(nullptr);
-    if (timelinePresenter) {
-        timelinePresenter->setTimeline(nullptr);
-        timelinePresenter->clearView();
-        delete timelineView;
-    }
-    presenter.reset();
-    timelinePresenter.reset();
+    d->presenter.reset();
+    d->timelinePresenter.reset();
 }
 
 } // namespace zk::app

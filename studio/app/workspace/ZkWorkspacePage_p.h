@@ -1,7 +1,6 @@
 // The inside of the page; not public.
 #pragma once
 
-#include "ZkPageQuestions.h"
 #include "ZkWorkspaceBar.h"
 #include "ZkWorkspacePage.h"
 
@@ -17,7 +16,6 @@ namespace zk::app {
 
 class InputShield;
 class PropertyPanel;
-class WorkspaceScene;
 
 class WorkspacePage::Private
 {
@@ -27,36 +25,23 @@ public:
     Private(WorkspacePage *page, ZkStudioClip *clip, ZkStudioProjectManager *manager);
     ~Private();
 
+    QString fileName() const;
     void build();
-    void refuseToOpen();
-
-    bool isTracking() const;
-    bool isSegmenting() const { return strokes > 0; }
-    bool isBusy() const;
     void takeFocus();
-    void refresh();
+    void showState();
 
     void run(WorkspaceBar::Command command);
     void track(WorkspaceBar::Command command);
     void stop();
     void askToReset();
-    void commitEditors();
 
     void apply();
     void onSaveFinished(bool isSaved);
     void onSaveCancelled();
 
-    bool hasWorkToLose() const;
-    void askToClose();
-    // Runs until nothing is left that another call is inside of, and then takes the page apart.
-    void close();
-    void closeWhenPossible();
-    void takeApart();
-
     WorkspacePage *const q;
     ZkStudioClip *const clip;
     ZkStudioProjectManager *const manager;
-    const std::unique_ptr<WorkspaceScene> scene;
     std::unique_ptr<ZkSmartKeyingPresenter> presenter; // null: not open
     std::unique_ptr<ZkStudioTimelinePresenter> timelinePresenter; // null for a still picture
 
@@ -67,16 +52,10 @@ public:
     QPointer<ZkStudioTimelineView> timelineView;
     QPointer<PropertyPanel> panel;
     InputShield *shield = nullptr; // over the panel, while a stroke is worked on
-    PageQuestions questions;
 
     QByteArray layout; // when it was taken apart
-    int strokes = 0; // that were finished and wait for their mask
     bool isSaving = false;
-    bool isClosing = false;
-    bool isClosed = false;
-    bool isApplied = false;
     bool closesAfterSaving = false; // the user has chosen that when he was asked
-    bool wasBusy = false;
 
 private:
     void buildPlayer();

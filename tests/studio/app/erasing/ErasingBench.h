@@ -75,7 +75,7 @@ public:
         return QTest::qWaitFor([=] { return masks()->segmentCount() > before; }, 10000);
     }
     // The tracking dialog is on screen while its modal loop runs.
-    void clickCreate() const { QTest::mouseClick(create(), Qt::LeftButton); }
+    void clickCreate() const { clickThroughWindow(create()); }
 
     QVector<app::EraseRequest> requests;
     bool isOnline = true;

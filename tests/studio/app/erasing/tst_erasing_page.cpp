@@ -176,6 +176,24 @@ private Q_SLOTS:
         QVERIFY(!m_bench->requests.first().masks.at(5).isEmpty());
     }
 
+    // The list shows a node's frame for every change of it, and its areas come with that.
+    void listsWhatAStepBringsBack()
+    {
+        QVERIFY(m_bench->drawBox());
+        for (const int frame : {4, 7}) {
+            m_bench->presenter()->playerPresenter()->seek(frame);
+            QTRY_COMPARE_WITH_TIMEOUT(
+                m_bench->presenter()->currentFrame(), qint64(frame), patienceMs);
+            QTRY_VERIFY_WITH_TIMEOUT(m_bench->editor()->getCropRects().isEmpty(), patienceMs);
+            QVERIFY(m_bench->drawBox());
+        }
+        QTRY_COMPARE_WITH_TIMEOUT(m_bench->list()->count(), 3, patienceMs);
+        QTest::mouseClick(m_bench->button(QStringLiteral("Reset")), Qt::LeftButton);
+        QTRY_COMPARE_WITH_TIMEOUT(m_bench->list()->count(), 0, patienceMs);
+        m_bench->page->undo();
+        QTRY_COMPARE_WITH_TIMEOUT(m_bench->list()->count(), 3, patienceMs);
+    }
+
     void stillsNeedNoTracking()
     {
         open(WorkspaceClip::instance().stillPath());
@@ -223,6 +241,14 @@ private Q_SLOTS:
         ZkAccount::instance()->logIn(QStringLiteral("Anna"));
         const QPointer<EditingPage> page = m_bench->page;
         const auto close = [page] { page->closeWithoutAsking(); };
+        // Taking it apart processes no events.
+        bool hasProcessed = false;
+        bool hadProcessed = false;
+        connect(page, &EditingPage::leaving, page, [page, &hasProcessed] {
+            QMetaObject::invokeMethod(
+                page, [&hasProcessed] { hasProcessed = true; }, Qt::QueuedConnection);
+        });
+        connect(page, &EditingPage::closed, page, [&] { hadProcessed = hasProcessed; });
         if (stage == QLatin1String("drawing")) {
             // From inside the processEvents() of the rebuilt rectangles.
             connect(m_bench->presenter(),
@@ -253,6 +279,7 @@ private Q_SLOTS:
         QVERIFY(m_bench->waitForClosed());
         QTest::qWait(0);
         QCOMPARE(m_bench->closedCount, 1);
+        QVERIFY(hasProcessed && !hadProcessed);
         QVERIFY(!page->isOpen() && m_bench->requests.isEmpty());
         QVERIFY(kept().isEmpty());
     }

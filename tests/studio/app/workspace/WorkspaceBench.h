@@ -100,6 +100,8 @@ public:
     {
         QTest::mouseClick(find<QAbstractButton>(button), Qt::LeftButton);
     }
+    // The other one hands the click straight to the widget, outside of all event loops.
+    static void clickThroughWindow(QWidget *widget) { drag(widget, {widget->rect().center()}); }
     bool isEnabled(const char *button) const { return find<QAbstractButton>(button)->isEnabled(); }
     void key(int code, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {

@@ -9,18 +9,33 @@
 using Bar = ZkAIErasingOverlayWidget;
 using Presenter = ZkAIErasingPresenter;
 
-// How often a window has been brought to the front.
-class RaiseCounter : public QObject
+class EventCounter : public QObject
 {
 public:
-    explicit RaiseCounter(QObject *window) { window->installEventFilter(this); }
+    EventCounter(QObject *watched, QEvent::Type type)
+        : m_type(type)
+    {
+        watched->installEventFilter(this);
+    }
     bool eventFilter(QObject *, QEvent *event) override
     {
-        count += event->type() == QEvent::ZOrderChange;
+        count += event->type() == m_type;
         return false;
     }
 
     int count = 0;
+
+private:
+    const QEvent::Type m_type;
+};
+
+// How often a window has been brought to the front.
+class RaiseCounter : public EventCounter
+{
+public:
+    explicit RaiseCounter(QObject *window)
+        : EventCounter(window, QEvent::ZOrderChange)
+    { }
 };
 
 class ZkAIErasingOverlaysTest : public QObject
@@ -193,6 +208,27 @@ private slots:
         QTest::mousePress(overlay, Qt::RightButton, {}, {20, 30});
         QTest::mouseRelease(overlay, Qt::RightButton, {}, {20, 30});
         QCOMPARE(noted("zoomer"), QStringList());
+    }
+
+    void handsPinchAndDoubleClickToThePlayer()
+    {
+        ZkMultiCropWidget *const editor = m_space->editor();
+        QTouchDevice *const screen = QTest::createTouchDevice();
+        takeJournal();
+        QTest::touchEvent(editor, screen).press(0, {100, 100}, editor).press(1, {140, 100}, editor);
+        QTest::touchEvent(editor, screen).move(0, {60, 100}, editor).move(1, {180, 100}, editor);
+        QTest::touchEvent(editor, screen)
+            .release(0, {60, 100}, editor)
+            .release(1, {180, 100}, editor);
+        QVERIFY(noted("surface.dealGestureEvent").size() >= 2); // its start and its end
+        QCOMPARE(m_space->crops->getCropCount(), 0);
+        const EventCounter doubleClicks(player(), QEvent::MouseButtonDblClick);
+        QTest::mouseDClick(editor, Qt::LeftButton, {}, {200, 100});
+        QCOMPARE(doubleClicks.count, 1);
+        m_space->erasing->setPlayerEditMode(Presenter::HandMode);
+        QTest::mouseDClick(editor, Qt::LeftButton, {}, {200, 100});
+        QCOMPARE(doubleClicks.count, 3); // the base takes it for a press, which is handed over, too
+        QCOMPARE(m_space->crops->getCropCount(), 0);
     }
 
     void showsTheRectanglesThatTheToolLeaves_data()

@@ -14,8 +14,8 @@ class Editor:
         self.shots, self.shot_count = shots, 0
         with open(os.path.join(skin, "palette.json"), encoding="utf-8") as file:
             palette = {entry["name"]: entry["value"] for entry in json.load(file)["colors"]}
-        self.accent, self.tracked = (
-            tuple(bytes.fromhex(palette[name][1:])) for name in ("Accent", "TimelineTracked"))
+        self.accent, self.tracked, self.chosen = (
+            tuple(bytes.fromhex(palette[name][1:])) for name in ("Accent", "TimelineTracked", "ToolOn"))
         self.icons = {}
         screen.environment["QT_SCALE_FACTOR"] = str(scale)
 
@@ -65,6 +65,11 @@ class Editor:
         x, y = self.title_bar()
         self.screen.xdotool("mousemove", "--sync", x, y, "click", "--repeat", 2, "--delay", 50, 1)
         wait_for("the window to be maximised", lambda: self.box() != before)
+
+    def restore_hastily(self):
+        """Minimises and restores the window twice within a moment, which may cost it those above it."""
+        self.screen.xdotool(*["windowminimize", self.window, "windowactivate", self.window] * 2)
+        self.settled()
 
     def _drag_by(self, at, by):
         self.screen.drag([(at[0] + by[0] * i // 10, at[1] + by[1] * i // 10) for i in range(11)])

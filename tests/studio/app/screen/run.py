@@ -1,25 +1,32 @@
-"""Cuts the balloon out of the sample clip as a person does: in the program's windows, with mouse and keys.
+"""Works on the sample clip as a person does: in the program's windows, with mouse and keys.
 
-    run.py (smart_cutout | windows) PROGRAM OVERLAP SKIN SHOTS
+    run.py (smart_cutout | erasing | windows) PROGRAM TRUTH SKIN SHOTS
 
 smart_cutout: from the clip to an exported file, whose alpha is compared with the true mattes.
+erasing: from the clip, and from a still picture, to saved results, which are compared with what is behind
+the balloon.
 windows: at twice the size, whether the translucent canvas, which is a window of its own, goes where the
 picture goes.
 """
 
 import glob
+import json
 import os
 import shutil
 import subprocess
 import sys
 
 from editor import Editor
+from eraser import Eraser
 from screen import PATIENCE, PROGRAMS, Failure, Screen, load_png, wait_for
 
 SKIPPED = 77  # CTest's SKIP_RETURN_CODE
 FRAMES = 24
+ERASED_FRAMES = 12
 PAINTED_FRAME = 8
+HASTY_RESTORES = 4
 LEAST_OVERLAP = 0.9
+LEAST_PSNR = {"video": 22, "still": 19}  # dB, where the balloon was
 
 
 def on_screen(canvas, matte, points):
@@ -94,6 +101,9 @@ def windows(editor, folder):
     editor.shoot("minimised")
     screen.xdotool("windowactivate", editor.window)
     wait_for("the canvas to come back", editor.canvas_window)
+    for _ in range(HASTY_RESTORES):
+        editor.restore_hastily()
+        wait_for("the canvas to come back at once", editor.canvas_window)
     editor.check_paint(editor.canvas(), "after a restore")
 
     editor.maximise()
@@ -114,20 +124,69 @@ def windows(editor, folder):
     editor.quit()
 
 
-def overlap(program, exported, folder):
-    result = subprocess.run([program, exported, os.path.join(folder, "mattes")], text=True,
-                            capture_output=True, timeout=PATIENCE)
+def erase_from(editor, folder, kind, suffix):
+    """With a box around the balloon, strokes over what that misses, and the eraser over what is too much."""
+    editor.start(os.path.join(folder, kind + suffix))
+    canvas = editor.open_erasing("workspace-" + kind)
+    matte = load_png(os.path.join(folder, "mattes", "00000.png"))
+    with open(os.path.join(folder, "boxes.json"), encoding="utf-8") as file:
+        left, top, width, height = json.load(file)["boxes"][0]["rect"]
+    right, bottom, middle = left + width, top + height, left + width // 2
+
+    def at(*points):
+        return on_screen(canvas, matte, points)
+    editor.mark(at((left, top), (right, bottom)), "box-" + kind)
+    editor.choose("brush")
+    if kind == "video":
+        editor.check_overlays(HASTY_RESTORES)
+    editor.mark(at(*stroke_in(matte, (0.9, 0.95), 3)), "basket-" + kind)
+    editor.mark(at(*(stroke_in(matte, (share,), 8)[0] for share in (0.15, 0.25, 0.35, 0.45))),
+                "rim-" + kind)
+    editor.choose("eraser")
+    below = bottom + 5
+    editor.mark(at((middle, below), (right, below), (right, below + 20), (left, below + 20),
+                   (left, below), (middle, below)), "ground-" + kind)
+    if kind == "video":
+        editor.preview()
+        editor.create()
+        editor.log_in("Ada")
+    editor.create()
+    editor.wait_for_result(kind)
+    editor.compare(kind)
+    editor.save_result(kind)
+    editor.save(os.path.join(folder, kind + ".zkproj"))
+    editor.quit()
+
+
+def erasing(editor, folder, truth):
+    for kind, suffix in (("video", ".mkv"), ("still", ".png")):
+        erase_from(editor, folder, kind, suffix)
+        result, = glob.glob(os.path.join(folder, kind + "-erased.*"))
+        psnr, before = measure(truth, "erased", os.path.join(folder, kind + suffix), result, folder)
+        print(f"{kind}: {psnr} dB to what is behind the balloon, {before} before", flush=True)
+        if psnr < LEAST_PSNR[kind]:
+            raise Failure(f"too much of the balloon is left in the {kind}")
+
+
+def measure(truth, *arguments):
+    result = subprocess.run([truth, *arguments], text=True, capture_output=True, timeout=PATIENCE)
     if result.returncode != 0:
         raise Failure(result.stderr)
-    return float(result.stdout)
+    return [float(value) for value in result.stdout.split()]
+
+
+HARMLESS = (
+    "XCB error: 3 (BadWindow)",  # the window manager has taken a frame away that Qt asks it about
+    "setNetWmStateOnUnmappedWindow() called on mapped window",  # it has restored a window first
+    "sigCanvasRectChanged received",  # what the areas always note
+)
 
 
 def complaints(log):
-    """Without what Qt says when the window manager has taken a frame away that Qt asks it about."""
-    return [line for line in log.splitlines() if line and "XCB error: 3 (BadWindow)" not in line]
+    return [line for line in log.splitlines() if line and not any(part in line for part in HARMLESS)]
 
 
-def main(what, program, overlap_program, skin, shots):
+def main(what, program, truth, skin, shots):
     missing = [name for name in PROGRAMS if not shutil.which(name)]
     if missing:
         print("skipped: needs", ", ".join(missing))
@@ -140,14 +199,22 @@ def main(what, program, overlap_program, skin, shots):
     scale = 2 if what == "windows" else 1
     with Screen(1600 * scale, 1000 * scale) as screen:
         folder = screen.folder.name
-        subprocess.run([program, "sample", folder, "--frames", str(FRAMES)], check=True, timeout=PATIENCE,
+        frames = ERASED_FRAMES if what == "erasing" else FRAMES
+        subprocess.run([program, "sample", folder, "--frames", str(frames)], check=True, timeout=PATIENCE,
                        stdout=subprocess.DEVNULL)
-        editor = Editor(screen, program, skin, os.path.join(shots, ""), scale)
+        kind = Eraser if what == "erasing" else Editor
+        editor = kind(screen, program, skin, os.path.join(shots, ""), scale)
         try:
             if what == "windows":
                 windows(editor, folder)
+            elif what == "erasing":
+                os.rename(os.path.join(folder, "sample.mkv"), os.path.join(folder, "video.mkv"))
+                measure(truth, "still", os.path.join(folder, "video.mkv"),
+                        os.path.join(folder, "still.png"))
+                erasing(editor, folder, truth)
             else:
-                value = overlap(overlap_program, smart_cutout(editor, folder), folder)
+                value, = measure(truth, "overlap", smart_cutout(editor, folder),
+                                 os.path.join(folder, "mattes"))
                 print(f"overlap of the exported alpha with the true mattes: {value}")
                 if value < LEAST_OVERLAP:
                     raise Failure("too little of the object is in the exported clip")

@@ -188,7 +188,10 @@ private Q_SLOTS:
             QVERIFY(m_bench->drawBox());
         }
         QTRY_COMPARE_WITH_TIMEOUT(m_bench->list()->count(), 3, patienceMs);
+        QSignalSpy reset(m_bench->erasing(), &ZkAIErasingPresenter::sigResetAllData);
         QTest::mouseClick(m_bench->button(QStringLiteral("Reset")), Qt::LeftButton);
+        QTRY_COMPARE_WITH_TIMEOUT(reset.count(), 1, patienceMs);
+        QTest::qWait(0); // by now it has been read anew
         QTRY_COMPARE_WITH_TIMEOUT(m_bench->list()->count(), 0, patienceMs);
         m_bench->page->undo();
         QTRY_COMPARE_WITH_TIMEOUT(m_bench->list()->count(), 3, patienceMs);

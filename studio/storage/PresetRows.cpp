@@ -40,6 +40,18 @@ PresetItem readItem(const QSqlQuery &row)
     return item;
 }
 
+// Of the columns that are written, in their order.
+QVariantList valuesOf(const PresetItem &item)
+{
+    return {item.slug,
+            item.name,
+            item.kind,
+            item.folder,
+            item.version,
+            item.position,
+            int(item.origin)};
+}
+
 } // namespace
 
 bool PresetRows::readCategories(QVector<PresetCategory> *categories)
@@ -156,14 +168,7 @@ bool PresetRows::saveItem(PresetItem *item)
     return m_database.change(QStringLiteral("UPDATE item SET slug = ?, name = ?, kind = ?,"
                                             " folder = ?, version = ?, position = ?, origin = ?"
                                             " WHERE id = ?"),
-                             {item->slug,
-                              item->name,
-                              item->kind,
-                              item->folder,
-                              item->version,
-                              item->position,
-                              int(item->origin),
-                              item->id});
+                             valuesOf(*item) << item->id);
 }
 
 bool PresetRows::insertItem(PresetItem *item)
@@ -171,13 +176,7 @@ bool PresetRows::insertItem(PresetItem *item)
     QSqlQuery query;
     if (!m_database.run(QStringLiteral("INSERT INTO item (slug, name, kind, folder, version,"
                                        " position, origin) VALUES (?, ?, ?, ?, ?, ?, ?)"),
-                        {item->slug,
-                         item->name,
-                         item->kind,
-                         item->folder,
-                         item->version,
-                         item->position,
-                         int(item->origin)},
+                        valuesOf(*item),
                         &query))
         return false;
     item->id = query.lastInsertId().toLongLong();

@@ -205,7 +205,7 @@ private:
 class ZKCORE_EXPORT ZkNetwork
 {
 public:
-    // Whether the machine has a network interface that is up and is not the loopback.
+    // Whether the host's AI service can be reached; if it has set none, whether an interface is up.
     static bool IsNetworkConnect();
 };
 

@@ -33,6 +33,7 @@ const int ListSpacing = 8;
 const QSize EmptyImageSize(241, 76);
 const int EmptyPageHeight = 484;
 const int EmptyPageTop = 125;
+const int LeastListHeight = 250; // all that is on the empty page, whose rest a low window cuts off
 const int EmptySideMargin = 24;
 const int HintSpacing = 12;
 
@@ -217,6 +218,7 @@ void ZkAIErasingSettingView::buildContentPage()
     m_objectsStack = new QStackedWidget(this);
     m_objectsStack->addWidget(m_emptyPage);
     m_objectsStack->addWidget(m_objectList);
+    m_objectsStack->setMinimumHeight(LeastListHeight);
     m_contentPage = new QWidget(this);
     auto *const title = new QHBoxLayout;
     title->setContentsMargins(SideMargin, 0, 0, 0);

@@ -1,4 +1,4 @@
-# Sourced by ./run and ./test: installs the Debian packages that are missing.
+# Sourced by ./run, ./test and tools/windows: installs the Debian packages that are missing.
 
 zk_packages="cmake ninja-build g++ pkg-config
 qtbase5-dev qttools5-dev qttools5-dev-tools libqt5sql5-sqlite qttranslations5-l10n
@@ -8,6 +8,11 @@ fonts-dejavu-core"
 
 # Of the tests that work on a screen of their own.
 zk_screen_packages="xvfb openbox picom xdotool x11-utils python3"
+
+# To check the sources for Windows; to build Qt for it; to run there what was built.
+zk_windows_packages="g++-mingw-w64-x86-64-posix"
+zk_windows_qt_packages="dpkg-dev perl make g++"
+zk_windows_run_packages="wine wine64 xvfb xauth zip fonts-dejavu-core"
 
 # zk_install_missing PACKAGE...: says what it installs; silent when nothing is missing.
 zk_install_missing() {

@@ -1,13 +1,13 @@
 // How the rectangles of the overlay are built anew.
 #include "ZkAIErasingCropOverlayWidget.h"
 
+#include "../ZkCallLater.h"
 #include "../ZkSmartKeyingLog.h"
 #include "../presenters/ZkAIErasingCropSelectorPresenter.h"
 
 #include <QCoreApplication>
 #include <QMouseEvent>
 #include <QPointer>
-#include <QTimer>
 
 // printf-style
 #define ZK_OVERLAY_LOG(function, ...)                                                              \
@@ -113,7 +113,7 @@ void ZkAIErasingCropOverlayWidget::resync(const QList<QRect> &rects,
     m_editor->update();
     const QPoint pointer = pointerPosition();
     if (hoverAt(pointer))
-        QTimer::singleShot(HoverDelay, this, [this, pointer] { hoverAt(pointer); });
+        zkCallLater(HoverDelay, this, [this, pointer] { hoverAt(pointer); });
     reportDifferences(rects);
 }
 

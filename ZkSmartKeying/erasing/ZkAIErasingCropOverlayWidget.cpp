@@ -1,5 +1,6 @@
 #include "ZkAIErasingCropOverlayWidget.h"
 
+#include "../ZkCallLater.h"
 #include "../ZkSmartKeyingLog.h"
 #include "../presenters/ZkAIErasingCropSelectorPresenter.h"
 #include "../presenters/ZkAIErasingPresenter.h"
@@ -9,7 +10,6 @@
 #include <QCoreApplication>
 #include <QMouseEvent>
 #include <QPointer>
-#include <QTimer>
 #include <QVBoxLayout>
 
 #define ZK_OVERLAY_LOG(function, message)                                                          \
@@ -231,7 +231,7 @@ void ZkAIErasingCropOverlayWidget::healRemoval(int uiId, int crop)
                    QStringLiteral("ZkAIErasingCropOverlayWidget: UI layer has already removed the "
                                   "crop, but data layer failed. Forcing resync to restore "
                                   "consistency."));
-    QTimer::singleShot(ResyncDelay, this, &ZkAIErasingCropOverlayWidget::resyncAllCropRects);
+    zkCallLater(ResyncDelay, this, &ZkAIErasingCropOverlayWidget::resyncAllCropRects);
 }
 
 void ZkAIErasingCropOverlayWidget::activateCrop(int uiId)

@@ -3,11 +3,11 @@
 #include "ZkAIErasingListWidget.h"
 #include "ZkErasingStyle.h"
 
+#include "../ZkCallLater.h"
 #include "../presenters/ZkAIErasingPresenter.h"
 
 #include <QEvent>
 #include <QStackedWidget>
-#include <QTimer>
 
 namespace {
 
@@ -176,7 +176,7 @@ void ZkAIErasingSettingView::followSegment()
 void ZkAIErasingSettingView::showEvent(QShowEvent *event)
 {
     ZkRoundRadiusWidgetView::showEvent(event);
-    QTimer::singleShot(TipDelay, this, &ZkAIErasingSettingView::showTip);
+    zkCallLater(TipDelay, this, &ZkAIErasingSettingView::showTip);
 }
 
 void ZkAIErasingSettingView::hideEvent(QHideEvent *event)

@@ -1,6 +1,6 @@
 #include "ZkAIErasingCropSelectorPresenter_p.h"
 
-#include <QTimer>
+#include "../ZkCallLater.h"
 
 ZkAIErasingCropSelectorPresenter::ZkAIErasingCropSelectorPresenter(
     ZkAIErasingPresenter *erasingPresenter, QObject *parent)
@@ -11,7 +11,7 @@ ZkAIErasingCropSelectorPresenter::ZkAIErasingCropSelectorPresenter(
     if (erasingPresenter)
         d->connectErasingPresenter();
     // The overlay is built after this presenter and wants its crops once the event loop runs.
-    QTimer::singleShot(0, this, &ZkAIErasingCropSelectorPresenter::sigResyncAllCropRects);
+    zkCallLater(0, this, &ZkAIErasingCropSelectorPresenter::sigResyncAllCropRects);
 }
 
 ZkAIErasingCropSelectorPresenter::~ZkAIErasingCropSelectorPresenter() = default;

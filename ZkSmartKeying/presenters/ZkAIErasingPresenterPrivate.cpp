@@ -1,8 +1,8 @@
 #include "ZkAIErasingPresenter_p.h"
 
-#include "ZkMediaPlayer.h"
+#include "../ZkCallLater.h"
 
-#include <QTimer>
+#include "ZkMediaPlayer.h"
 
 namespace {
 
@@ -43,7 +43,7 @@ void ZkAIErasingPresenterPrivate::clearTracking()
     q->smartKeyingService()->clearTrackingResults();
     q->setRemoveType(ZkAIErasingPresenter::DefaultRemoveType);
     hasTracked = false;
-    QTimer::singleShot(ResetDelay, q, &ZkAIErasingPresenter::sigResetAllData);
+    zkCallLater(ResetDelay, q, &ZkAIErasingPresenter::sigResetAllData);
 }
 
 // From the last one on: removing moves those behind it.

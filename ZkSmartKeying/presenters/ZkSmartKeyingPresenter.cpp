@@ -3,6 +3,38 @@
 #include "../ZkSmartKeyingLog.h"
 
 #include <QFileInfo>
+#include <QMetaType>
+
+namespace {
+
+// PromptType, by the names that signals and variants know it by, for as long as the module is loaded: what
+// Qt keeps of a type are functions of the library that has registered it, and it would not forget a type
+// that qRegisterMetaType() has registered.
+class PromptTypeRegistration
+{
+    using Type = ZkSmartKeyingPresenter::PromptType;
+    using Functions = QtMetaTypePrivate::QMetaTypeFunctionHelper<Type>;
+
+public:
+    PromptTypeRegistration()
+        : m_id(QMetaType::registerNormalizedType(
+            QByteArrayLiteral("ZkSmartKeyingPresenter::PromptType"),
+            Functions::Destruct,
+            Functions::Construct,
+            int(sizeof(Type)),
+            QMetaType::TypeFlags(QtPrivate::QMetaTypeTypeFlags<Type>::Flags),
+            &ZkSmartKeyingPresenter::staticMetaObject))
+    {
+        QMetaType::registerNormalizedTypedef(QByteArrayLiteral("PromptType"), m_id);
+    }
+    ~PromptTypeRegistration() { QMetaType::unregisterType(m_id); }
+
+private:
+    Q_DISABLE_COPY(PromptTypeRegistration)
+    const int m_id;
+};
+
+} // namespace
 
 ZkSmartKeyingPresenter::ZkSmartKeyingPresenter(ZKSMARTKEYING::ZkSmartKeyingBusinessType type,
                                                IZkClip *clip,
@@ -16,7 +48,7 @@ ZkSmartKeyingPresenter::ZkSmartKeyingPresenter(ZKSMARTKEYING::ZkSmartKeyingBusin
            "ZkSmartKeyingPresenter",
            "ZkSmartKeyingPresenter",
            QStringLiteral("ZkSmartKeyingPresenter new"));
-    qRegisterMetaType<PromptType>("PromptType");
+    static const PromptTypeRegistration registration;
     d->connectPlayer();
     d->listenToModelLoad();
 }

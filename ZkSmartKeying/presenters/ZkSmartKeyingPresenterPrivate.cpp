@@ -1,5 +1,6 @@
 #include "ZkSmartKeyingPresenter_p.h"
 
+#include "../ZkCallLater.h"
 #include "../ZkSmartKeyingLog.h"
 #include "../presets/ZCutoutPresetItemManager.h"
 
@@ -175,7 +176,7 @@ void ZkSmartKeyingPresenterPrivate::waitForSegment()
 {
     const bool showsProgress = progressEnabled && segmentProgressShowing;
     if (showsProgress)
-        QTimer::singleShot(0, q, [this] { runProgressRamp(); });
+        zkCallLater(0, q, [this] { runProgressRamp(); });
     executeEventLoopWait(!showsProgress);
     maskBusy = false;
 }

@@ -1,5 +1,6 @@
 #include "ZkSmartKeyingPlayerToolBar.h"
 
+#include "../ZkCallLater.h"
 #include "../presenters/ZkSmartKeyingPresenter.h"
 #include "ZkSmartKeyingShortcuts.h"
 
@@ -8,7 +9,6 @@
 
 #include <QHBoxLayout>
 #include <QShortcut>
-#include <QTimer>
 
 namespace {
 
@@ -34,7 +34,7 @@ ZkSmartKeyingPlayerToolBar::ZkSmartKeyingPlayerToolBar(ZkSmartKeyingPresenter *p
     buildZoomSlider();
     layOut();
     // The timeline has no width before the window has been laid out.
-    QTimer::singleShot(0, this, &ZkSmartKeyingPlayerToolBar::fitTimeline);
+    zkCallLater(0, this, &ZkSmartKeyingPlayerToolBar::fitTimeline);
     ZkSmartKeyingPlayerToolBar::updateToolTip();
     connectSignals();
     addShortcuts();

@@ -137,10 +137,11 @@ ZkBaseLog *ZkBaseLog::logger(const QString &name)
     static std::mutex mutex;
     static auto *const loggers = new QHash<QString, ZkBaseLog *>;
     const std::lock_guard<std::mutex> lock(mutex);
-    ZkBaseLog *&log = (*loggers)[name];
-    if (!log)
-        log = new ZkBaseLog(name);
-    return log;
+    if (ZkBaseLog *const log = loggers->value(name))
+        return log;
+    // Copied, since a literal goes with its library when that is unloaded.
+    const QString kept(name.constData(), name.size());
+    return *loggers->insert(kept, new ZkBaseLog(kept));
 }
 
 QString ZkBaseLog::name() const

@@ -32,6 +32,12 @@ void releaseSmartKeyingEditController(IZkSmartKeyingEditController *controller)
     delete static_cast<EditController *>(controller);
 }
 
+// Types of the host are the host's to register: the functions that Qt keeps of them stay when a module that
+// uses them is unloaded.
+[[maybe_unused]] static const int mediaTypes[] = {qRegisterMetaType<IZkAbstractMedia *>(),
+                                                  qRegisterMetaType<IZkAbstractMediaItem *>(),
+                                                  qRegisterMetaType<IZkFolderMedia *>()};
+
 IZkProjectManager::~IZkProjectManager() = default;
 
 IZkProjectManager *IZkProjectManager::getInstance()

@@ -11,9 +11,15 @@ namespace zk::datamodel {
 
 namespace {
 
+// The host's types are registered by the host's library: the functions that Qt keeps of them then stay when
+// a module that uses them is unloaded.
+[[maybe_unused]] const int mediaTypes[] = {qRegisterMetaType<IZkAbstractMedia *>(),
+                                           qRegisterMetaType<IZkAbstractMediaItem *>(),
+                                           qRegisterMetaType<IZkFolderMedia *>()};
+
 Q_LOGGING_CATEGORY(log, "zk.studio.library")
 
-}
+} // namespace
 
 using storage::PresetStore;
 using storage::Resource;

@@ -2,6 +2,7 @@
 
 #include "ZkWidgets.h"
 
+#include <QDir>
 #include <QTemporaryDir>
 
 #include <tuple>
@@ -76,10 +77,13 @@ private slots:
 
     void checksThumbnailsWhenLoaded()
     {
-        // Readable although its name says otherwise; no picture; missing.
+        // Readable although its name says otherwise; no picture; missing. No code page has all letters.
         QTemporaryDir directory;
-        m_items[0].thumbnail = directory.filePath(QStringLiteral("picture.jpg"));
-        m_items[1].thumbnail = directory.filePath(QStringLiteral("text.png"));
+        const auto path = [&directory](const char *name) {
+            return QDir::toNativeSeparators(directory.filePath(QString::fromUtf8(name)));
+        };
+        m_items[0].thumbnail = path("ß 片段 🎬.jpg");
+        m_items[1].thumbnail = path("№ 片段 🎬.png");
         m_items[2].thumbnail = directory.filePath(QStringLiteral("missing.png"));
         QVERIFY(QImage(8, 8, QImage::Format_Mono).save(m_items[0].thumbnail, "PNG"));
         QFile text(m_items[1].thumbnail);

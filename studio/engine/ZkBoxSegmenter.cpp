@@ -35,13 +35,18 @@ cv::Rect scaled(const cv::Rect &box, const cv::Size &from, const cv::Size &to)
 class BoxTask
 {
 public:
-    BoxTask(const cv::Mat &picture, const cv::Rect &box, const BoxSegmenterOptions &options)
+    BoxTask(const cv::Mat &picture,
+            const std::vector<cv::Mat> &neighbours,
+            const cv::Rect &box,
+            const BoxSegmenterOptions &options)
         : m_options(options)
         , m_features(computeFeatures(picture, options.features))
         , m_network(options.network)
         , m_box(scaled(box, picture.size(), m_features.size()))
         , m_inside(filled(m_features.size(), m_box))
         , m_distance(distanceFromCentre())
+        , m_motion(motion(picture, neighbours))
+        , m_moving(m_inside & (m_motion >= 0.5 * m_options.motion.most))
     { }
 
     // 0 or 255, at working size.
@@ -55,6 +60,7 @@ public:
 
 private:
     cv::Mat distanceFromCentre() const;
+    cv::Mat motion(const cv::Mat &picture, const std::vector<cv::Mat> &neighbours) const;
     void guess();
     cv::Mat standingOut() const;
     cv::Mat appearance();
@@ -68,6 +74,8 @@ private:
     const cv::Mat m_inside;
     // From the centre of the box, squared; 1 on the ellipse that fits into it.
     const cv::Mat m_distance;
+    const cv::Mat m_motion; // logits of what moves by itself
+    const cv::Mat m_moving;
     cv::Mat m_object; // what is learnt from
     cv::Mat m_background;
 };
@@ -100,6 +108,15 @@ cv::Mat BoxTask::distanceFromCentre() const
     return distance;
 }
 
+cv::Mat BoxTask::motion(const cv::Mat &picture, const std::vector<cv::Mat> &neighbours) const
+{
+    std::vector<cv::Mat> small;
+    for (const cv::Mat &neighbour : neighbours)
+        small.push_back(shrunkFrame(neighbour, m_features.size()));
+    return foreignMotion(
+        shrunkFrame(picture, m_features.size()), small, ~m_inside, m_options.motion);
+}
+
 // How much a pixel differs from what surrounds the box: how far the way out is, across edges, and how
 // rare its colour is out there. Objects seldom reach the corners of the box that fits them.
 cv::Mat BoxTask::standingOut() const
@@ -111,6 +128,7 @@ cv::Mat BoxTask::standingOut() const
     cv::Mat score = color.logits(m_features.lab) * m_options.rarity;
     score += far * (1.0 / std::max(1e-3f, quantile(far, m_inside, 0.9)));
     score -= m_distance * m_options.centre;
+    score += m_motion * m_options.motionGuess;
     return score;
 }
 
@@ -119,8 +137,8 @@ void BoxTask::guess()
     const cv::Mat score = standingOut();
     const float object = quantile(score, m_inside, 1 - m_options.objectGuess);
     const float background = quantile(score, m_inside, m_options.backgroundGuess);
-    m_object = m_inside & (score >= object);
-    m_background = ~m_inside | (score < background);
+    m_object = m_inside & ((score >= object) | m_moving);
+    m_background = ~m_inside | ((score < background) & ~m_moving);
 }
 
 cv::Mat BoxTask::appearance()
@@ -132,7 +150,7 @@ cv::Mat BoxTask::appearance()
     set.append(m_features, sampledPixels(m_background, m_options.samples), 0.0f, 1.0f);
     m_network.train(set, m_options.epochs);
     const cv::Rect everything({0, 0}, m_features.size());
-    return m_options.colorWeight * color.logits(m_features.lab)
+    return m_motion + m_options.colorWeight * color.logits(m_features.lab)
         + m_options.networkWeight * m_network.logits(m_features, everything);
 }
 
@@ -140,7 +158,7 @@ void BoxTask::learnFrom(const cv::Mat &matte)
 {
     const cv::Mat sure = shrunkMask(matte, 1);
     m_object = cv::countNonZero(sure) > 0 ? sure : matte;
-    m_background = ~m_inside | (m_inside & ~grownMask(matte, m_options.gap));
+    m_background = ~m_inside | (m_inside & ~grownMask(matte, m_options.gap) & ~m_moving);
 }
 
 cv::Mat BoxTask::cut(cv::Mat logits) const
@@ -183,9 +201,12 @@ cv::Mat largeParts(const cv::Mat &matte, const BoxSegmenterOptions &options)
 }
 
 // Of the picture's size, or empty when nothing stands out.
-cv::Mat objectIn(const cv::Mat &picture, const cv::Rect &box, const BoxSegmenterOptions &options)
+cv::Mat objectIn(const cv::Mat &picture,
+                 const std::vector<cv::Mat> &neighbours,
+                 const cv::Rect &box,
+                 const BoxSegmenterOptions &options)
 {
-    BoxTask task(picture, box, options);
+    BoxTask task(picture, neighbours, box, options);
     if (!task.hasSurroundings())
         return {};
     const cv::Mat coarse = largeParts(task.solve(), options);
@@ -199,7 +220,10 @@ cv::Mat objectIn(const cv::Mat &picture, const cv::Rect &box, const BoxSegmenter
 
 } // namespace
 
-cv::Mat segmentBox(const cv::Mat &frame, const cv::Rect &box, const BoxSegmenterOptions &options)
+cv::Mat segmentBox(const cv::Mat &frame,
+                   const cv::Rect &box,
+                   const BoxSegmenterOptions &options,
+                   const std::vector<cv::Mat> &neighbours)
 {
     if (!isFrame(frame))
         return {};
@@ -210,7 +234,12 @@ cv::Mat segmentBox(const cv::Mat &frame, const cv::Rect &box, const BoxSegmenter
         std::max(options.leastSurroundings, cvRound(inside.width * options.surroundings)),
         std::max(options.leastSurroundings, cvRound(inside.height * options.surroundings)));
     const cv::Rect area = grownBox(inside, margin, frame.size());
-    const cv::Mat matte = objectIn(frame(area), inside - area.tl(), options);
+    std::vector<cv::Mat> around;
+    for (const cv::Mat &neighbour : neighbours) {
+        if (neighbour.size() == frame.size() && neighbour.type() == frame.type())
+            around.push_back(neighbour(area));
+    }
+    const cv::Mat matte = objectIn(frame(area), around, inside - area.tl(), options);
     cv::Mat result = cv::Mat::zeros(frame.size(), CV_8U);
     if (matte.empty())
         result(inside) = 255;

@@ -3,6 +3,7 @@
 
 #include "ZkColorModel.h"
 #include "ZkEngineGlobal.h"
+#include "ZkForeignMotion.h"
 #include "ZkFrameFeatures.h"
 #include "ZkGeodesicDistance.h"
 #include "ZkGraphCut.h"
@@ -10,6 +11,8 @@
 #include "ZkPixelNetwork.h"
 
 #include <opencv2/core.hpp>
+
+#include <vector>
 
 namespace zk::engine {
 
@@ -21,6 +24,7 @@ struct BoxSegmenterOptions
     PixelNetworkOptions network {32, 16, 32, 2e-3, 1e-3, 5.0, 0x5eed};
     GraphCutOptions cut {20.0, 1.0};
     MatteRefinerOptions refiner;
+    ForeignMotionOptions motion;
 
     // Weights of the evidence, as in InteractiveSegmenterOptions.
     double colorWeight = 2.0;
@@ -34,6 +38,7 @@ struct BoxSegmenterOptions
     double backgroundGuess = 0.2;
     double rarity = 0.4; // what a colour's rarity counts beside the length of the way out
     double centre = 0.5; // and the distance from the centre of the box, squared
+    double motionGuess = 0.5; // and the logit of a motion of its own
     // The logit of the centre of the box; it falls with the square of the distance to 0 on the ellipse that
     // fits into the box, and below further out. It brings parts of an object that look like what surrounds
     // it, at the cost of some background between its limbs: when something is erased, too much is better
@@ -54,8 +59,11 @@ struct BoxSegmenterOptions
 // The matte of the object in the box, CV_8UC1 of the frame's size, 0 outside the box. The box is in
 // pixels of the frame; what reaches over its border does not count. Where no object can be told from
 // what surrounds the box, the box itself is the matte. Empty when the frame is none or nothing of the
-// box lies in it. Pure; may be called from any thread.
-ZKENGINE_EXPORT cv::Mat
-segmentBox(const cv::Mat &frame, const cv::Rect &box, const BoxSegmenterOptions &options = {});
+// box lies in it. neighbours: frames a little earlier and later, of the same size and type, which tell what
+// moves by itself; others are not looked at. Pure; may be called from any thread.
+ZKENGINE_EXPORT cv::Mat segmentBox(const cv::Mat &frame,
+                                   const cv::Rect &box,
+                                   const BoxSegmenterOptions &options = {},
+                                   const std::vector<cv::Mat> &neighbours = {});
 
 } // namespace zk::engine

@@ -13,8 +13,10 @@ namespace zk::engine {
 
 namespace {
 
-constexpr int rim = 4; // working pixels around the hole that its box has
 constexpr int sourceMargin = 2; // working pixels; what interpolation reaches stays off the hole
+// Working pixels; masks seldom leave more than that of an object's border.
+constexpr int cleanMargin = 8;
+constexpr int rim = cleanMargin + 2; // working pixels around the hole that its box has
 
 int pixelsOf(double shareOfHeight, int height)
 {
@@ -33,8 +35,16 @@ cv::Mat fadedShare(const cv::Mat &mask, int grow, int feather)
     return share;
 }
 
-void findHole(EraseFrame *frame, const cv::Mat &mask, const EraserOptions &options)
+cv::Mat grownDownwards(const cv::Mat &mask, int pixels)
 {
+    cv::Mat result;
+    cv::dilate(mask, result, cv::Mat::ones(pixels + 1, 1, CV_8U), {0, pixels});
+    return result;
+}
+
+void findHole(EraseFrame *frame, const cv::Mat &marked, const EraserOptions &options)
+{
+    const cv::Mat mask = grownDownwards(marked, pixelsOf(options.below, marked.rows));
     const cv::Rect object = cv::boundingRect(mask);
     if (object.empty())
         return;
@@ -66,6 +76,45 @@ void makeWorkPlate(EraseFrame *frame, const cv::Size &size)
     frame->work.hole = frame->hole(frame->work.box).clone();
 }
 
+bool isAlike(const cv::Vec3b &a, const cv::Vec3b &b)
+{
+    constexpr int most = 120; // grey levels, of the three channels together
+    return std::abs(a[0] - b[0]) + std::abs(a[1] - b[1]) + std::abs(a[2] - b[2]) <= most;
+}
+
+// Something like that colour is to be seen further away from the hole.
+bool goesOn(const EraseFrame &frame, const cv::Point &at)
+{
+    constexpr int reach = 2 * cleanMargin, step = 2;
+    const cv::Vec3b &color = frame.work.picture.at<cv::Vec3b>(at);
+    const cv::Rect inside({0, 0}, frame.hole.size());
+    for (int y = at.y - reach; y <= at.y + reach; y += step) {
+        for (int x = at.x - reach; x <= at.x + reach; x += step) {
+            const cv::Point other(x, y);
+            if (inside.contains(other) && frame.clean.at<uchar>(other)
+                && isAlike(frame.work.picture.at<cv::Vec3b>(other), color))
+                return true;
+        }
+    }
+    return false;
+}
+
+// Next to the hole only what goes on further outside is background for sure, and no blurred outline,
+// shadow or part of the object that the mask has missed.
+void findSources(EraseFrame *frame)
+{
+    frame->usable = grownMask(frame->hole, sourceMargin) == 0;
+    frame->clean = grownMask(frame->hole, cleanMargin) == 0;
+    const cv::Mat beside = frame->usable & ~frame->clean;
+    const cv::Rect &box = frame->work.box;
+    for (int y = box.y; y < box.br().y; ++y) {
+        for (int x = box.x; x < box.br().x; ++x) {
+            if (beside.at<uchar>(y, x) && !goesOn(*frame, {x, y}))
+                frame->usable.at<uchar>(y, x) = 0;
+        }
+    }
+}
+
 } // namespace
 
 EraseFrame
@@ -79,9 +128,11 @@ makeEraseFrame(int index, const cv::Mat &picture, const cv::Mat &mask, const Era
     if (!frame.full.box.empty())
         frame.full.picture = picture.clone();
     makeWorkPlate(&frame, workingSize(picture.size(), options.workingPixels));
-    frame.usable = cv::Mat(frame.hole.size(), CV_8U, cv::Scalar(255));
-    if (!frame.isWhole()) {
-        frame.usable = grownMask(frame.hole, sourceMargin) == 0;
+    if (frame.isWhole()) {
+        frame.usable = cv::Mat(frame.hole.size(), CV_8U, cv::Scalar(255));
+        frame.clean = frame.usable;
+    } else {
+        findSources(&frame);
         fillSmoothly(&frame.work.picture, frame.hole);
     }
     return frame;

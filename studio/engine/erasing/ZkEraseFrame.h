@@ -69,6 +69,7 @@ struct EraseFrame
     cv::Mat original; // the frame's pixels in full.box
     cv::Mat share; // CV_8UC1 over full.box: how much of the filling shows, 255 = it alone
     cv::Mat usable; // CV_8UC1, working size: pixels that may be copied from
+    cv::Mat clean; // the same without those so near to the hole that they may show what is erased
     cv::Mat hole; // CV_8UC1, working size
     FlowField toPrevious;
     FlowField toNext;

@@ -1,6 +1,7 @@
 #include "ZkObjectEraser.h"
 
 #include "ZkEraseWindow.h"
+#include "ZkMaskFollower.h"
 
 #include <algorithm>
 #include <exception>
@@ -37,6 +38,7 @@ public:
         , m_options(options)
         , m_crew(options.threads, goOn)
         , m_times(times)
+        , m_follower(options)
         , m_window(options, inpainter, &m_crew, times)
         , m_count(source.frameCount())
     { }
@@ -69,24 +71,32 @@ private:
         const bool masked = mask->empty() || (mask->type() == CV_8UC1 && mask->size() == m_size);
         return picture->type() == CV_8UC3 && !m_size.empty() && picture->size() == m_size && masked;
     }
+    bool readOne()
+    {
+        cv::Mat picture, mask;
+        if (!readFrame(&picture, &mask)) {
+            m_failure = EraseResult::SourceFailed;
+            return false;
+        }
+        m_follower.add(picture, mask);
+        if (++m_read == m_count)
+            m_follower.end();
+        return m_crew.askCaller(progress(m_written));
+    }
     // A few frames at a time, so that the machine's cores have something to share.
     bool readAhead()
     {
         const StageTimer timer(&m_times->reading);
-        while (m_read < m_count && (m_size.empty() || int(m_window.size()) < m_capacity)) {
-            const int first = m_read;
-            std::vector<cv::Mat> pictures, masks;
-            for (int i = 0; i < 4 && m_read < m_count; ++i, ++m_read) {
-                cv::Mat picture, mask;
-                if (!readFrame(&picture, &mask)) {
-                    m_failure = EraseResult::SourceFailed;
-                    return false;
-                }
-                pictures.push_back(std::move(picture));
-                masks.push_back(std::move(mask));
-                if (!m_crew.askCaller(progress(m_written)))
+        while (m_taken < m_count && (m_size.empty() || int(m_window.size()) < m_capacity)) {
+            while (m_read < m_count && m_follower.ready() < 4) {
+                if (!readOne())
                     return false;
             }
+            const int first = m_taken;
+            std::vector<cv::Mat> pictures, masks;
+            if (!m_follower.take(4, &m_crew, &pictures, &masks))
+                return false;
+            m_taken += int(pictures.size());
             if (!m_window.append(first, pictures, masks))
                 return false;
         }
@@ -96,7 +106,7 @@ private:
     // All but the frames that still may learn from what comes.
     int toWrite() const
     {
-        return m_read == m_count ? open() : std::max(1, open() - m_capacity * 3 / 8);
+        return m_taken == m_count ? open() : std::max(1, open() - m_capacity * 3 / 8);
     }
     bool writeFinished()
     {
@@ -125,10 +135,12 @@ private:
     EraserOptions m_options;
     EraseCrew m_crew;
     EraseTimes *m_times;
+    MaskFollower m_follower;
     EraseWindow m_window;
     int m_count;
     int m_capacity = 0;
     int m_read = 0;
+    int m_taken = 0; // of those that were read: the frames that have been in the window
     int m_written = 0;
     int m_finished = 0; // frames at the window's beginning that were written
     cv::Size m_size;

@@ -18,6 +18,12 @@ struct EraserOptions
     // outer part of what it was grown by the filling fades into the frame.
     double grow = 0.01;
     double feather = 0.004;
+    // Downwards it is grown by this share besides: there lie the shadows of what stands on the ground.
+    double below = 0.0;
+    // What moves along with the object, against the background, is erased too, as far as it is connected
+    // to the mask and no further away from it than this share of the frame's height: parts that the mask
+    // has missed, a part of its shadow. 0 = the masks are right.
+    double follow = 0.0;
     int workingPixels = 854 * 480; // area at which motion is measured; colours keep their full size
     int windowFrames = 0; // frames held at a time, 8 or more; 0 = as many as memory allows
     int threads = 0; // 0 = one per processor; the result does not depend on it
@@ -63,7 +69,7 @@ enum class EraseResult {
     Failed, // no memory
 };
 
-// Pixels outside the grown mask are those of the source. Where nothing is known of what is behind the
+// Pixels outside the grown mask, and outside what is followed, are those of the source. Where nothing is known of what is behind the
 // object it is made up once and carried along the motion. A frame whose every pixel is masked, and to
 // which no other frame lends anything, stays as it is. Nothing is fetched across a scene cut.
 //

@@ -10,6 +10,7 @@ constexpr float contradiction = 1.0f; // squared pixels between there and back
 constexpr float finishedCost =
     4.0f; // a pixel that is a copy itself counts like so many frames more
 constexpr float contradictionCost = 1.0f; // for each squared pixel
+constexpr float besideCost = 3.0f; // a pixel next to a hole counts like so many frames more
 
 // One step of the trace, from a frame to its neighbour.
 class Step
@@ -39,8 +40,10 @@ public:
         if (error > contradiction)
             return {};
         const float cost = 1.0f + contradictionCost * error;
-        if (m_other.usable.at<uchar>(pixel))
-            return {end.x, end.y, cost, m_otherSlot};
+        if (m_other.usable.at<uchar>(pixel)) {
+            const bool isClean = m_other.clean.at<uchar>(pixel) != 0;
+            return {end.x, end.y, isClean ? cost : cost + besideCost, m_otherSlot};
+        }
         return inherited(pixel, end, cost, any);
     }
 

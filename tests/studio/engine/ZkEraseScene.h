@@ -55,6 +55,8 @@ public:
     {
         *picture = frame(index);
         *mask = this->mask(index);
+        if (missed > 0)
+            cv::erode(*mask, *mask, cv::Mat::ones(2 * missed + 1, 2 * missed + 1, CV_8U));
         if (index == otherSizeAt)
             *picture = (*picture)(cv::Rect(0, 0, size.width - 1, size.height)).clone();
         return index != unreadableAt;
@@ -69,6 +71,7 @@ public:
     cv::Size size;
     int count;
     double pan = 1.3; // pixels per frame
+    int missed = 0; // pixels at the disc's outline that the masks that are read leave out
     bool still = false; // the disc stays in the middle of the picture
     bool maskAll = false;
     int maskAllAt = -1;

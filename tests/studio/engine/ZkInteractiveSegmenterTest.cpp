@@ -113,6 +113,30 @@ private slots:
         QVERIFY(isAll(segmentBox(even, box, options)(box), 255, truth(box) + 255));
     }
 
+    // Half of the disc looks like what is behind it, but goes with the other half.
+    void motionTellsTheObject()
+    {
+        const auto camouflaged = [this](double x) {
+            cv::Mat result = scene.frame({x, center.y}), other;
+            const cv::Matx23d shift(1, 0, x + 71, 0, 1, 40);
+            cv::warpAffine(scene.empty(), other, shift, result.size(), 1, cv::BORDER_WRAP);
+            cv::Mat half = scene.matte({x, center.y}) >= 128;
+            half.colRange(0, int(x)) = 0;
+            other.copyTo(result, half);
+            return result;
+        };
+        const cv::Rect box = cv::boundingRect(truth) + cv::Size(8, 8) - cv::Point(4, 4);
+        const cv::Mat now = camouflaged(center.x);
+        const std::vector<cv::Mat> around {camouflaged(center.x - 5), camouflaged(center.x + 5)};
+        QVERIFY(intersectionOverUnion(segmentBox(now, box), truth) < 0.7);
+        const double iou = intersectionOverUnion(segmentBox(now, box, {}, around), truth);
+        QVERIFY2(iou > 0.85, qPrintable(QString::number(iou)));
+        // Pictures of another size say nothing.
+        const std::vector<cv::Mat> others {cv::Mat::zeros(9, 9, CV_8UC3), cv::Mat()};
+        QCOMPARE(cv::norm(segmentBox(now, box, {}, others), segmentBox(now, box), cv::NORM_INF),
+                 0.0);
+    }
+
     // Not on alpha, the frames before or a buffer that is used again, nor on the number of threads.
     void resultsDependOnNothingElse()
     {

@@ -131,6 +131,29 @@ private slots:
         }
     }
 
+    // Masks that leave out the outline of the disc leave it in the picture, unless what moves along goes too;
+    // and nothing goes that is further away.
+    void followsWhatMovesAlong()
+    {
+        double left[2] = {};
+        for (const bool follows : {false, true}) {
+            EraseScene scene({240, 136}, 40);
+            scene.missed = 4;
+            EraserOptions options;
+            options.follow = follows ? 0.06 : 0.0;
+            QCOMPARE(erase(scene, options), EraseResult::Done);
+            for (int i = 2; i < scene.count - 2; ++i) {
+                cv::Mat red;
+                const cv::Mat &result = scene.result[std::size_t(i)];
+                cv::inRange(result, cv::Scalar(0, 0, 180), cv::Scalar(80, 80, 255), red);
+                left[follows] += cv::countNonZero(red & scene.mask(i));
+                QVERIFY(sameOutside(result, scene.frame(i), grown(scene.mask(i), 8)));
+            }
+        }
+        QVERIFY2(left[0] > 1000 && left[1] < 0.3 * left[0],
+                 qPrintable(QStringLiteral("%1 of %2").arg(left[1]).arg(left[0])));
+    }
+
     void nothingFlickersWhereNothingIsShown()
     {
         EraseScene scene({160, 90}, 30);
@@ -173,8 +196,10 @@ private slots:
             cv::setNumThreads(threads == 1 ? 1 : 2);
             EraseScene scene({161, 91}, 14);
             scene.still = true;
+            scene.missed = 3;
             EraserOptions options;
             options.threads = threads;
+            options.follow = 0.05;
             options.windowFrames = 8;
             options.workingPixels = 100 * 57;
             QCOMPARE(erase(scene, options), EraseResult::Done);

@@ -14,6 +14,11 @@ namespace zk::erasing {
 
 namespace {
 
+// Shares of the frame's height. What hangs on an object, such as an edge that its mask has missed, goes with
+// it, and so does its shadow on the ground; who walks beside it hardly.
+constexpr double followed = 0.04;
+constexpr double shadow = 0.02;
+
 struct Failure
 {
     EraseCause cause = EraseCause::None;
@@ -84,7 +89,13 @@ Failure EraseWorker::erase()
         m_link->sendProgress(message::Erasing, int(share * 100));
         return !m_link->isHostGone();
     };
-    const engine::EraseResult result = engine::ObjectEraser().run(*m_source, sink, goOn);
+    engine::EraserOptions options;
+    // Transparency is continued where the mask is, and nowhere else.
+    if (!m_transparency) {
+        options.follow = followed;
+        options.below = shadow;
+    }
+    const engine::EraseResult result = engine::ObjectEraser(options).run(*m_source, sink, goOn);
     if (result != engine::EraseResult::Done)
         return explain(result, sink.errorString());
     m_link->sendProgress(message::Finishing, 0);

@@ -21,6 +21,7 @@ constexpr double GrainLevel = 5; // of 255, at the most
 constexpr double ShutterAngle = 0.5; // of a frame
 constexpr int ToneRate = 48000; // samples per second
 constexpr double ToneFrequency = 440;
+constexpr double basketBegins = 0.77; // of the object's height: below are the ropes and the basket
 constexpr double ToneLevel = 6000; // of 32767
 
 int over(int top, int alpha, int bottom)
@@ -56,6 +57,27 @@ QJsonObject stroke(const char *mode, const QPolygonF &path, double width)
             {QStringLiteral("mode"), QLatin1String(mode)},
             {QStringLiteral("width"), std::round(width)},
             {QStringLiteral("points"), points}};
+}
+
+// What is opaque of the object below that share of its height, with some room around it.
+QJsonObject boxAround(int frame, const QImage &matte, double below)
+{
+    const auto boundingBox = [&matte](int top) {
+        QRect box;
+        for (int y = top; y < matte.height(); ++y) {
+            for (int x = 0; x < matte.width(); ++x) {
+                if (matte.constScanLine(y)[x] > 0)
+                    box |= QRect(x, y, 1, 1);
+            }
+        }
+        return box;
+    };
+    const QRect whole = boundingBox(0);
+    const QRect part = boundingBox(whole.top() + int(below * whole.height()));
+    const int margin = matte.height() / 50;
+    const QRect box = part.adjusted(-margin, -margin, margin, margin) & matte.rect();
+    const QJsonArray rect {box.x(), box.y(), box.width(), box.height()};
+    return {{QStringLiteral("frame"), frame}, {QStringLiteral("rect"), rect}};
 }
 
 // A mono WAV file.
@@ -186,19 +208,9 @@ QJsonObject SampleClip::strokes() const
 
 QJsonObject SampleClip::boxes() const
 {
-    const QImage object = matte(0);
-    QRect box;
-    for (int y = 0; y < object.height(); ++y) {
-        for (int x = 0; x < object.width(); ++x) {
-            if (object.constScanLine(y)[x] > 0)
-                box |= QRect(x, y, 1, 1);
-        }
-    }
-    const int margin = object.height() / 40;
-    box = box.adjusted(-margin, -margin, margin, margin) & object.rect();
-    const QJsonArray rect {box.x(), box.y(), box.width(), box.height()};
-    const QJsonObject first {{QStringLiteral("frame"), 0}, {QStringLiteral("rect"), rect}};
-    return {{QStringLiteral("boxes"), QJsonArray {first}}};
+    const int late = options().frames * 3 / 4;
+    const QJsonArray boxes {boxAround(late, matte(late), 0), boxAround(0, matte(0), basketBegins)};
+    return {{QStringLiteral("boxes"), boxes}};
 }
 
 bool SampleClip::writeBackgrounds(const QString &folder, QString *error) const

@@ -40,7 +40,9 @@ public:
     // What a user would paint on frame 0: {"strokes":[{"frame","mode","width","points"}]}, in
     // pixels: keep strokes over the envelope and the basket, a remove stroke around them.
     QJsonObject strokes() const;
-    // A box around the object on frame 0: {"boxes":[{"frame","rect"}]}, in pixels.
+    // What a user would draw, {"boxes":[{"frame","rect"}]} in pixels: a box around the object on a late
+    // frame, where it shows all its sides and nothing is before it, and one on frame 0 around the ropes and the
+    // basket, which are lost behind the post on the way there.
     QJsonObject boxes() const;
 
     // The clip in the format of clipPath's suffix and, unless matteDir is empty, one %05d.png per frame

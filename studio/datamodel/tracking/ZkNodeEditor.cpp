@@ -254,8 +254,22 @@ EncodedMatte NodeEditor::objectIn(qint64 frame, const QRect &box, bool isSingleO
         return {};
     zk::engine::BoxSegmenterOptions options;
     options.onlyLargest = isSingleObject;
-    return encoded(
-        zk::engine::segmentBox(m_pixels, {box.x(), box.y(), box.width(), box.height()}, options));
+    return encoded(zk::engine::segmentBox(
+        m_pixels, {box.x(), box.y(), box.width(), box.height()}, options, framesAround(frame)));
+}
+
+// What moves against its surroundings shows between them; some may be missing.
+std::vector<cv::Mat> NodeEditor::framesAround(qint64 frame) const
+{
+    constexpr int distance =
+        2; // frames: things move by more than the noise, and few of them very far
+    std::vector<cv::Mat> result;
+    for (const qint64 other : {frame - distance, frame + distance}) {
+        const QImage image = m_inFrame + other < 0 ? QImage() : picture(other);
+        if (!image.isNull())
+            result.push_back(pixelsOf(image).clone());
+    }
+    return result;
 }
 
 QImage NodeEditor::picture(qint64 frame) const

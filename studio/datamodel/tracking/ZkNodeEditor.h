@@ -7,6 +7,7 @@
 #include "ZkMediaInfo.h"
 
 #include <memory>
+#include <vector>
 
 namespace zk::media {
 class MediaReader;
@@ -51,6 +52,7 @@ private:
     NodeEditor(std::unique_ptr<zk::media::MediaReader> reader, qint64 inFrame);
 
     bool readFrame(qint64 frame);
+    std::vector<cv::Mat> framesAround(qint64 frame) const;
     cv::Mat segmented(const SegmentNode &node, const cv::Mat &previous);
     cv::Mat corrected(qint64 frame, const SegmentNode &node, const Edit &edit);
     bool strokeOneObject(qint64 frame, SegmentNode *node, const Edit &edit);

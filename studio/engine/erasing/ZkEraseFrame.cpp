@@ -78,7 +78,7 @@ void makeWorkPlate(EraseFrame *frame, const cv::Size &size)
 
 bool isAlike(const cv::Vec3b &a, const cv::Vec3b &b)
 {
-    constexpr int most = 120; // grey levels, of the three channels together
+    constexpr int most = 75; // grey levels, of the three channels together
     return std::abs(a[0] - b[0]) + std::abs(a[1] - b[1]) + std::abs(a[2] - b[2]) <= most;
 }
 

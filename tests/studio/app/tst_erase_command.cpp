@@ -115,7 +115,8 @@ private Q_SLOTS:
     {
         const QTemporaryDir out;
         const QString picture = out.filePath("out.png");
-        QCOMPARE(erase("still.png", "--boxes @boxes.json --json -o " + picture), 0);
+        writeFile(file("still.json"), "{\"boxes\":[{\"frame\":0,\"rect\":[25,11,65,88]}]}");
+        QCOMPARE(erase("still.png", "--boxes @still.json --json -o " + picture), 0);
         QCOMPARE(everythingIn(out.path()), QStringList("out.png"));
         QCOMPARE(QImage(picture).size(), QSize(192, 108));
         QVERIFY(QImage(picture).pixel(58, 42) != QImage(file("still.png")).pixel(58, 42));

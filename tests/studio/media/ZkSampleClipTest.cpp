@@ -77,9 +77,10 @@ private slots:
             }
         }
         QVERIFY(changes > 180 * 320 / 20);
-        const QJsonArray rect = m_clip.boxes().value("boxes")[0]["rect"].toArray();
+        const QJsonValue first = m_clip.boxes().value("boxes")[0];
+        const QJsonArray rect = first["rect"].toArray();
         const QRect box(rect[0].toInt(), rect[1].toInt(), rect[2].toInt(), rect[3].toInt());
-        QImage around = m_clip.matte(0);
+        QImage around = m_clip.matte(first["frame"].toInt());
         QPainter(&around).fillRect(box, Qt::black);
         QImage nothing = around;
         nothing.fill(Qt::black);

@@ -15,6 +15,7 @@
 
 #include <QAbstractButton>
 #include <QMessageBox>
+#include <QPointer>
 #include <QTemporaryDir>
 #include <QVBoxLayout>
 #include <QWindow>
@@ -108,17 +109,22 @@ public:
         QTest::keyClick(&window, Qt::Key(code), modifiers);
     }
 
-    // Through the window, as the system delivers it; points of the widget.
+    // Through the window, as the system delivers it; points of the widget, which may go away meanwhile.
     static void drag(QWidget *widget, const QVector<QPoint> &points)
     {
-        QWindow *const target = widget->window()->windowHandle();
-        const auto at = [widget](const QPoint &point) {
-            return widget->mapTo(widget->window(), point);
+        const QPointer<QWidget> alive(widget);
+        const QPointer<QWindow> target(widget->window()->windowHandle());
+        const auto deliver = [&](auto event, const QPoint &point) {
+            if (alive && target)
+                event(widget->mapTo(widget->window(), point));
         };
-        QTest::mousePress(target, Qt::LeftButton, Qt::NoModifier, at(points.first()));
+        const auto move = [&](const QPoint &at) { QTest::mouseMove(target, at); };
+        deliver([&](const QPoint &at) { QTest::mousePress(target, Qt::LeftButton, {}, at); },
+                points.first());
         for (const QPoint &point : points)
-            QTest::mouseMove(target, at(point));
-        QTest::mouseRelease(target, Qt::LeftButton, Qt::NoModifier, at(points.last()));
+            deliver(move, point);
+        deliver([&](const QPoint &at) { QTest::mouseRelease(target, Qt::LeftButton, {}, at); },
+                points.last());
     }
     // A stroke over the balloon, whose mask comes later.
     void dragOverObject()

@@ -52,3 +52,20 @@ if(TARGET zkstudio)
     set_target_properties(zkstudio PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
     install(TARGETS zkstudio RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
+
+# The library has both within; these are for a host that brings its own instead.
+get_target_property(_zk_translations ZkSmartKeying ZK_TRANSLATIONS)
+install(FILES ${_zk_translations} DESTINATION ${CMAKE_INSTALL_DATADIR}/ZkSmartKeying/translations)
+install(FILES ${PROJECT_SOURCE_DIR}/resources/ZkSmartKeying.qrc
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/ZkSmartKeying/resources)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/resources/Resource
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/ZkSmartKeying/resources)
+install(FILES ${PROJECT_SOURCE_DIR}/LICENSE ${PROJECT_SOURCE_DIR}/docs/windows.md
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/ZkSmartKeying)
+
+# cpack makes one archive of what has been installed.
+set(CPACK_GENERATOR ZIP)
+set(CPACK_PACKAGE_VENDOR ZkSmartKeying)
+string(TOLOWER "${PROJECT_NAME}-${PROJECT_VERSION}-${CMAKE_SYSTEM_NAME}-${CMAKE_SYSTEM_PROCESSOR}" CPACK_PACKAGE_FILE_NAME)
+set(CPACK_STRIP_FILES ON)
+include(CPack)

@@ -21,6 +21,10 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
         target_link_options(ZkBuildSettings INTERFACE -Wl,--no-undefined)
     endif()
 endif()
+if(MSVC)
+    # What the other compilers do anyway.
+    target_compile_options(ZkBuildSettings INTERFACE /utf-8 /permissive- /Zc:__cplusplus)
+endif()
 if(ZK_SANITIZE)
     target_compile_options(ZkBuildSettings INTERFACE
         -fsanitize=${ZK_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
@@ -67,6 +71,9 @@ function(zk_add_library name)
     target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}>)
     target_link_libraries(${target} PUBLIC ${ARG_PUBLIC_DEPS} PRIVATE ${ARG_DEPS})
     set_target_properties(${target} PROPERTIES EXPORT_NAME ${name})
+    if(WIN32)
+        set_target_properties(${target} PROPERTIES PREFIX "") # also with MinGW: ZkNAME.dll
+    endif()
     if(ARG_PCH)
         target_precompile_headers(${target} PRIVATE ${ARG_PCH})
     endif()
@@ -95,7 +102,8 @@ function(zk_add_test name)
     if(ZK_TEST_TIME_SCALE)
         math(EXPR ARG_TIMEOUT "${ARG_TIMEOUT} * ${ZK_TEST_TIME_SCALE}")
     endif()
-    add_test(NAME ${name} COMMAND ${ZK_TEST_LAUNCHER} $<TARGET_FILE:${name}>)
+    add_test(NAME ${name}
+        COMMAND ${ZK_TEST_LAUNCHER} ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${name}>)
     set_tests_properties(${name} PROPERTIES
         TIMEOUT ${ARG_TIMEOUT}
         LABELS "${ARG_LABELS}"

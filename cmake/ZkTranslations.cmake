@@ -1,7 +1,9 @@
 # zk_add_translations(TARGET FILE.ts ...)
-# Compiles the translations and embeds them in the target as :/ZkTranslations/FILE.qm.
+# Compiles the translations and embeds them in the target as :/ZkTranslations/FILE.qm; its property
+# ZK_TRANSLATIONS lists them.
 function(zk_add_translations target)
     qt5_add_translation(compiled ${ARGN})
+    set_target_properties(${target} PROPERTIES ZK_TRANSLATIONS "${compiled}")
     set(entries "")
     foreach(file IN LISTS compiled)
         get_filename_component(name ${file} NAME)

@@ -12,7 +12,7 @@ zk_screen_packages="xvfb openbox picom xdotool x11-utils python3"
 # To check the sources for Windows; to build Qt for it; to run there what was built.
 zk_windows_packages="g++-mingw-w64-x86-64-posix"
 zk_windows_qt_packages="dpkg-dev perl make g++"
-zk_windows_run_packages="wine wine64 xvfb xauth zip fonts-dejavu-core"
+zk_windows_run_packages="wine wine64 xvfb xauth fonts-dejavu-core"
 
 # zk_install_missing PACKAGE...: says what it installs; silent when nothing is missing.
 zk_install_missing() {

@@ -92,7 +92,8 @@ def is_still_good(arguments, stamp, list_file):
 
 def check(entry, header, results):
     """What the compiler says of one source; None when nothing had to be done."""
-    name = re.sub(r"[^A-Za-z0-9]+", "_", entry.get("output", entry["file"]))
+    output = shlex.split(entry["command"])
+    name = re.sub(r"[^A-Za-z0-9]+", "_", output[output.index("-o") + 1])
     stamp, list_file = results / (name + ".good"), results / (name + ".d")
     arguments = list(windows_arguments(entry["command"]))
     if uses_widgets(arguments):
@@ -100,7 +101,7 @@ def check(entry, header, results):
     line = shlex.join([COMPILER, "-fsyntax-only", *arguments, entry["file"]])
     if is_still_good(line, stamp, list_file):
         return None
-    # Younger than every file that the compiler is about to read, or it will be checked again.
+    # As old as the beginning of the check: what changes meanwhile will be checked again.
     stamp.write_text("")
     started = stamp.stat().st_mtime_ns
     compiler = subprocess.run(shlex.split(line) + ["-MD", "-MF", list_file], cwd=entry["directory"],

@@ -10,7 +10,6 @@ picture goes.
 """
 
 import glob
-import json
 import os
 import shutil
 import subprocess
@@ -26,7 +25,7 @@ ERASED_FRAMES = 12
 PAINTED_FRAME = 8
 HASTY_RESTORES = 4
 LEAST_OVERLAP = 0.9
-LEAST_PSNR = {"video": 22, "still": 19}  # dB, where the balloon was
+LEAST_PSNR = {"video": 24, "still": 19}  # dB, where the balloon was
 
 
 def on_screen(canvas, matte, points):
@@ -49,6 +48,13 @@ def stroke_in(matte, shares, inset):
         ends = [(rows[y][0] + inset, y), (rows[y][-1] - inset, y)]
         points += ends[::-1] if number % 2 else ends
     return points
+
+
+def box_around(matte, margin):
+    """The object of a matte, with that room around it."""
+    rows = [y for y in range(matte.height) if any(matte.row(y, 0, matte.width)[0::4])]
+    columns = [x for y in rows for x, value in enumerate(matte.row(y, 0, matte.width)[0::4]) if value]
+    return (min(columns) - margin, rows[0] - margin, max(columns) + margin, rows[-1] + margin)
 
 
 def smart_cutout(editor, folder):
@@ -129,9 +135,8 @@ def erase_from(editor, folder, kind, suffix):
     editor.start(os.path.join(folder, kind + suffix))
     canvas = editor.open_erasing("workspace-" + kind)
     matte = load_png(os.path.join(folder, "mattes", "00000.png"))
-    with open(os.path.join(folder, "boxes.json"), encoding="utf-8") as file:
-        left, top, width, height = json.load(file)["boxes"][0]["rect"]
-    right, bottom, middle = left + width, top + height, left + width // 2
+    left, top, right, bottom = box_around(matte, matte.height // 40)
+    middle = (left + right) // 2
 
     def at(*points):
         return on_screen(canvas, matte, points)
@@ -140,8 +145,9 @@ def erase_from(editor, folder, kind, suffix):
     if kind == "video":
         editor.check_overlays(HASTY_RESTORES)
     editor.mark(at(*stroke_in(matte, (0.9, 0.95), 3)), "basket-" + kind)
-    editor.mark(at(*(stroke_in(matte, (share,), 8)[0] for share in (0.15, 0.25, 0.35, 0.45))),
-                "rim-" + kind)
+    for name, end in (("rim", 0), ("other-rim", 1)):
+        editor.mark(at(*(stroke_in(matte, (share,), 8)[end] for share in (0.15, 0.25, 0.35, 0.45))),
+                    name + "-" + kind)
     editor.choose("eraser")
     below = bottom + 5
     editor.mark(at((middle, below), (right, below), (right, below + 20), (left, below + 20),

@@ -1,16 +1,22 @@
-// zk_engine_quality DIR [--height PIXELS] [--clips A,B] [--no-strokes]
+// zk_engine_quality DIR [--height PIXELS] [--clips A,B] [--only strokes|tracking]
 #include "ZkClip.h"
 #include "ZkQuality.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <sstream>
+#include <utility>
+#include <vector>
 
 namespace {
+
+using zk::bench::StrokeQuality;
+using zk::bench::TrackingQuality;
 
 struct Arguments
 {
     std::string folder;
+    std::string only;
     std::vector<std::string> clips;
     zk::bench::QualityOptions options;
 };
@@ -33,8 +39,8 @@ bool parse(int argc, char **argv, Arguments *arguments)
             arguments->options.height = std::atoi(argv[++i]);
         else if (argument == "--clips" && hasValue)
             arguments->clips = split(argv[++i]);
-        else if (argument == "--no-strokes")
-            arguments->options.fromStrokes = false;
+        else if (argument == "--only" && hasValue)
+            arguments->only = argv[++i];
         else if (argument[0] != '-' && arguments->folder.empty())
             arguments->folder = argument;
         else
@@ -43,17 +49,84 @@ bool parse(int argc, char **argv, Arguments *arguments)
     return !arguments->folder.empty();
 }
 
-void print(const zk::bench::ClipQuality &q)
+// Means over the clips of what each of them gave, printed clip by clip.
+class Table
 {
-    std::printf("%-20s %10.3f %10.3f %8.3f %8.3f %10.3f %10.3f\n",
-                q.name.c_str(),
-                q.strokeIou,
-                q.strokeSeconds,
-                q.jFromTruth,
-                q.jAtEnd,
-                q.jFromStrokes,
-                q.secondsPerFrame);
-    std::fflush(stdout);
+public:
+    explicit Table(const std::vector<const char *> &columns)
+        : m_sums(columns.size(), 0.0)
+    {
+        std::printf("\n%-20s", "clip");
+        for (const char *column : columns)
+            std::printf(" %11s", column);
+        std::printf("\n");
+    }
+    void add(const std::string &name, const std::vector<double> &values)
+    {
+        print(name, values, 1.0);
+        for (std::size_t i = 0; i < values.size(); ++i)
+            m_sums[i] += values[i];
+        ++m_count;
+    }
+    void close() const { print("mean", m_sums, 1.0 / m_count); }
+
+private:
+    static void print(const std::string &name, const std::vector<double> &values, double share)
+    {
+        std::printf("%-20s", name.c_str());
+        for (double value : values)
+            std::printf(" %11.3f", value * share);
+        std::printf("\n");
+        std::fflush(stdout);
+    }
+
+    std::vector<double> m_sums;
+    int m_count = 0;
+};
+
+void measureStrokes(const Arguments &arguments)
+{
+    zk::bench::QualityOptions large = arguments.options;
+    large.height = 1080;
+    Table table({"one stroke", "3 more", "s", "s 1080p", "grabCut", "s"});
+    for (const std::string &name : arguments.clips) {
+        const std::string clip = arguments.folder + "/" + name;
+        const StrokeQuality q = zk::bench::measureStrokes(clip, arguments.options);
+        const StrokeQuality l = zk::bench::measureStrokes(clip, large);
+        table.add(name, {q.first, q.corrected, q.seconds, l.seconds, q.cut, q.cutSeconds});
+    }
+    table.close();
+}
+
+void measureTracking(const Arguments &arguments)
+{
+    Table table(
+        {"forward", "at end", "both ways", "strokes", "1 corrected", "s/frame", "flow", "s/frame"});
+    for (const std::string &name : arguments.clips) {
+        const TrackingQuality q =
+            zk::bench::measureTracking(arguments.folder + "/" + name, arguments.options);
+        table.add(name,
+                  {q.forward,
+                   q.atEnd,
+                   q.bothWays,
+                   q.fromStrokes,
+                   q.corrected,
+                   q.secondsPerFrame,
+                   q.warped,
+                   q.warpedSeconds});
+    }
+    table.close();
+}
+
+void measureForward(const Arguments &arguments)
+{
+    Table table({"forward", "at end", "s/frame"});
+    for (const std::string &name : arguments.clips) {
+        const TrackingQuality q =
+            zk::bench::measureForward(arguments.folder + "/" + name, arguments.options);
+        table.add(name, {q.forward, q.atEnd, q.secondsPerFrame});
+    }
+    table.close();
 }
 
 } // namespace
@@ -62,8 +135,10 @@ int main(int argc, char **argv)
 {
     Arguments arguments;
     if (!parse(argc, argv, &arguments)) {
-        std::fprintf(
-            stderr, "usage: %s DIR [--height PIXELS] [--clips A,B] [--no-strokes]\n", argv[0]);
+        std::fprintf(stderr,
+                     "usage: %s DIR [--height PIXELS] [--clips A,B] "
+                     "[--only strokes|tracking|forward]\n",
+                     argv[0]);
         return 2;
     }
     if (arguments.clips.empty())
@@ -72,27 +147,11 @@ int main(int argc, char **argv)
         std::fprintf(stderr, "no clips in %s\n", arguments.folder.c_str());
         return 1;
     }
-    std::printf("%-20s %10s %10s %8s %8s %10s %10s\n",
-                "clip",
-                "stroke IoU",
-                "stroke s",
-                "J truth",
-                "J end",
-                "J strokes",
-                "s/frame");
-    zk::bench::ClipQuality mean;
-    mean.name = "mean";
-    for (const std::string &name : arguments.clips) {
-        const auto quality = zk::bench::measureQuality(arguments.folder, name, arguments.options);
-        print(quality);
-        const double share = 1.0 / double(arguments.clips.size());
-        mean.strokeIou += share * quality.strokeIou;
-        mean.strokeSeconds += share * quality.strokeSeconds;
-        mean.jFromTruth += share * quality.jFromTruth;
-        mean.jAtEnd += share * quality.jAtEnd;
-        mean.jFromStrokes += share * quality.jFromStrokes;
-        mean.secondsPerFrame += share * quality.secondsPerFrame;
-    }
-    print(mean);
+    if (arguments.only.empty() || arguments.only == "strokes")
+        measureStrokes(arguments);
+    if (arguments.only.empty() || arguments.only == "tracking")
+        measureTracking(arguments);
+    if (arguments.only == "forward")
+        measureForward(arguments);
     return 0;
 }

@@ -5,6 +5,8 @@
 #include "ZkHostLink.h"
 #include "ZkResultWriter.h"
 
+#include "backend/ZkEngineBackends.h"
+
 #include <QDir>
 
 #include <exception>
@@ -95,7 +97,8 @@ Failure EraseWorker::erase()
         options.follow = followed;
         options.below = shadow;
     }
-    const engine::EraseResult result = engine::ObjectEraser(options).run(*m_source, sink, goOn);
+    const engine::EraseResult result =
+        engine::classicalBackends()->createEraser(options)->run(*m_source, sink, goOn);
     if (result != engine::EraseResult::Done)
         return explain(result, sink.errorString());
     m_link->sendProgress(message::Finishing, 0);

@@ -2,6 +2,7 @@
 
 #include "ZkMediaReader.h"
 #include "ZkStudioMediaSource.h"
+#include "backend/ZkEngineBackends.h"
 
 #include <QHash>
 
@@ -37,6 +38,7 @@ ZkStudioTimeline::ZkStudioTimeline(const ZkTimelineFormat &format)
         m_observers.forEach(
             [&](IZkTimelineEventObserver *observer) { observer->onTimelineChangedEvent(changes); });
     }))
+    , m_engine(zk::engine::classicalBackends())
 { }
 
 ZkStudioTimeline::~ZkStudioTimeline()
@@ -64,6 +66,11 @@ std::unique_ptr<ZkStudioTimeline> ZkStudioTimeline::fromMediaFile(const QString 
 ZkStudioTimeline *ZkStudioTimeline::fromHandle(ZkTimelineHandle handle)
 {
     return registry->find(handle);
+}
+
+void ZkStudioTimeline::setEngine(std::shared_ptr<const zk::engine::EngineBackends> engine)
+{
+    m_engine = engine ? std::move(engine) : zk::engine::classicalBackends();
 }
 
 ZkStudioClip *ZkStudioTimeline::clip() const

@@ -11,6 +11,10 @@
 
 #include <memory>
 
+namespace zk::engine {
+class EngineBackends;
+}
+
 // The shape of a timeline's frames.
 struct ZkTimelineFormat
 {
@@ -44,6 +48,11 @@ public:
     double frameRate() const { return double(m_format.frameRateNum) / m_format.frameRateDen; }
     qint64 frameCount() const;
 
+    // What workspaces that are opened on its clip from now on segment and track with; those that are open
+    // keep theirs. Null: the built-in engine, as initially.
+    void setEngine(std::shared_ptr<const zk::engine::EngineBackends> engine);
+    const std::shared_ptr<const zk::engine::EngineBackends> &engine() const { return m_engine; }
+
     // Makes it the edit timeline of that workspace. Initially it is a timeline of the project.
     void setWorkspace(ZKSMARTKEYING::ZkSmartKeyingBusinessType type);
     bool isEditTimeline() const { return m_isEditTimeline; }
@@ -74,4 +83,5 @@ private:
     std::unique_ptr<ZkStudioPlayhead> m_playhead;
     std::unique_ptr<ZkStudioUndoRedoService> m_undo;
     std::unique_ptr<ZkStudioClip> m_clip;
+    std::shared_ptr<const zk::engine::EngineBackends> m_engine; // never null
 };

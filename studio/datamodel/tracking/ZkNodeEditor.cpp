@@ -95,22 +95,27 @@ NodeEditor::Outcome outcome(const SegmentNodePtr &before, const SegmentNodePtr &
 
 } // namespace
 
-std::unique_ptr<NodeEditor>
-NodeEditor::open(const zk::media::MediaInfo &media, qint64 inFrame, QString *error)
+std::unique_ptr<NodeEditor> NodeEditor::open(const zk::media::MediaInfo &media,
+                                             qint64 inFrame,
+                                             const zk::engine::EngineBackendsPtr &engine,
+                                             QString *error)
 {
     auto reader = openMedia(media, error);
     if (!reader)
         return nullptr;
-    std::unique_ptr<NodeEditor> editor(new NodeEditor(std::move(reader), inFrame));
+    std::unique_ptr<NodeEditor> editor(new NodeEditor(std::move(reader), inFrame, engine));
     if (editor->readFrame(0))
         return editor;
     *error = QStringLiteral("%1 has no readable picture.").arg(media.path);
     return nullptr;
 }
 
-NodeEditor::NodeEditor(std::unique_ptr<zk::media::MediaReader> reader, qint64 inFrame)
+NodeEditor::NodeEditor(std::unique_ptr<zk::media::MediaReader> reader,
+                       qint64 inFrame,
+                       const zk::engine::EngineBackendsPtr &engine)
     : m_reader(std::move(reader))
     , m_inFrame(inFrame)
+    , m_segmenter(engine->createSegmenter())
 { }
 
 NodeEditor::~NodeEditor() = default;
@@ -218,7 +223,7 @@ cv::Mat NodeEditor::newObject(qint64 frame, const SegmentNode &node, const cv::M
     if (!readFrame(frame))
         return {};
     const cv::Mat remove = node.remove.isEmpty() ? cv::Mat() : decodedPixels(node.remove);
-    cv::Mat object = m_segmenter.segment(m_pixels, {painted, remove});
+    cv::Mat object = m_segmenter->segment(m_pixels, {painted, remove});
     if (!object.empty() && !node.erase.isEmpty())
         object.setTo(0, decodedPixels(node.erase));
     return object;
@@ -229,7 +234,7 @@ cv::Mat NodeEditor::segmented(const SegmentNode &node, const cv::Mat &previous)
     zk::engine::Scribbles scribbles;
     scribbles.keep = node.keep.isEmpty() ? cv::Mat() : decodedPixels(node.keep);
     scribbles.remove = node.remove.isEmpty() ? cv::Mat() : decodedPixels(node.remove);
-    cv::Mat result = m_segmenter.segment(m_pixels, scribbles, previous);
+    cv::Mat result = m_segmenter->segment(m_pixels, scribbles, previous);
     // What was erased stays away until it is painted again.
     if (!result.empty() && !node.erase.isEmpty())
         result.setTo(0, decodedPixels(node.erase));

@@ -3,8 +3,8 @@
 #include "../segmentation/ZkSegments.h"
 #include "../segmentation/ZkStrokeMap.h"
 
-#include "ZkInteractiveSegmenter.h"
 #include "ZkMediaInfo.h"
+#include "backend/ZkEngineBackends.h"
 
 #include <memory>
 #include <vector>
@@ -24,8 +24,10 @@ public:
     enum Stroke { KeepStroke, RemoveStroke, EraseStroke };
 
     // Null, with a sentence for the user, when the media has no readable picture.
-    static std::unique_ptr<NodeEditor>
-    open(const zk::media::MediaInfo &media, qint64 inFrame, QString *error);
+    static std::unique_ptr<NodeEditor> open(const zk::media::MediaInfo &media,
+                                            qint64 inFrame,
+                                            const zk::engine::EngineBackendsPtr &engine,
+                                            QString *error);
     ~NodeEditor();
 
     struct Outcome
@@ -49,7 +51,9 @@ public:
 private:
     Q_DISABLE_COPY(NodeEditor)
     struct Edit;
-    NodeEditor(std::unique_ptr<zk::media::MediaReader> reader, qint64 inFrame);
+    NodeEditor(std::unique_ptr<zk::media::MediaReader> reader,
+               qint64 inFrame,
+               const zk::engine::EngineBackendsPtr &engine);
 
     bool readFrame(qint64 frame);
     std::vector<cv::Mat> framesAround(qint64 frame) const;
@@ -61,7 +65,7 @@ private:
 
     const std::unique_ptr<zk::media::MediaReader> m_reader;
     const qint64 m_inFrame;
-    zk::engine::InteractiveSegmenter m_segmenter;
+    const std::unique_ptr<zk::engine::SegmentationBackend> m_segmenter;
     qint64 m_frame = -1; // that m_pixels shows
     cv::Mat m_pixels;
 };

@@ -40,7 +40,8 @@ bool ZkStudioEditController::initialise(IZkClip *clip,
     if (m_timeline || !projectClip || projectClip->frameCount() == 0)
         return false;
     QString error;
-    m_editor = NodeEditor::open(projectClip->media(), projectClip->inFrame(), &error);
+    const zk::engine::EngineBackendsPtr engine = projectClip->studioTimeline()->engine();
+    m_editor = NodeEditor::open(projectClip->media(), projectClip->inFrame(), engine, &error);
     if (!m_editor) {
         qCInfo(lcEdit) << "The clip cannot be edited:" << error;
         return false;
@@ -49,6 +50,7 @@ bool ZkStudioEditController::initialise(IZkClip *clip,
     m_timeline = std::make_unique<ZkStudioTimeline>(
         ZkTimelineFormat {media.size, media.frameRateNum, media.frameRateDen});
     m_timeline->setWorkspace(type);
+    m_timeline->setEngine(engine);
     m_timeline->setClip(projectClip->copyTo(m_timeline.get()));
     m_timeline->playhead()->setPosition(*initialFrame);
     *initialFrame = m_timeline->playhead()->position();

@@ -63,7 +63,9 @@ void ZkStudioEditController::launchTracking(const Segments &seeds, const QVector
     };
     const ZkStudioClip *clip = m_timeline->clip();
     m_tracking = std::make_unique<TrackingRun>(
-        TrackingTask {clip->media(), clip->inFrame(), seeds, legs}, m_context.get(), receiver);
+        TrackingTask {clip->media(), clip->inFrame(), seeds, legs, m_timeline->engine()},
+        m_context.get(),
+        receiver);
     service()->setLocked(true);
     m_timeline->undoRedoService()->setBlocked(true);
     service()->setWorkMode(ZKSMARTKEYING::TrackingMode);

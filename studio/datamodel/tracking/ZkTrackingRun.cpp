@@ -3,8 +3,6 @@
 #include "../ZkMediaOpening.h"
 #include "../segmentation/ZkPixels.h"
 
-#include "ZkObjectTracker.h"
-
 #include <opencv2/imgproc.hpp>
 
 #include <QMetaObject>
@@ -177,7 +175,7 @@ TrackingRun::TrackingRun(const TrackingTask &task, QObject *context, const Recei
     , m_context(context)
     , m_receiver(receiver)
     , m_serial(Segments::nextRevision())
-    , m_tracker(std::make_unique<zk::engine::ObjectTracker>())
+    , m_tracker(task.engine->createTracker())
     , m_decoded(std::make_unique<BoundedQueue<Decoded>>(queueLength))
     , m_prepared(std::make_unique<BoundedQueue<Prepared>>(queueLength))
 {

@@ -5,6 +5,7 @@
 #include "ZkTrackingPlan.h"
 
 #include "ZkMediaInfo.h"
+#include "backend/ZkEngineBackends.h"
 
 #include <QString>
 
@@ -15,11 +16,6 @@
 #include <vector>
 
 class QObject;
-
-namespace zk::engine {
-class ObjectTracker;
-class PreparedFrame;
-} // namespace zk::engine
 
 namespace zk::media {
 class MediaReader;
@@ -34,6 +30,7 @@ struct TrackingTask
     qint64 inFrame = 0; // frame of the file that is frame 0 of the clip
     Segments segments;
     QVector<TrackingLeg> legs;
+    zk::engine::EngineBackendsPtr engine;
 };
 
 // One frame that a run has got to.
@@ -92,7 +89,7 @@ private:
     QObject *const m_context;
     const Receiver m_receiver;
     const quint64 m_serial;
-    const std::unique_ptr<zk::engine::ObjectTracker> m_tracker;
+    const std::unique_ptr<zk::engine::TrackingBackend> m_tracker;
     const std::unique_ptr<BoundedQueue<Decoded>> m_decoded;
     const std::unique_ptr<BoundedQueue<Prepared>> m_prepared;
     std::atomic<bool> m_isStopped {false};

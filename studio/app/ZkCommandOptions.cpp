@@ -19,59 +19,59 @@ void CommandOptions::addFlag(QCommandLineParser *parser, const char *name, const
     parser->addOption({QString::fromLatin1(name), QString::fromLatin1(description)});
 }
 
-void CommandOptions::addCommonOptions(QCommandLineParser *parser, const char *onOutputs)
+void CommandOptions::addOutput(QCommandLineParser *parser, const QString &description)
+{
+    parser->addOption(
+        {{QStringLiteral("o"), QStringLiteral("output")}, description, QStringLiteral("OUT")});
+}
+
+void CommandOptions::addPictureOptions(QCommandLineParser *parser, const char *onOutputs)
 {
     addOption(parser,
               "background",
               "Under the cutout in an .mp4: a colour (#rrggbb or a name) or a picture.",
               "COLOUR|PICTURE");
     addFlag(parser, "matte", "Write the matte instead of the cutout.");
-    addFlag(parser, "json", "Print one JSON object per line.");
-    parser->addOption(
-        {{QStringLiteral("o"), QStringLiteral("output")},
-         QStringLiteral("Output; may be given several times. The suffix picks the format: "
-                        ".mov ProRes 4444, .webm VP9, .mkv FFV1, .mp4 H.264, "
-                        "DIR/%05d.png a picture sequence.")
-             + QLatin1String(onOutputs),
-         QStringLiteral("OUT")});
-    parser->addOption(
-        {{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("This text.")});
+    addOutput(parser,
+              QStringLiteral("Output; may be given several times. The suffix picks the format: "
+                             ".mov ProRes 4444, .webm VP9, .mkv FFV1, .mp4 H.264, "
+                             "DIR/%05d.png a picture sequence.")
+                  + QLatin1String(onOutputs));
 }
 
-QString CommandOptions::helpText(QCommandLineParser *parser, const Command &command)
+QString CommandOptions::helpText(const QCommandLineParser &parser) const
 {
-    parser->setApplicationDescription(QString::fromLatin1(command.purpose));
     // Qt names the program by its path and knows no commands.
     static const QRegularExpression usage(QStringLiteral("^Usage: .*\\[options\\]"));
-    return parser->helpText().replace(
+    return parser.helpText().replace(
                usage,
-               QStringLiteral("Usage: zkstudio %1 [options]").arg(QLatin1String(command.name)))
-        + QStringLiteral("\nExamples:\n") + QString::fromLatin1(command.examples)
+               QStringLiteral("Usage: zkstudio %1 [options]").arg(QLatin1String(command().name)))
+        + QStringLiteral("\nExamples:\n") + QString::fromLatin1(command().examples)
         + QStringLiteral("\nCtrl+C stops; no half-written file is left behind.\n");
 }
 
-bool CommandOptions::readCommon(QCommandLineParser *parser,
-                                const Command &command,
-                                const QStringList &arguments,
-                                QString *message,
-                                ExitCode *code)
+ExitCode CommandOptions::parse(const QStringList &arguments, QString *message)
 {
-    const bool isParsed = parser->parse(QStringList(QStringLiteral("zkstudio")) + arguments);
-    json = parser->isSet(QStringLiteral("json"));
-    matteOnly = parser->optionNames().contains(QStringLiteral("matte"));
-    outputs = parser->values(QStringLiteral("output"));
-    isHelp = parser->isSet(QStringLiteral("help"));
-    *code = isHelp ? ExitCode::Success : ExitCode::Usage;
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QString::fromLatin1(command().purpose));
+    addOptions(&parser);
+    addFlag(&parser, "json", "Print one JSON object per line.");
+    parser.addOption({{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("This text.")});
+    const bool isParsed = parser.parse(QStringList(QStringLiteral("zkstudio")) + arguments);
+    json = parser.isSet(QStringLiteral("json"));
+    isHelp = parser.isSet(QStringLiteral("help"));
+    matteOnly = parser.optionNames().contains(QStringLiteral("matte"));
+    outputs = parser.values(QStringLiteral("output"));
     if (isHelp)
-        *message = helpText(parser, command);
+        *message = helpText(parser);
     else if (!isParsed)
-        *message = parser->errorText();
-    else if (parser->positionalArguments().size() != 1)
+        *message = parser.errorText();
+    else if (parser.positionalArguments().size() != 1)
         *message = QStringLiteral("give exactly %1, see zkstudio %2 --help")
-                       .arg(QLatin1String(command.subject), QLatin1String(command.name));
-    else
-        return true;
-    return false;
+                       .arg(QLatin1String(command().subject), QLatin1String(command().name));
+    else if (read(parser, message))
+        message->clear();
+    return isHelp || message->isEmpty() ? ExitCode::Success : ExitCode::Usage;
 }
 
 bool CommandOptions::readBackground(const QCommandLineParser &parser, QString *message)

@@ -2,7 +2,6 @@
 
 #include "ZkCutoutExport.h"
 #include "ZkEventWait.h"
-#include "ZkProgressReport.h"
 
 #include "ZCutoutPresetItemManager.h"
 #include "ZCutoutPresetItemModel.h"
@@ -20,23 +19,14 @@ CutoutJob::CutoutJob(const CutoutOptions &options, ProgressReport *report)
 
 ExitCode CutoutJob::run()
 {
-    using Step = ExitCode (CutoutJob::*)();
-    const Step steps[] = {&CutoutJob::readSelection,
-                          &CutoutJob::open,
-                          &CutoutJob::segment,
-                          &CutoutJob::track,
-                          &CutoutJob::dress,
-                          &CutoutJob::save};
-    for (const Step step : steps) {
-        const ExitCode code = (this->*step)();
-        if (code != ExitCode::Success)
-            return code;
-    }
-    CutoutExport output(m_options, m_report);
-    const ExitCode code = output.run(m_session.snapshot());
-    if (code == ExitCode::Success)
-        m_report->summary();
-    return code;
+    constexpr ExitCode (CutoutJob::*steps[])() = {&CutoutJob::readSelection,
+                                                  &CutoutJob::open,
+                                                  &CutoutJob::segment,
+                                                  &CutoutJob::track,
+                                                  &CutoutJob::dress,
+                                                  &CutoutJob::save,
+                                                  &CutoutJob::write};
+    return runSteps(this, steps);
 }
 
 ExitCode CutoutJob::open()
@@ -46,11 +36,7 @@ ExitCode CutoutJob::open()
     if (!m_session.openLibrary(m_options.libraryFolder, m_options.presetServer, &error))
         return fail(ExitCode::BadPreset, error);
     const ExitCode code = openClip();
-    if (code != ExitCode::Success)
-        return code;
-    if (!m_session.beginSmartCutout(&error))
-        return fail(ExitCode::BadInput, error);
-    return showFirstFrame();
+    return code == ExitCode::Success ? openWorkspace(&StudioSession::beginSmartCutout) : code;
 }
 
 ExitCode CutoutJob::segment()
@@ -60,14 +46,10 @@ ExitCode CutoutJob::segment()
     if (code != ExitCode::Success)
         return code;
     const IZkSmartKeyingService *service = m_session.presenter()->smartKeyingService();
-    const bool hasObject =
+    return requireObject(
         std::any_of(m_markedFrames.begin(), m_markedFrames.end(), [service](qint64 frame) {
             return service->isEraseEnabled(frame);
-        });
-    return hasObject
-        ? ExitCode::Success
-        : fail(ExitCode::NothingFound,
-               QStringLiteral("no object was found, paint a keep stroke over more of it"));
+        }));
 }
 
 ExitCode CutoutJob::dress()
@@ -130,6 +112,11 @@ ExitCode CutoutJob::save()
         ? ExitCode::Success
         : fail(ExitCode::InternalError,
                QStringLiteral("the result could not be written to the clip"));
+}
+
+ExitCode CutoutJob::write()
+{
+    return CutoutExport(m_options, m_report).run(m_session.snapshot());
 }
 
 } // namespace zk::app

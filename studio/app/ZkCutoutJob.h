@@ -19,6 +19,7 @@ private:
     ExitCode segment();
     ExitCode dress();
     ExitCode save();
+    ExitCode write();
 
     const CutoutOptions &m_options;
 };

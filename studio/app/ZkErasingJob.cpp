@@ -4,7 +4,6 @@
 #include "ZkEraseComparison.h"
 #include "ZkErasePreview.h"
 #include "ZkEventWait.h"
-#include "ZkProgressReport.h"
 
 #include "ZkAIErasingCropSelectorPresenter.h"
 #include "ZkAIErasingPresenter.h"
@@ -54,20 +53,13 @@ ErasingJob::ErasingJob(const EraseOptions &options, ProgressReport *report)
 
 ExitCode ErasingJob::run()
 {
-    using Step = ExitCode (ErasingJob::*)();
-    constexpr Step steps[] = {&ErasingJob::readInputs,
-                              &ErasingJob::open,
-                              &ErasingJob::select,
-                              &ErasingJob::trackAll,
-                              &ErasingJob::save,
-                              &ErasingJob::write};
-    for (const Step step : steps) {
-        const ExitCode code = (this->*step)();
-        if (code != ExitCode::Success)
-            return code;
-    }
-    m_report->summary();
-    return ExitCode::Success;
+    constexpr ExitCode (ErasingJob::*steps[])() = {&ErasingJob::readInputs,
+                                                   &ErasingJob::open,
+                                                   &ErasingJob::select,
+                                                   &ErasingJob::trackAll,
+                                                   &ErasingJob::save,
+                                                   &ErasingJob::write};
+    return runSteps(this, steps);
 }
 
 ExitCode ErasingJob::readInputs()
@@ -83,7 +75,7 @@ ExitCode ErasingJob::open()
     m_report->beginStage(QStringLiteral("open"));
     m_job.mediaPath = m_options.input;
     m_job.fingerprint = erasing::Fingerprint::of(m_options.input);
-    ExitCode code = openClip();
+    const ExitCode code = openClip();
     if (code != ExitCode::Success)
         return code;
     QString error;
@@ -94,9 +86,7 @@ ExitCode ErasingJob::open()
         m_markedFrames.append(box.frame);
     if (!m_options.resultFor(frameCount, &m_job.output, &error))
         return fail(ExitCode::Usage, error);
-    if (!m_session.beginErasing(&error))
-        return fail(ExitCode::BadInput, error);
-    return showFirstFrame();
+    return openWorkspace(&StudioSession::beginErasing);
 }
 
 ExitCode ErasingJob::select()
@@ -112,10 +102,7 @@ ExitCode ErasingJob::select()
     const ExitCode code = paintSelection();
     if (code != ExitCode::Success)
         return code;
-    return m_session.presenter()->smartKeyingService()->segmentCount() > 0
-        ? ExitCode::Success
-        : fail(ExitCode::NothingFound,
-               QStringLiteral("no object was found, paint a keep stroke over more of it"));
+    return requireObject(m_session.presenter()->smartKeyingService()->segmentCount() > 0);
 }
 
 ExitCode ErasingJob::addBox(const Box &box)

@@ -96,7 +96,8 @@ ExitCode ExportJob::add(int index, int count)
                     QStringLiteral("clip %1 has no pictures: %2")
                         .arg(index + 1)
                         .arg(m_project.findMedia(clip->mediaId())->problem));
-    Item item {clip, m_options};
+    const ExportSettings &settings = m_options;
+    Item item {clip, settings};
     item.settings.outputs.clear();
     QString error;
     const QString name = QFileInfo(clip->name()).completeBaseName();

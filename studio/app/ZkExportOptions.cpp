@@ -5,6 +5,8 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
+#include <algorithm>
+
 namespace zk::app {
 
 namespace {
@@ -38,56 +40,46 @@ QString withClipNumber(const QString &path, int number)
 
 } // namespace
 
-const CommandOptions::Command ExportOptions::command {
-    "export",
-    "Writes the clips of a project as they were saved, with their cutouts.",
-    "one project",
-    "  zkstudio export film.zkproj --clip 1 -o cutout.mov\n"
-    "  zkstudio export film.zkproj -o 'clips/scene-%02d.webm'\n"
-    "  zkstudio export film.zkproj --format png -o clips/\n"
-    "  zkstudio export film.zkproj --matte -o 'mattes/%02d/%05d.png'\n"};
+const CommandOptions::Command &ExportOptions::command() const
+{
+    static constexpr Command exporting {
+        "export",
+        "Writes the clips of a project as they were saved, with their cutouts.",
+        "one project",
+        "  zkstudio export film.zkproj --clip 1 -o cutout.mov\n"
+        "  zkstudio export film.zkproj -o 'clips/scene-%02d.webm'\n"
+        "  zkstudio export film.zkproj --format png -o clips/\n"
+        "  zkstudio export film.zkproj --matte -o 'mattes/%02d/%05d.png'\n"};
+    return exporting;
+}
 
-void ExportOptions::addOptions(QCommandLineParser *parser)
+void ExportOptions::addOptions(QCommandLineParser *parser) const
 {
     addOption(parser, "clip", "Only the clip of that number, from 1; otherwise all.", "N");
     addOption(parser,
               "format",
               "Of outputs that are folders: mov (default), webm, mkv, mp4 or png.",
               "SUFFIX");
-    addCommonOptions(
+    addPictureOptions(
         parser, " Several clips need a folder, or %02d in the name for the number of the clip.");
     parser->addPositionalArgument(QStringLiteral("PROJECT"),
                                   QStringLiteral("Project file of ZkStudio."));
 }
 
-QString ExportOptions::help()
+bool ExportOptions::read(const QCommandLineParser &parser, QString *message)
 {
-    QCommandLineParser parser;
-    addOptions(&parser);
-    return helpText(&parser, command);
-}
-
-ExitCode ExportOptions::parse(const QStringList &arguments, QString *message)
-{
-    QCommandLineParser parser;
-    addOptions(&parser);
-    ExitCode code = ExitCode::Usage;
-    if (!readCommon(&parser, command, arguments, message, &code))
-        return code;
     project = parser.positionalArguments().constFirst();
     bool isNumber = true;
     if (parser.isSet(QStringLiteral("clip")))
         clip = parser.value(QStringLiteral("clip")).toInt(&isNumber);
     *message = QStringLiteral("--clip needs the number of a clip, from 1");
     if (!isNumber || (parser.isSet(QStringLiteral("clip")) && clip < 1))
-        return ExitCode::Usage;
+        return false;
     *message = QStringLiteral("--format must be mov, webm, mkv, mp4 or png");
     const bool hasFormat = parser.isSet(QStringLiteral("format"));
     if (!readFormat(hasFormat ? parser.value(QStringLiteral("format")) : QStringLiteral("mov")))
-        return ExitCode::Usage;
-    if (!readBackground(parser, message))
-        return ExitCode::Usage;
-    return check(message);
+        return false;
+    return readBackground(parser, message) && check(message);
 }
 
 bool ExportOptions::readFormat(const QString &text)
@@ -100,17 +92,13 @@ bool ExportOptions::readFormat(const QString &text)
     return !format.isEmpty();
 }
 
-ExitCode ExportOptions::check(QString *message)
+bool ExportOptions::check(QString *message)
 {
-    if (!checkOutputs(message))
-        return ExitCode::Usage;
-    for (const QString &path : qAsConst(outputs)) {
-        media::OutputFormat ignored;
-        if (!isFolder(path) && !media::formatFor(path, &ignored, message))
-            return ExitCode::Usage;
-    }
-    message->clear();
-    return ExitCode::Success;
+    return checkOutputs(message)
+        && std::all_of(outputs.cbegin(), outputs.cend(), [=](const QString &path) {
+               media::OutputFormat ignored;
+               return isFolder(path) || media::formatFor(path, &ignored, message);
+           });
 }
 
 bool ExportOptions::outputsFor(

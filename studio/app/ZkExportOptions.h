@@ -11,11 +11,6 @@ struct ExportOptions : CommandOptions
     int clip = 0; // from 1; 0: all
     QString format; // suffix of outputs that are folders, with the dot or "/%05d.png"
 
-    // Success, and *this is complete, or the code to leave with; message then holds the help or what is
-    // wrong. The arguments come without the program's and the command's name.
-    ExitCode parse(const QStringList &arguments, QString *message);
-    static QString help();
-
     // Where one of so many clips goes to: an output that is a folder gets a file named after the clip;
     // in any other a "%02d" is the number of the clip (from 1). Of a picture sequence the last such
     // pattern is the number of the frame. False, with a text for the user, when several clips would
@@ -24,9 +19,10 @@ struct ExportOptions : CommandOptions
         int number, const QString &clipName, int count, QStringList *paths, QString *error) const;
 
 private:
-    static const Command command;
-    static void addOptions(QCommandLineParser *parser);
-    ExitCode check(QString *message);
+    const Command &command() const override;
+    void addOptions(QCommandLineParser *parser) const override;
+    bool read(const QCommandLineParser &parser, QString *message) override;
+    bool check(QString *message);
     bool readFormat(const QString &text);
 };
 

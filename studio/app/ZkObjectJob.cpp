@@ -1,7 +1,6 @@
 #include "ZkObjectJob.h"
 
 #include "ZkEventWait.h"
-#include "ZkProgressReport.h"
 
 #include "ZkAIErasingPresenter.h"
 #include "ZkDataModel.h"
@@ -93,6 +92,12 @@ ExitCode ObjectJob::checkMatte(const QSize &size, qint64 frameCount)
     return ExitCode::Success;
 }
 
+ExitCode ObjectJob::openWorkspace(bool (StudioSession::*begin)(QString *error))
+{
+    QString error;
+    return (m_session.*begin)(&error) ? showFirstFrame() : fail(ExitCode::BadInput, error);
+}
+
 ExitCode ObjectJob::showFirstFrame()
 {
     bool shown = false;
@@ -134,6 +139,14 @@ ExitCode ObjectJob::paintSelection()
         m_report->setPercent(100 * (i + 1) / all.size());
     }
     return ExitCode::Success;
+}
+
+ExitCode ObjectJob::requireObject(bool hasObject)
+{
+    return hasObject
+        ? ExitCode::Success
+        : fail(ExitCode::NothingFound,
+               QStringLiteral("no object was found, paint a keep stroke over more of it"));
 }
 
 ExitCode ObjectJob::paint(const Stroke &stroke)

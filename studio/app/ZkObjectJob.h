@@ -3,14 +3,13 @@
 #pragma once
 
 #include "ZkObjectOptions.h"
+#include "ZkProgressReport.h"
 #include "ZkStrokesFile.h"
 #include "ZkStudioSession.h"
 
 #include <QImage>
 
 namespace zk::app {
-
-class ProgressReport;
 
 // Every step returns Success or has told the report what is wrong.
 class ObjectJob
@@ -19,6 +18,18 @@ protected:
     ObjectJob(const ObjectOptions &options, ProgressReport *report);
     ~ObjectJob() = default;
 
+    // One after another as long as they succeed; then the report sums up.
+    template<typename Job, size_t count>
+    ExitCode runSteps(Job *job, ExitCode (Job::*const (&steps)[count])())
+    {
+        for (const auto step : steps) {
+            const ExitCode code = (job->*step)();
+            if (code != ExitCode::Success)
+                return code;
+        }
+        m_report->summary();
+        return ExitCode::Success;
+    }
     ExitCode fail(ExitCode code, const QString &message);
     ExitCode interrupted();
 
@@ -26,11 +37,12 @@ protected:
     ExitCode readSelection();
     // The clip; the selection must fit it.
     ExitCode openClip();
-    // The workspace that the session has begun.
-    ExitCode showFirstFrame();
+    // The workspace on the clip, with the first frame on screen.
+    ExitCode openWorkspace(bool (StudioSession::*begin)(QString *error));
     bool seek(qint64 frame);
     // The strokes or the matte.
     ExitCode paintSelection();
+    ExitCode requireObject(bool hasObject);
     // Success also when there was nothing to track.
     ExitCode track();
 
@@ -40,6 +52,7 @@ protected:
         m_markedFrames; // those of strokes and the matte; at least one when track() is called
 
 private:
+    ExitCode showFirstFrame();
     void beginTracking();
     ExitCode checkMatte(const QSize &size, qint64 frameCount);
     ExitCode paint(const Stroke &stroke);

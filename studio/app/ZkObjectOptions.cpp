@@ -7,15 +7,15 @@
 
 namespace zk::app {
 
-void ObjectOptions::addObjectOptions(QCommandLineParser *parser,
-                                     const char *onStrokes,
-                                     const char *onInput)
+void ObjectOptions::addObjectOptions(QCommandLineParser *parser, const Texts &texts)
 {
-    addOption(parser, "strokes", onStrokes, "FILE.json");
+    addOption(parser, "strokes", texts.strokes, "FILE.json");
     addOption(parser, "mask", "Start from a given matte of one frame.", "FRAME:FILE.png");
     addOption(
         parser, "direction", "forward, backward or both (default) from the painted frame.", "DIR");
-    parser->addPositionalArgument(QStringLiteral("IN"), QString::fromLatin1(onInput));
+    addOption(parser, "contact-sheet", texts.contactSheet, "FILE.png");
+    addOption(parser, "truth", texts.truth, "DIR");
+    parser->addPositionalArgument(QStringLiteral("IN"), QString::fromLatin1(texts.input));
 }
 
 bool ObjectOptions::readObject(const QCommandLineParser &parser, QString *message)
@@ -24,6 +24,8 @@ bool ObjectOptions::readObject(const QCommandLineParser &parser, QString *messag
     const QString directionName = QStringLiteral("direction");
     input = parser.positionalArguments().constFirst();
     strokesFile = parser.value(QStringLiteral("strokes"));
+    contactSheet = parser.value(QStringLiteral("contact-sheet"));
+    truthFolder = parser.value(QStringLiteral("truth"));
     *message = QStringLiteral("--mask needs a frame number and a file, for example 0:matte.png");
     if (parser.isSet(mask) && !readMatte(parser.value(mask)))
         return false;

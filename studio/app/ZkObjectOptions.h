@@ -15,11 +15,21 @@ struct ObjectOptions : CommandOptions
     bool centred = false; // what is in the middle of the first frame
     qint64 matteFrame = 0;
     Direction direction = Direction::Both;
+    QString contactSheet;
+    QString truthFolder; // to compare with
 
 protected:
-    // --strokes, --mask, --direction and the positional IN.
-    static void
-    addObjectOptions(QCommandLineParser *parser, const char *onStrokes, const char *onInput);
+    // What the options mean to the command.
+    struct Texts
+    {
+        const char *strokes;
+        const char *contactSheet;
+        const char *truth;
+        const char *input;
+    };
+
+    // --strokes, --mask, --direction, --contact-sheet, --truth and the positional IN.
+    static void addObjectOptions(QCommandLineParser *parser, const Texts &texts);
     // False, with a message, when one of them is wrong.
     bool readObject(const QCommandLineParser &parser, QString *message);
     // False when the output's format is not known or it would overwrite the input.

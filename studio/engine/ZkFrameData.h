@@ -18,7 +18,8 @@ struct FrameData
     FrameFeatures features;
     Descriptors descriptors; // views of the features
     MotionField motion; // from the frame before; empty for the first one
-    std::weak_ptr<const FrameData> previous; // the frame that the motion was measured from
+    bool cut = false; // a hard cut parts this frame from the one before
+    std::weak_ptr<const FrameData> previous; // the frame that these two were measured against
 };
 
 } // namespace zk::engine

@@ -27,6 +27,23 @@ std::shared_ptr<FrameData> frameData(const cv::Mat &frame, const TrackerOptions 
     return data;
 }
 
+// Where the frame's pixels came from, and whether they came from there at all.
+struct Transition
+{
+    MotionField motion;
+    bool cut = false;
+};
+
+Transition measured(const FrameData &earlier, const FrameData &later, const TrackerOptions &options)
+{
+    Transition result;
+    result.motion = measureMotion(
+        earlier.motionImage, later.motionImage, later.features.size(), options.motion);
+    result.cut = isSceneCut(continuityOf(earlier.features.lab, later.features.lab, result.motion),
+                            options.sceneCut);
+    return result;
+}
+
 cv::Mat coarseMatte(const cv::Mat &matte, const cv::Size &size)
 {
     cv::Mat coarse;
@@ -62,8 +79,9 @@ struct ObjectTracker::Private
     void forget();
     void stand(const FramePointer &at, const cv::Mat &matte);
     void learnTruth(const FramePointer &at, const cv::Mat &fullMatte);
-    MotionField motionTo(const FrameData &next) const;
-    Estimate follow(const FrameData &next) const;
+    Transition transitionTo(const FrameData &next) const;
+    Estimate follow(const FrameData &next, const MotionField &motion) const;
+    Estimate found(const FrameData &next, const MotionField &motion) const;
     Estimate search(const FrameData &next) const;
     Estimate decided(const FrameData &next, const cv::Rect &area, const cv::Mat &logits) const;
     double confidenceOf(const cv::Mat &matte, const cv::Mat &logits) const;
@@ -116,12 +134,11 @@ void ObjectTracker::Private::learnTruth(const FramePointer &at, const cv::Mat &f
     sinceAdapted = 0;
 }
 
-MotionField ObjectTracker::Private::motionTo(const FrameData &next) const
+Transition ObjectTracker::Private::transitionTo(const FrameData &next) const
 {
     if (!next.motion.isEmpty() && next.previous.lock() == current)
-        return next.motion;
-    return measureMotion(
-        current->motionImage, next.motionImage, next.features.size(), options.motion);
+        return {next.motion, next.cut};
+    return measured(*current, next, options);
 }
 
 double ObjectTracker::Private::confidenceOf(const cv::Mat &object, const cv::Mat &logits) const
@@ -145,10 +162,10 @@ Estimate ObjectTracker::Private::decided(const FrameData &next,
     return estimate;
 }
 
-Estimate ObjectTracker::Private::follow(const FrameData &next) const
+Estimate ObjectTracker::Private::follow(const FrameData &next, const MotionField &motion) const
 {
-    const Evidence evidence = gatherEvidence(
-        *current, asShare(matte), next, motionTo(next), appearance, options.evidence);
+    const Evidence evidence =
+        gatherEvidence(*current, asShare(matte), next, motion, appearance, options.evidence);
     if (evidence.area.empty())
         return {cv::Mat::zeros(matte.size(), CV_8U), cv::Mat::zeros(matte.size(), CV_8U), 0.0};
     const cv::Mat logits = weighedUp(evidence, options.evidence);
@@ -184,6 +201,20 @@ Estimate ObjectTracker::Private::search(const FrameData &next) const
         0, believed ? cv::Mat(labels != largest) : cv::Mat(object.size(), CV_8U, cv::Scalar(255)));
     estimate.confidence = confidenceOf(object, logits);
     return estimate;
+}
+
+Estimate ObjectTracker::Private::found(const FrameData &next, const MotionField &motion) const
+{
+    Estimate estimate;
+    if (isVisible())
+        estimate = follow(next, motion);
+    if (!estimate.matte.empty()
+        && cv::countNonZero(estimate.matte) >= options.lostShare * usualArea)
+        return estimate;
+    Estimate other = search(next);
+    const bool larger =
+        estimate.matte.empty() || cv::countNonZero(other.matte) > cv::countNonZero(estimate.matte);
+    return larger ? other : estimate;
 }
 
 void ObjectTracker::Private::adapt(const FrameData &next, const Estimate &estimate)
@@ -228,8 +259,9 @@ PreparedFrame ObjectTracker::prepare(const PreparedFrame &previous, const cv::Ma
     if (previous.isEmpty() || !isFrame(frame) || frame.size() != previous.size())
         return {};
     const auto data = frameData(frame, d->options);
-    data->motion = measureMotion(
-        previous.data()->motionImage, data->motionImage, data->features.size(), d->options.motion);
+    const Transition transition = measured(*previous.data(), *data, d->options);
+    data->motion = transition.motion;
+    data->cut = transition.cut;
     data->previous = previous.data();
     return PreparedFrame(data);
 }
@@ -253,19 +285,14 @@ TrackedFrame ObjectTracker::advance(const PreparedFrame &next)
     if (!isStarted() || next.isEmpty() || next.size() != current().size())
         return {};
     const FramePointer data = next.data();
-    Estimate estimate;
-    if (d->isVisible())
-        estimate = d->follow(*data);
-    const bool faint = cv::countNonZero(estimate.matte) < d->options.lostShare * d->usualArea;
-    if (estimate.matte.empty() || faint) {
-        Estimate found = d->search(*data);
-        if (estimate.matte.empty()
-            || cv::countNonZero(found.matte) > cv::countNonZero(estimate.matte))
-            estimate = found;
-    }
+    const Transition transition = d->transitionTo(*data);
+    if (transition.cut)
+        return {cv::Mat::zeros(next.size(), CV_8U), 0.0, true};
+    const Estimate estimate = d->found(*data, transition.motion);
     d->stand(data, estimate.matte);
     d->adapt(*data, estimate);
-    return {refineMatte(data->frame, estimate.matte, d->options.refiner), estimate.confidence};
+    return {
+        refineMatte(data->frame, estimate.matte, d->options.refiner), estimate.confidence, false};
 }
 
 bool ObjectTracker::correct(const PreparedFrame &at, const cv::Mat &matte)

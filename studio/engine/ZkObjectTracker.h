@@ -16,6 +16,10 @@ struct TrackedFrame
 {
     cv::Mat matte; // CV_8UC1 at frame size; empty when the frame could not be used
     double confidence = 0.0; // 0 .. 1; 0 = the object is lost (the matte is then all 0)
+    // The frame does not continue the one that the tracker stands at: another shot begins here. The matte
+    // is then all 0, the confidence 0, and the tracker still stands where it stood, so a single flash of
+    // something else is passed over, and every frame of another shot says this again.
+    bool sceneCut = false;
 };
 
 // Tracks one object in one direction. It knows no time: the caller feeds neighbouring frames in the
@@ -59,7 +63,8 @@ public:
     PreparedFrame current() const;
 
     // Moves on to the next frame. A frame that was prepared against another one than current() is
-    // taken too; its motion is then measured here, which costs time. Before start(), or with a frame
+    // taken too; its motion is then measured here, which costs time. A frame of another shot leaves the
+    // state alone. Before start(), or with a frame
     // of another size, the result has no matte and the state stays.
     TrackedFrame advance(const PreparedFrame &next);
 

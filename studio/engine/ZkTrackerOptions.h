@@ -7,6 +7,7 @@
 #include "ZkGraphCut.h"
 #include "ZkMatteRefiner.h"
 #include "ZkMotion.h"
+#include "ZkSceneCut.h"
 
 namespace zk::engine {
 
@@ -14,6 +15,7 @@ struct TrackerOptions
 {
     FeatureOptions features;
     MotionOptions motion;
+    SceneCutOptions sceneCut;
     AppearanceOptions appearance;
     EvidenceOptions evidence;
     GraphCutOptions cut {1.5, 1.0};

@@ -10,10 +10,13 @@ namespace zk::test {
 class DiscScene
 {
 public:
-    explicit DiscScene(const cv::Size &size = {320, 180}, double radius = 30.0)
+    explicit DiscScene(const cv::Size &size = {320, 180},
+                       double radius = 30.0,
+                       const cv::Scalar &landscape = {90, 120, 80},
+                       int seed = 11)
         : m_size(size)
         , m_radius(radius)
-        , m_background(texture(size, {90, 120, 80}, 11))
+        , m_background(texture(size, landscape, seed))
         , m_texture(texture(size * 2, {190, 90, 60}, 23))
     { }
 

@@ -86,6 +86,36 @@ private slots:
         QVERIFY(intersectionOverUnion(found.matte, scene.matte(placeAt(12))) > 0.85);
     }
 
+    // A frame of another shot is told apart, and the tracker goes on where its own continues.
+    void standsAtACut()
+    {
+        const DiscScene other({320, 180}, 50.0, {60, 60, 160}, 5);
+        QVERIFY(!step(tracker, scene.frame(placeAt(1))).sceneCut);
+        const PreparedFrame before = tracker.current();
+        for (int i = 2; i <= 3; ++i) {
+            const TrackedFrame cut = step(tracker, other.frame(placeAt(8 + i)));
+            QVERIFY(cut.sceneCut);
+            QCOMPARE(cut.confidence, 0.0);
+            QCOMPARE(cut.matte.size(), before.size());
+            QCOMPARE(cv::countNonZero(cut.matte), 0);
+            QCOMPARE(tracker.current().data(), before.data());
+        }
+        const TrackedFrame back = step(tracker, scene.frame(placeAt(2)));
+        QVERIFY(!back.sceneCut);
+        QVERIFY(intersectionOverUnion(back.matte, scene.matte(placeAt(2))) > 0.85);
+    }
+
+    // Light, fast motion and an object that comes and goes do not make another shot.
+    void noCutWhereThereIsNone()
+    {
+        const std::vector<cv::Mat> frames {scene.frame(placeAt(0)) * 0.6,
+                                           scene.frame(placeAt(0)) + cv::Scalar::all(40),
+                                           scene.empty(),
+                                           scene.frame({250.0, 100.0})};
+        for (const cv::Mat &frame : frames)
+            QVERIFY(!tracker.advance(tracker.prepare(tracker.current(), frame)).sceneCut);
+    }
+
     void skippedFramesAreMeasured()
     {
         const PreparedFrame second = tracker.prepare(tracker.current(), scene.frame(placeAt(1)));

@@ -27,7 +27,7 @@ public:
     virtual PreparedFrame prepare(const PreparedFrame &previous, const cv::Mat &frame) const = 0;
 
     // The matte of the next frame. Without one, and the state stays, before start() or for a frame of
-    // another size.
+    // another size. The state stays, too, where another shot begins.
     virtual TrackedFrame advance(const PreparedFrame &next) = 0;
 
     // The user's word on a frame: it counts as much as the first frame from now on. An empty object says

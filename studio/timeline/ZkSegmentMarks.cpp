@@ -13,12 +13,15 @@ void SegmentMarks::read(const ZkStudioSmartKeyingService *service, qint64 frameC
     m_confidences.clear();
     m_frameCount = frameCount;
     m_isTracked = false;
+    m_frameToCorrect = -1;
     if (!service)
         return;
     m_nodes = service->segments().nodes().keys().toVector();
     const auto &tracked = service->segments().tracked();
     for (auto it = tracked.cbegin(); it != tracked.cend(); ++it)
         readFrame(*service, it.key());
+    // Only where it can be corrected.
+    m_frameToCorrect = service->isEnabled() ? service->frameToCorrect() : -1;
 }
 
 void SegmentMarks::readFrame(const ZkStudioSmartKeyingService &service, qint64 frame)

@@ -22,12 +22,15 @@ public:
     // The surest frame of [first, last].
     float highestConfidence(qint64 first, qint64 last) const;
     bool isTracked() const { return m_isTracked; }
+    // As of the last read(), where the segmentation is being edited; -1: none.
+    qint64 frameToCorrect() const { return m_frameToCorrect; }
 
 private:
     QVector<qint64> m_nodes;
     QVector<float> m_confidences; // by frame; empty when nothing is tracked
     qint64 m_frameCount = 0;
     bool m_isTracked = false;
+    qint64 m_frameToCorrect = -1;
 };
 
 // The nodes that the user has picked.

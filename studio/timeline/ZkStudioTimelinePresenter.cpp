@@ -164,6 +164,12 @@ void ZkStudioTimelinePresenter::goToNode(int direction, SelectionMode mode)
     seek(frame);
 }
 
+void ZkStudioTimelinePresenter::goToFrameToCorrect()
+{
+    if (frameToCorrect() >= 0)
+        seek(frameToCorrect());
+}
+
 double ZkStudioTimelinePresenter::frameRate() const
 {
     const ZkStudioTimeline *shown = timeline();

@@ -50,6 +50,11 @@ public:
     // To the node before (direction -1) or after (1) the playhead, and selects it. Stays where it is when
     // there is none.
     void goToNode(int direction, SelectionMode mode);
+    // The tracked frame that is most worth a correction, where the segmentation is being edited; -1: none, or
+    // while tracking.
+    qint64 frameToCorrect() const { return isTracking() ? -1 : m_marks.frameToCorrect(); }
+    // Stays where it is when there is none.
+    void goToFrameToCorrect();
     double frameRate() const;
     bool isTracking() const;
 

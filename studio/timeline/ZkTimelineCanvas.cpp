@@ -97,7 +97,7 @@ void TimelineCanvas::onTimelineChanged()
 {
     const ZkStudioTimeline *timeline = m_presenter->timeline();
     endScrub();
-    m_look.hoveredNode = -1;
+    setHovered(-1, false);
     m_filmstrip.setClip(timeline ? timeline->clip() : nullptr);
     prepareFilmstrip();
     setEnabled(timeline != nullptr);
@@ -140,7 +140,7 @@ bool TimelineCanvas::event(QEvent *event)
     if (event->type() != QEvent::ToolTip)
         return QWidget::event(event);
     const auto *help = static_cast<QHelpEvent *>(event);
-    if (!showNodeTip(help->pos(), help->globalPos())) {
+    if (!showTip(help->pos(), help->globalPos())) {
         QToolTip::hideText();
         event->ignore();
     }
@@ -183,6 +183,10 @@ void TimelineCanvas::mousePressEvent(QMouseEvent *event)
         m_presenter->selectNode(node, selectionMode(event->modifiers()));
         return;
     }
+    if (isOnDoubt(event->localPos())) {
+        m_presenter->goToFrameToCorrect();
+        return;
+    }
     if (CanvasRows(size()).nodes.contains(event->localPos()) && !event->modifiers())
         m_presenter->clearSelection();
     m_isScrubbing = true;
@@ -203,7 +207,7 @@ void TimelineCanvas::mouseMoveEvent(QMouseEvent *event)
     if (m_isScrubbing)
         scrub(event->localPos().x());
     else
-        setHoveredNode(nodeAt(event->localPos()));
+        setHovered(nodeAt(event->localPos()), isOnDoubt(event->localPos()));
 }
 
 void TimelineCanvas::mouseReleaseEvent(QMouseEvent *event)
@@ -214,7 +218,7 @@ void TimelineCanvas::mouseReleaseEvent(QMouseEvent *event)
 
 void TimelineCanvas::leaveEvent(QEvent *)
 {
-    setHoveredNode(-1);
+    setHovered(-1, false);
 }
 
 void TimelineCanvas::scrub(double x)
@@ -242,12 +246,13 @@ void TimelineCanvas::timerEvent(QTimerEvent *event)
     scrub(m_scrubX);
 }
 
-void TimelineCanvas::setHoveredNode(qint64 frame)
+void TimelineCanvas::setHovered(qint64 node, bool isDoubt)
 {
-    if (frame == m_look.hoveredNode)
+    if (node == m_look.hoveredNode && isDoubt == m_look.isDoubtHovered)
         return;
-    m_look.hoveredNode = frame;
-    if (frame >= 0)
+    m_look.hoveredNode = node;
+    m_look.isDoubtHovered = isDoubt;
+    if (node >= 0 || isDoubt)
         setCursor(Qt::PointingHandCursor);
     else
         unsetCursor();
@@ -279,13 +284,26 @@ QRect TimelineCanvas::nodeArea(qint64 frame) const
     return QRectF(x - reach, row.top(), 2 * reach, row.height()).toAlignedRect();
 }
 
-bool TimelineCanvas::showNodeTip(const QPoint &position, const QPoint &globalPosition)
+bool TimelineCanvas::isOnDoubt(const QPointF &position) const
+{
+    return TimelinePainter::doubtArea(*m_presenter, size()).contains(position);
+}
+
+bool TimelineCanvas::showTip(const QPoint &position, const QPoint &globalPosition)
 {
     const qint64 node = nodeAt(position);
-    if (node < 0)
+    if (node >= 0)
+        QToolTip::showText(globalPosition,
+                           tr("Segment node at %1").arg(timeCode(node, m_presenter->frameRate())),
+                           this,
+                           nodeArea(node));
+    else if (isOnDoubt(position))
+        QToolTip::showText(globalPosition,
+                           tr("Least certain here: check this frame"),
+                           this,
+                           TimelinePainter::doubtArea(*m_presenter, size()).toAlignedRect());
+    else
         return false;
-    const QString text = tr("Segment node at %1").arg(timeCode(node, m_presenter->frameRate()));
-    QToolTip::showText(globalPosition, text, this, nodeArea(node));
     return true;
 }
 

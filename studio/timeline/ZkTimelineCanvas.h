@@ -51,10 +51,11 @@ private:
     void updateColumn(const QRectF &area);
     void scrub(double x);
     void endScrub();
-    void setHoveredNode(qint64 frame);
+    void setHovered(qint64 node, bool isDoubt);
     qint64 nodeAt(const QPointF &position) const; // -1: none
     QRect nodeArea(qint64 frame) const;
-    bool showNodeTip(const QPoint &position, const QPoint &globalPosition);
+    bool isOnDoubt(const QPointF &position) const;
+    bool showTip(const QPoint &position, const QPoint &globalPosition);
     bool handleKey(const QKeyEvent *event);
 
     ZkStudioTimelinePresenter *const m_presenter;

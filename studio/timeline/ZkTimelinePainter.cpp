@@ -27,6 +27,8 @@ constexpr double majorTick = 9;
 constexpr double nodeHalf = 6;
 constexpr double handleHalf = 6;
 constexpr double handleHeight = 12;
+constexpr double doubtHalf = 7; // width of its mark
+constexpr double doubtHeight = 12;
 constexpr double labelInset = 1; // a time code begins above its mark
 constexpr double stripRadius = 3;
 // From this width on, the cell that the playhead stands in can be told from its neighbours.
@@ -54,6 +56,16 @@ QPainterPath diamond(const QPointF &middle, double half)
     path.lineTo(middle + QPointF(half, 0));
     path.lineTo(middle + QPointF(0, half));
     path.lineTo(middle - QPointF(half, 0));
+    path.closeSubpath();
+    return path;
+}
+
+// Points at the band from above.
+QPainterPath pointer(const QPointF &tip)
+{
+    QPainterPath path(tip);
+    path.lineTo(tip + QPointF(-doubtHalf, -doubtHeight));
+    path.lineTo(tip + QPointF(doubtHalf, -doubtHeight));
     path.closeSubpath();
     return path;
 }
@@ -93,6 +105,7 @@ CanvasColors CanvasColors::ofSkin()
             skin->color(ZKSKIN::TimelineNode),
             skin->color(ZKSKIN::RaisedHover),
             skin->color(ZKSKIN::TimelineTracked),
+            skin->color(ZKSKIN::RemoveStroke),
             skin->color(ZKSKIN::Accent)};
 }
 
@@ -118,6 +131,7 @@ void TimelinePainter::paint(const QRectF &exposed, const Filmstrip &filmstrip)
         paintStrip(filmstrip);
         paintBand();
         paintNodes();
+        paintDoubt();
         paintPlayhead();
     }
     if (m_look.hasFocus)
@@ -241,6 +255,30 @@ void TimelinePainter::paintNode(qint64 frame)
         m_painter->strokePath(diamond(middle, nodeHalf + 2), QPen(m_colors.playhead, 1.2));
 }
 
+// Where the filmstrip is, whatever its pictures: hence the dark rim. Shape and sign tell it from the nodes
+// without colours.
+void TimelinePainter::paintDoubt()
+{
+    const qint64 frame = m_presenter.frameToCorrect();
+    if (frame < 0)
+        return;
+    const QPointF tip(m_presenter.scale().centreOf(frame), m_rows.band.top());
+    const ZkPainterCaretaker state(m_painter);
+    m_painter->setRenderHint(QPainter::Antialiasing);
+    const QPainterPath shape = pointer(tip);
+    QPen rim(m_colors.background, m_look.isDoubtHovered ? 5 : 3);
+    rim.setJoinStyle(Qt::RoundJoin);
+    m_painter->strokePath(shape, rim);
+    QPen edge(m_look.isDoubtHovered ? m_colors.playhead : m_colors.doubt, 1.5);
+    edge.setJoinStyle(Qt::RoundJoin);
+    m_painter->strokePath(shape, edge);
+    m_painter->fillPath(shape, m_colors.doubt);
+    m_painter->fillRect(QRectF(tip.x() - 0.75, tip.y() - doubtHeight + 1.5, 1.5, 4.5),
+                        m_colors.background);
+    m_painter->fillRect(QRectF(tip.x() - 0.75, tip.y() - doubtHeight + 7, 1.5, 1.5),
+                        m_colors.background);
+}
+
 void TimelinePainter::paintPlayhead()
 {
     const TimelineScale &scale = m_presenter.scale();
@@ -263,6 +301,19 @@ void TimelinePainter::paintFocus()
     m_painter->setPen(QPen(m_colors.focus, 1));
     m_painter->setBrush(Qt::NoBrush);
     m_painter->drawRect(m_area.adjusted(0.5, 0.5, -0.5, -0.5));
+}
+
+QRectF TimelinePainter::doubtArea(const ZkStudioTimelinePresenter &presenter, const QSize &size)
+{
+    const qint64 frame = presenter.frameToCorrect();
+    if (frame < 0)
+        return {};
+    const CanvasRows rows(size);
+    const double top = rows.band.top() - doubtHeight - 2;
+    return QRectF(presenter.scale().centreOf(frame) - nodeReach,
+                  top,
+                  2 * nodeReach,
+                  rows.band.bottom() - top);
 }
 
 QRectF TimelinePainter::playheadArea(const ZkStudioTimelinePresenter &presenter,

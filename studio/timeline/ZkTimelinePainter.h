@@ -37,6 +37,7 @@ struct CanvasColors
     QColor node;
     QColor strip; // where no picture is yet, and the band where nothing is tracked
     QColor tracked; // with full confidence
+    QColor doubt;
     QColor focus;
 };
 
@@ -45,6 +46,7 @@ struct CanvasLook
 {
     QFont font;
     qint64 hoveredNode = -1;
+    bool isDoubtHovered = false;
     bool hasFocus = false;
 };
 
@@ -65,6 +67,8 @@ public:
     static QRectF
     playheadArea(const ZkStudioTimelinePresenter &presenter, qint64 frame, const QSize &size);
     static constexpr double nodeReach = 8; // from a node's middle, for the pointer
+    // Where the pointer meets the mark of the frame to correct; empty when there is none.
+    static QRectF doubtArea(const ZkStudioTimelinePresenter &presenter, const QSize &size);
 
 private:
     void paintRuler();
@@ -73,6 +77,7 @@ private:
     void paintBand();
     void paintNodes();
     void paintNode(qint64 frame);
+    void paintDoubt();
     void paintPlayhead();
     void paintFocus();
 

@@ -736,6 +736,14 @@
         <source>Stop and return</source>
         <translation>Stoppen und zurückspringen</translation>
     </message>
+    <message>
+        <source>Tracking stopped there. Paint on the new scene to go on.</source>
+        <translation>Das Tracking endet dort. Malen Sie in der neuen Szene, um fortzufahren.</translation>
+    </message>
+    <message>
+        <source>The scene changes at %1.</source>
+        <translation>Die Szene wechselt bei %1.</translation>
+    </message>
 </context>
 <context>
     <name>zk::app::EraseTasks</name>
@@ -913,6 +921,18 @@
     <message>
         <source>Select objects to erase</source>
         <translation>Zu löschende Objekte auswählen</translation>
+    </message>
+    <message>
+        <source>The objects were followed up to there. If they are in the other scene, too, select them there first.</source>
+        <translation>Die Objekte wurden bis dorthin verfolgt. Sind sie auch in der anderen Szene, wählen Sie sie dort zuerst aus.</translation>
+    </message>
+    <message>
+        <source>Select More</source>
+        <translation>Mehr auswählen</translation>
+    </message>
+    <message>
+        <source>Erase Now</source>
+        <translation>Jetzt löschen</translation>
     </message>
 </context>
 <context>
@@ -1917,6 +1937,14 @@
         <source>Progress</source>
         <translation>Fortschritt</translation>
     </message>
+    <message>
+        <source>Go to the frame that tracking is least certain of</source>
+        <translation>Zum Bild gehen, bei dem das Tracking am unsichersten ist</translation>
+    </message>
+    <message>
+        <source>Check %1</source>
+        <translation>%1 prüfen</translation>
+    </message>
 </context>
 <context>
     <name>zk::app::WorkspaceHost</name>
@@ -2174,6 +2202,10 @@
     <message>
         <source>Segment node at %1</source>
         <translation>Segmentknoten bei %1</translation>
+    </message>
+    <message>
+        <source>Least certain here: check this frame</source>
+        <translation>Hier am unsichersten: Bild prüfen</translation>
     </message>
 </context>
 </TS>

@@ -733,6 +733,14 @@
         <source>Stop and return</source>
         <translation>停止并返回</translation>
     </message>
+    <message>
+        <source>Tracking stopped there. Paint on the new scene to go on.</source>
+        <translation>跟踪在此处停止。请在新场景中绘制以继续。</translation>
+    </message>
+    <message>
+        <source>The scene changes at %1.</source>
+        <translation>场景在 %1 处切换。</translation>
+    </message>
 </context>
 <context>
     <name>zk::app::EraseTasks</name>
@@ -908,6 +916,18 @@
     <message>
         <source>Select objects to erase</source>
         <translation>选择要抹除的对象</translation>
+    </message>
+    <message>
+        <source>The objects were followed up to there. If they are in the other scene, too, select them there first.</source>
+        <translation>已跟踪对象到此处。如果另一场景中也有这些对象，请先在那里选择它们。</translation>
+    </message>
+    <message>
+        <source>Select More</source>
+        <translation>继续选择</translation>
+    </message>
+    <message>
+        <source>Erase Now</source>
+        <translation>立即抹除</translation>
     </message>
 </context>
 <context>
@@ -1907,6 +1927,14 @@
         <source>Progress</source>
         <translation>进度</translation>
     </message>
+    <message>
+        <source>Go to the frame that tracking is least certain of</source>
+        <translation>转到跟踪最不确定的帧</translation>
+    </message>
+    <message>
+        <source>Check %1</source>
+        <translation>检查 %1</translation>
+    </message>
 </context>
 <context>
     <name>zk::app::WorkspaceHost</name>
@@ -2164,6 +2192,10 @@
     <message>
         <source>Segment node at %1</source>
         <translation>位于 %1 的分割节点</translation>
+    </message>
+    <message>
+        <source>Least certain here: check this frame</source>
+        <translation>此处最不确定：请检查此帧</translation>
     </message>
 </context>
 </TS>

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <iterator>
 
 namespace zk::datamodel {
 
@@ -24,21 +25,21 @@ QImage blended(const EncodedMatte &first, const EncodedMatte &second, double wei
     return picture;
 }
 
-const TrackedSide &later(const TrackedMattes &mattes)
+bool isForwardLater(const TrackedMattes &mattes)
 {
-    const bool isForward = mattes.backward.matte.isNull()
+    return mattes.backward.matte.isNull()
         || (!mattes.forward.matte.isNull() && mattes.forward.serial >= mattes.backward.serial);
-    return isForward ? mattes.forward : mattes.backward;
 }
 
-// The weight of the forward run. Distance decides; a run that lost the object has no say.
+// The weight of the forward run: errors grow with the distance from the node, and confidence tells how
+// much they did. A run that lost the object has no say.
 double forwardWeight(qint64 frame, const TrackedMattes &mattes)
 {
     const TrackedSide &forward = mattes.forward;
     const TrackedSide &backward = mattes.backward;
-    if (forward.confidence <= 0 || backward.confidence <= 0)
-        return forward.confidence >= backward.confidence ? 1 : 0;
-    return double(backward.seed - frame) / double(backward.seed - forward.seed);
+    const double forwardSay = std::max(0.0F, forward.confidence) * double(backward.seed - frame);
+    const double backwardSay = std::max(0.0F, backward.confidence) * double(frame - forward.seed);
+    return forwardSay + backwardSay > 0 ? forwardSay / (forwardSay + backwardSay) : 1;
 }
 
 } // namespace
@@ -59,6 +60,16 @@ void Segments::setTracked(qint64 frame, bool isForward, const TrackedSide &side)
 {
     TrackedMattes &mattes = m_tracked[frame];
     (isForward ? mattes.forward : mattes.backward) = side;
+}
+
+void Segments::removeTracked(qint64 first, qint64 last, bool isForward)
+{
+    for (auto it = m_tracked.lowerBound(first); it != m_tracked.end() && it.key() <= last;) {
+        TrackedMattes &mattes = it.value();
+        (isForward ? mattes.forward : mattes.backward) = TrackedSide();
+        const bool isLeft = !mattes.forward.matte.isNull() || !mattes.backward.matte.isNull();
+        it = isLeft ? std::next(it) : m_tracked.erase(it);
+    }
 }
 
 QImage Segments::matteAt(qint64 frame) const
@@ -110,6 +121,20 @@ float Segments::confidenceAt(qint64 frame) const
     return hasMask(frame) ? shownAt(frame).confidence : -1;
 }
 
+QVector<TrackingTrust> Segments::trackingTrust() const
+{
+    QVector<TrackingTrust> trust;
+    trust.reserve(m_tracked.size());
+    for (auto it = m_tracked.constBegin(); it != m_tracked.constEnd(); ++it) {
+        if (m_nodes.contains(it.key()))
+            continue;
+        const Shown shown = trackedShownAt(it.key(), it.value());
+        if (!shown.isStale)
+            trust.append({it.key(), shown.confidence, shown.way});
+    }
+    return trust;
+}
+
 qint64 Segments::nearestObject(qint64 frame, int step) const
 {
     if (hasObject(frame))
@@ -153,16 +178,18 @@ void Segments::skipRevisions(quint64 upTo)
     while (last < upTo && !lastRevision.compare_exchange_weak(last, upTo)) { }
 }
 
-Segments::Shown Segments::shownOf(const TrackedSide &side)
+Segments::Shown Segments::shownOf(const TrackedMattes &mattes, bool isForward)
 {
-    return {side.matte, {}, 1, side.confidence};
+    const TrackedSide &side = isForward ? mattes.forward : mattes.backward;
+    const auto way = isForward ? TrackingTrust::Way::Forward : TrackingTrust::Way::Backward;
+    return {side.matte, {}, 1, side.confidence, way, false};
 }
 
 Segments::Shown Segments::shownAt(qint64 frame) const
 {
     const auto node = m_nodes.constFind(frame);
     if (node != m_nodes.constEnd())
-        return {node.value()->result, {}, 1, 1};
+        return {node.value()->result, {}, 1, 1, {}, false};
     const auto tracked = m_tracked.constFind(frame);
     return tracked != m_tracked.constEnd() ? trackedShownAt(frame, tracked.value()) : Shown();
 }
@@ -180,12 +207,17 @@ Segments::Shown Segments::trackedShownAt(qint64 frame, const TrackedMattes &matt
             return {mattes.forward.matte,
                     mattes.backward.matte,
                     weight,
-                    qMax(mattes.forward.confidence, mattes.backward.confidence)};
-        return shownOf(weight > 0 ? mattes.forward : mattes.backward);
+                    qMax(mattes.forward.confidence, mattes.backward.confidence),
+                    TrackingTrust::Way::Both,
+                    false};
+        return shownOf(mattes, weight > 0);
     }
     if (isForwardFresh != isBackwardFresh)
-        return shownOf(isForwardFresh ? mattes.forward : mattes.backward);
-    return shownOf(later(mattes));
+        return shownOf(mattes, isForwardFresh);
+    Shown shown = shownOf(mattes, isForwardLater(mattes));
+    shown.isStale = shown.way == TrackingTrust::Way::Forward ? after != m_nodes.constBegin()
+                                                             : after != m_nodes.constEnd();
+    return shown;
 }
 
 QVector<EncodedMatte> Segments::unitedParts(qint64 frame) const

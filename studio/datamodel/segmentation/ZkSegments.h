@@ -49,6 +49,16 @@ struct TrackedMattes
     TrackedSide backward;
 };
 
+// How far the mask that tracking made of a frame can be trusted.
+struct TrackingTrust
+{
+    enum class Way { Forward, Backward, Both }; // of the runs that the mask comes from
+
+    qint64 frame = 0;
+    float confidence = 0; // as of confidenceAt()
+    Way way = Way::Forward;
+};
+
 // Strokes, masks and tracking results of a clip, by frame. A value: copies share everything until one
 // is changed, so that a copy is a snapshot, which any thread may hold and read.
 //
@@ -77,10 +87,12 @@ public:
     void setNode(qint64 frame, const SegmentNodePtr &node);
     void setTracked(const QMap<qint64, TrackedMattes> &tracked) { m_tracked = tracked; }
     void setTracked(qint64 frame, bool isForward, const TrackedSide &side);
+    // Forgets what runs in that direction made of the frames [first, last].
+    void removeTracked(qint64 first, qint64 last, bool isForward);
 
-    // Of one object, the mask of a frame is its node's result or else what tracking made of it. Where two runs that
-    // came from the nodes around it met, both count, the nearer node's more; a run that began before
-    // one of these nodes was changed does not count beside one that did not.
+    // Of one object, the mask of a frame is its node's result or else what tracking made of it. Where two
+    // runs that came from the nodes around it met, both count, the nearer node's and the surer one more; a
+    // run that began before one of these nodes was changed does not count beside one that did not.
     // Format_Grayscale8; null when the frame has none.
     QImage matteAt(qint64 frame) const;
     // An encoded mask as it is stored; null for a mask that is put together, and for none.
@@ -91,6 +103,9 @@ public:
     // How sure tracking is of the frame's mask, 0 (the object was lost) to 1; 1 for a node; -1 when the
     // frame has no mask.
     float confidenceAt(qint64 frame) const;
+    // Of the tracked frames without a node, ascending. Not of those that were tracked from a node that was
+    // changed since: tracking again comes first there.
+    QVector<TrackingTrust> trackingTrust() const;
     // The nearest frame whose mask has an object: at `frame`, or else before it (step -1) or after it
     // (step 1); -1: none.
     qint64 nearestObject(qint64 frame, int step) const;
@@ -108,8 +123,10 @@ private:
         EncodedMatte second; // null unless two runs share the frame
         double weight = 1; // of the first
         float confidence = 1; // of the surer one
+        TrackingTrust::Way way = TrackingTrust::Way::Forward;
+        bool isStale = false; // a node on the way of the run was changed since
     };
-    static Shown shownOf(const TrackedSide &side);
+    static Shown shownOf(const TrackedMattes &mattes, bool isForward);
     Shown shownAt(qint64 frame) const;
     Shown trackedShownAt(qint64 frame, const TrackedMattes &mattes) const;
     bool isFresh(qint64 seedFrame, const TrackedSide &side) const;

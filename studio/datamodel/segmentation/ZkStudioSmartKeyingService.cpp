@@ -1,7 +1,10 @@
 #include "ZkStudioSmartKeyingService.h"
 
 #include "../timeline/ZkStudioTimeline.h"
+#include "ZkDoubt.h"
 #include "ZkPixels.h"
+
+#include <algorithm>
 
 using namespace zk::datamodel;
 
@@ -90,11 +93,46 @@ void ZkStudioSmartKeyingService::setTracked(const QMap<qint64, TrackedMattes> &t
     ++m_change;
 }
 
+void ZkStudioSmartKeyingService::beginTracking(const QMap<qint64, TrackedMattes> &tracked)
+{
+    m_sceneCuts.clear();
+    setTracked(tracked);
+}
+
 void ZkStudioSmartKeyingService::storeTracked(qint64 frame, bool isForward, const TrackedSide &side)
 {
     ++m_change;
     m_segments.setTracked(frame, isForward, side);
     m_trackedObservers.forEach([=](TrackedObserver *observer) { observer->onTrackedEvent(frame); });
+}
+
+void ZkStudioSmartKeyingService::storeSceneCut(qint64 frame, qint64 skippedTo, bool isForward)
+{
+    const auto range = std::minmax(frame, skippedTo);
+    ++m_change;
+    m_segments.removeTracked(range.first, range.second, isForward);
+    m_sceneCuts.append(frame);
+    m_trackedObservers.forEach([=](TrackedObserver *observer) { observer->onTrackedEvent(frame); });
+}
+
+QVector<qint64> ZkStudioSmartKeyingService::sceneCuts() const
+{
+    QVector<qint64> frames;
+    std::copy_if(m_sceneCuts.cbegin(),
+                 m_sceneCuts.cend(),
+                 std::back_inserter(frames),
+                 [this](qint64 frame) { return !m_segments.hasMask(frame); });
+    std::sort(frames.begin(), frames.end());
+    return frames;
+}
+
+qint64 ZkStudioSmartKeyingService::frameToCorrect() const
+{
+    if (m_isLocked)
+        return -1;
+    if (!m_doubt || m_doubt->change != m_change)
+        m_doubt = Doubt {m_change, zk::datamodel::frameToCorrect(m_segments)};
+    return m_doubt->frame;
 }
 
 void ZkStudioSmartKeyingService::closeTracking(const QMap<qint64, TrackedMattes> &before,

@@ -84,13 +84,23 @@ public:
     // text, reported once. What tracking made of them stays until it is tracked again, as it does when a
     // stroke is undone. False, and nothing has changed, while locked or when none of them has a node.
     bool removeNodes(const QVector<qint64> &frames, const QString &text);
-    // What a run starts with; no undo step, no report.
+    // A run begins with this; no undo step, no report.
+    void beginTracking(const QMap<qint64, zk::datamodel::TrackedMattes> &tracked);
+    // The same for what a run goes back to.
     void setTracked(const QMap<qint64, zk::datamodel::TrackedMattes> &tracked);
     // Stores the result of a run that is under way: no undo step, and only tracked observers hear of it.
     void storeTracked(qint64 frame, bool isForward, const zk::datamodel::TrackedSide &side);
+    // The run that is under way has come to another scene: it has no results for these frames, in that
+    // direction. No undo step, and only tracked observers hear of it.
+    void storeSceneCut(qint64 frame, qint64 skippedTo, bool isForward);
     // Makes all that was tracked since `before` one undo step of that text.
     void closeTracking(const QMap<qint64, zk::datamodel::TrackedMattes> &before,
                        const QString &text);
+
+    // The first frames without a mask where the last run came to another scene, ascending.
+    QVector<qint64> sceneCuts() const;
+    // The frame that is most worth a correction; -1: none, or a run is under way.
+    qint64 frameToCorrect() const;
 
     void setLocked(bool locked) { m_isLocked = locked; }
     bool isLocked() const { return m_isLocked; }
@@ -208,6 +218,13 @@ private:
     ObjectFinder m_objectFinder;
     Notice m_notice;
     quint64 m_change = 0; // counts changes of m_segments
+    QVector<qint64> m_sceneCuts; // of the last run, as they came
+    struct Doubt
+    {
+        quint64 change;
+        qint64 frame;
+    };
+    mutable std::optional<Doubt> m_doubt; // as of that change
     std::optional<Departure> m_departure;
     bool m_canTakeSaveBack = false; // the last saved selection
     qint64 m_selectedNode = -1;

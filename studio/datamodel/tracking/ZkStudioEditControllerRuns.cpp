@@ -53,7 +53,7 @@ void ZkStudioEditController::launchTracking(const Segments &seeds, const QVector
     reapRuns();
     m_trackedBefore = service()->segments().tracked();
     m_hasTracked = false;
-    service()->setTracked(seeds.tracked());
+    service()->beginTracking(seeds.tracked());
     TrackingRun::Receiver receiver;
     receiver.tracked = [this](quint64 serial, const TrackedFrame &tracked) {
         onTracked(serial, tracked);
@@ -81,8 +81,12 @@ void ZkStudioEditController::onTracked(quint64 serial, const TrackedFrame &track
     if (!isCurrent())
         return;
     m_hasTracked = true;
-    service()->storeTracked(tracked.frame, tracked.isForward, tracked.side);
-    if (m_player)
+    const bool isSkipped = tracked.skippedTo >= 0;
+    if (isSkipped)
+        service()->storeSceneCut(tracked.frame, tracked.skippedTo, tracked.isForward);
+    else
+        service()->storeTracked(tracked.frame, tracked.isForward, tracked.side);
+    if (m_player && !isSkipped)
         m_player->showTrackedFrame(tracked.frame);
     if (isCurrent() && m_player)
         m_player->trackingProgress(tracked.percent);

@@ -28,7 +28,8 @@ struct TrackingLeg
 //
 // To the clip's end: it starts from the mask at the frame or, if that has no object, from the nearest
 // one that has, looking against the direction of the run; both ways it starts from the nearest one on
-// either side.
+// either side. It ends at a node from which on everything has been tracked in that direction with the
+// nodes as they are now: a correction spreads up to the next node.
 // Whole clip: forward from the first node with an object and backward from the last one, so that every
 // frame between two nodes is reached from both. Without such a node the tracked frames count.
 ZKDATAMODEL_EXPORT QVector<TrackingLeg> trackingPlan(const Segments &segments,
@@ -36,5 +37,9 @@ ZKDATAMODEL_EXPORT QVector<TrackingLeg> trackingPlan(const Segments &segments,
                                                      qint64 frame,
                                                      ZKSMARTKEYING::ZkSegmentToTrackDirect direct,
                                                      ZKSMARTKEYING::ZkSegmentToTrackType type);
+
+// Frames of nodes around the start of the leg that a run had better learn from before it starts: first
+// those behind it, then those on its way, the nearest ones last.
+ZKDATAMODEL_EXPORT QVector<qint64> memoryOf(const Segments &segments, const TrackingLeg &leg);
 
 } // namespace zk::datamodel

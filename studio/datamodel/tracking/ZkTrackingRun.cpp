@@ -7,7 +7,9 @@
 
 #include <QMetaObject>
 
+#include <algorithm>
 #include <system_error>
+#include <utility>
 
 namespace zk::datamodel {
 
@@ -16,6 +18,9 @@ namespace {
 // Frames that may wait between two workers: enough to even out a slow one, and of 4K frames not too
 // much to hold.
 constexpr size_t queueLength = 2;
+
+// Frames that may look like another scene before it is one: a flash is shorter.
+constexpr int flashLength = 2;
 
 // How many frames are decoded forward at a time when the way is backward: as many as fit in 128 MiB.
 qint64 backwardStretch(const QSize &size)
@@ -41,17 +46,23 @@ cv::Mat partsBeside(const cv::Mat &mask, const cv::Mat &marked)
 
 } // namespace
 
-struct TrackingRun::Decoded
+// One frame on the way of a run.
+struct TrackingRun::Step
 {
     int leg = 0;
     qint64 frame = 0;
+    bool isMemory = false; // to learn from, before the leg starts
+};
+
+struct TrackingRun::Decoded
+{
+    Step step;
     cv::Mat pixels;
 };
 
 struct TrackingRun::Prepared
 {
-    int leg = 0;
-    qint64 frame = 0;
+    Step step;
     zk::engine::PreparedFrame picture;
 };
 
@@ -67,40 +78,73 @@ public:
             m_length += leg.length();
     }
 
+    // False when the run cannot go on.
     bool take(const Prepared &prepared);
 
 private:
+    bool learn(const Prepared &prepared);
     bool start(const TrackingLeg &leg, const Prepared &prepared);
     bool passNode(const Prepared &prepared, const SegmentNodePtr &node);
     bool track(const Prepared &prepared);
+    void meetScene(qint64 frame);
+    void bridgeFlash();
+    void leaveScene();
     void report(qint64 frame, const EncodedMatte &matte, double confidence);
     void standAt(qint64 frame, const SegmentNodePtr &node, const EncodedMatte &matte);
     cv::Mat truthAt(const Prepared &prepared, const SegmentNode &node);
+    int percentAt(qint64 frame) const;
     const TrackingLeg &leg() const { return m_run->m_task.legs.at(m_leg); }
 
     TrackingRun *const m_run;
     const Segments &m_segments;
-    int m_leg = 0;
+    int m_leg = -1;
+    bool m_hasMemory = false; // of the leg
     qint64 m_length = 0; // frames of all legs
-    qint64 m_done = 0;
+    qint64 m_before = 0; // frames of the legs before this one
+    QVector<qint64> m_strange; // the last frames, which look like another scene
+    EncodedMatte m_lastMatte; // of the frame before them
     qint64 m_seed = -1; // the last node that was passed
     quint64 m_seedRevision = 0;
 };
 
 bool TrackingRun::Advancer::take(const Prepared &prepared)
 {
-    m_leg = prepared.leg;
-    if (prepared.frame == leg().seed)
+    const Step &step = prepared.step;
+    if (m_leg != step.leg) {
+        m_before += m_leg < 0 ? 0 : leg().length();
+        m_hasMemory = false;
+        m_strange.clear();
+        m_leg = step.leg;
+    }
+    if (step.isMemory)
+        return learn(prepared);
+    if (step.frame == leg().seed)
         return start(leg(), prepared);
-    ++m_done;
-    const SegmentNodePtr node = m_segments.node(prepared.frame);
+    if (m_run->isSkipped(step))
+        return true;
+    const SegmentNodePtr node = m_segments.node(step.frame);
+    if (node && !m_strange.isEmpty())
+        leaveScene();
     return node ? passNode(prepared, node) : track(prepared);
+}
+
+// A mask that the tracker can do nothing with is none to remember.
+bool TrackingRun::Advancer::learn(const Prepared &prepared)
+{
+    const QImage matte = m_segments.matteAt(prepared.step.frame);
+    const cv::Mat truth = pixelsOf(matte).clone();
+    m_hasMemory = m_hasMemory ? m_run->m_tracker->correct(prepared.picture, truth)
+                              : m_run->m_tracker->start(prepared.picture, truth);
+    return true;
 }
 
 bool TrackingRun::Advancer::start(const TrackingLeg &leg, const Prepared &prepared)
 {
     const QImage matte = m_segments.matteAt(leg.seed);
-    if (!m_run->m_tracker->start(prepared.picture, pixelsOf(matte).clone()))
+    const cv::Mat truth = pixelsOf(matte).clone();
+    const bool isStarted = m_hasMemory ? m_run->m_tracker->correct(prepared.picture, truth)
+                                       : m_run->m_tracker->start(prepared.picture, truth);
+    if (!isStarted)
         return false;
     m_seed = -1;
     if (const SegmentNodePtr node = m_segments.node(leg.seed)) {
@@ -147,7 +191,7 @@ bool TrackingRun::Advancer::passNode(const Prepared &prepared, const SegmentNode
     if (!m_run->m_tracker->correct(prepared.picture, truth))
         return false;
     const bool isOwn = m_segments.isSingleObject();
-    standAt(prepared.frame, node, isOwn ? node->result : EncodedMatte(greyImage(truth)));
+    standAt(prepared.step.frame, node, isOwn ? node->result : EncodedMatte(greyImage(truth)));
     return true;
 }
 
@@ -156,8 +200,49 @@ bool TrackingRun::Advancer::track(const Prepared &prepared)
     const zk::engine::TrackedFrame result = m_run->m_tracker->advance(prepared.picture);
     if (result.matte.empty())
         return false;
-    report(prepared.frame, EncodedMatte(greyImage(result.matte)), result.confidence);
+    if (result.sceneCut) {
+        meetScene(prepared.step.frame);
+        return true;
+    }
+    bridgeFlash();
+    report(prepared.step.frame, EncodedMatte(greyImage(result.matte)), result.confidence);
     return true;
+}
+
+void TrackingRun::Advancer::meetScene(qint64 frame)
+{
+    m_strange.append(frame);
+    if (m_strange.size() > flashLength || frame == leg().last)
+        leaveScene();
+}
+
+// The scene has come back: the object was where it had been, as well as anybody can tell.
+void TrackingRun::Advancer::bridgeFlash()
+{
+    const QVector<qint64> frames = std::exchange(m_strange, {});
+    for (const qint64 frame : frames)
+        report(frame, m_lastMatte, 0);
+}
+
+// Nothing is known of the object in another scene until a node shows it there.
+void TrackingRun::Advancer::leaveScene()
+{
+    TrackedFrame left;
+    left.frame = m_strange.first();
+    left.isForward = leg().isForward();
+    left.skippedTo = m_strange.last();
+    m_strange.clear();
+    while (left.skippedTo != leg().last && !m_segments.node(left.skippedTo + leg().step()))
+        left.skippedTo += leg().step();
+    left.percent = percentAt(left.skippedTo);
+    m_run->skip(m_leg, left.frame, left.skippedTo);
+    m_run->postTracked(left);
+}
+
+int TrackingRun::Advancer::percentAt(qint64 frame) const
+{
+    const qint64 done = m_before + qAbs(frame - leg().seed);
+    return int(done * 100 / qMax<qint64>(1, m_length));
 }
 
 void TrackingRun::Advancer::report(qint64 frame, const EncodedMatte &matte, double confidence)
@@ -165,7 +250,8 @@ void TrackingRun::Advancer::report(qint64 frame, const EncodedMatte &matte, doub
     TrackedFrame tracked;
     tracked.frame = frame;
     tracked.isForward = leg().isForward();
-    tracked.percent = int(m_done * 100 / qMax<qint64>(1, m_length));
+    tracked.percent = percentAt(frame);
+    m_lastMatte = matte;
     tracked.side = {matte, float(confidence), m_seed, m_seedRevision, m_run->m_serial};
     m_run->postTracked(tracked);
 }
@@ -231,10 +317,20 @@ void TrackingRun::decode()
         return;
     }
     for (int leg = 0; leg < m_task.legs.size(); ++leg) {
-        if (!decodeLeg(reader.get(), leg))
+        if (!decodeMemory(reader.get(), leg) || !decodeLeg(reader.get(), leg))
             return;
     }
     m_decoded->close();
+}
+
+bool TrackingRun::decodeMemory(zk::media::MediaReader *reader, int leg)
+{
+    const QVector<qint64> frames = memoryOf(m_task.segments, m_task.legs.at(leg));
+    return std::all_of(frames.begin(), frames.end(), [=](qint64 frame) {
+        Decoded decoded;
+        return decodeFrame(reader, {leg, frame, true}, &decoded)
+            && m_decoded->push(std::move(decoded));
+    });
 }
 
 // Backward in stretches that are decoded forward: one seek each instead of one for every frame.
@@ -256,13 +352,13 @@ bool TrackingRun::decodeStretch(zk::media::MediaReader *reader, int leg, qint64 
 {
     std::vector<Decoded> frames;
     for (qint64 frame = from; frame < from + count && !m_isStopped; ++frame) {
-        const QImage image = reader->frameAt(m_task.inFrame + frame);
-        if (image.isNull()) {
-            fail(QStringLiteral("Frame %1 cannot be read.").arg(frame));
+        const Step step {leg, frame, false};
+        Decoded decoded;
+        if (isSkipped(step))
+            continue;
+        if (!decodeFrame(reader, step, &decoded))
             return false;
-        }
-        // The prepared frame keeps the pixels, so they need an owner that travels with them.
-        frames.push_back({leg, frame, pixelsOf(image).clone()});
+        frames.push_back(std::move(decoded));
     }
     // Latest first; a stretch of a forward leg is one frame.
     for (auto it = frames.rbegin(); it != frames.rend(); ++it) {
@@ -272,15 +368,42 @@ bool TrackingRun::decodeStretch(zk::media::MediaReader *reader, int leg, qint64 
     return !m_isStopped;
 }
 
+bool TrackingRun::decodeFrame(zk::media::MediaReader *reader, const Step &step, Decoded *decoded)
+{
+    const QImage image = reader->frameAt(m_task.inFrame + step.frame);
+    if (image.isNull())
+        fail(QStringLiteral("Frame %1 cannot be read.").arg(step.frame));
+    // The prepared frame keeps the pixels, so they need an owner that travels with them.
+    else
+        *decoded = {step, pixelsOf(image).clone()};
+    return !image.isNull();
+}
+
+void TrackingRun::skip(int leg, qint64 first, qint64 last)
+{
+    const std::lock_guard<std::mutex> lock(m_skipMutex);
+    m_skippedLeg = leg;
+    m_skippedFrom = first;
+    m_skippedTo = last;
+}
+
+bool TrackingRun::isSkipped(const Step &step) const
+{
+    const std::lock_guard<std::mutex> lock(m_skipMutex);
+    const auto range = std::minmax(m_skippedFrom, m_skippedTo);
+    return step.leg == m_skippedLeg && step.frame >= range.first && step.frame <= range.second;
+}
+
 void TrackingRun::prepare()
 {
     zk::engine::PreparedFrame previous;
     Decoded decoded;
     while (m_decoded->pop(&decoded)) {
-        const bool isFirst = decoded.frame == m_task.legs.at(decoded.leg).seed;
+        const Step &step = decoded.step;
+        const bool isFirst = step.isMemory || step.frame == m_task.legs.at(step.leg).seed;
         previous = isFirst ? m_tracker->prepareFirst(decoded.pixels)
                            : m_tracker->prepare(previous, decoded.pixels);
-        if (!m_prepared->push({decoded.leg, decoded.frame, previous}))
+        if (!m_prepared->push({step, previous}))
             return;
     }
     m_prepared->close();
@@ -292,7 +415,8 @@ void TrackingRun::advance()
     Prepared prepared;
     while (m_prepared->pop(&prepared)) {
         if (!advancer.take(prepared)) {
-            fail(QStringLiteral("The object cannot be tracked into frame %1.").arg(prepared.frame));
+            fail(QStringLiteral("The object cannot be tracked into frame %1.")
+                     .arg(prepared.step.frame));
             return;
         }
     }

@@ -12,6 +12,7 @@
 #include <atomic>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <thread>
 #include <vector>
 
@@ -40,10 +41,16 @@ struct TrackedFrame
     bool isForward = true;
     TrackedSide side;
     int percent = 0; // of the whole run
+    // Another scene begins at the frame: the run leaves it out, and all that follow up to this one.
+    qint64 skippedTo = -1; // -1: there is a result
 };
 
 // A tracking run in worker threads: one decodes, one prepares, one advances the tracker and compresses.
 // Each is at most a few frames ahead of the next, so memory does not depend on the length of the clip.
+//
+// Every node is the truth on its frame: a leg learns from the nodes around its start before it starts,
+// and stands at those on its way as it passes them. Where the scene changes a leg goes on with the next node
+// on its way, or ends when there is none.
 //
 // Results come as queued calls in the thread of the context, which must outlive the run. stop() makes
 // the workers end after the frame that they are at and does not wait; results that are on their way
@@ -69,6 +76,7 @@ public:
 
 private:
     Q_DISABLE_COPY(TrackingRun)
+    struct Step;
     struct Decoded;
     struct Prepared;
     class Advancer;
@@ -77,8 +85,12 @@ private:
     template<typename Work>
     void guarded(Work work);
     void decode();
+    bool decodeMemory(zk::media::MediaReader *reader, int leg);
     bool decodeLeg(zk::media::MediaReader *reader, int leg);
     bool decodeStretch(zk::media::MediaReader *reader, int leg, qint64 from, qint64 count);
+    bool decodeFrame(zk::media::MediaReader *reader, const Step &step, Decoded *decoded);
+    void skip(int leg, qint64 first, qint64 last);
+    bool isSkipped(const Step &step) const;
     void prepare();
     void advance();
     void fail(const QString &error);
@@ -92,6 +104,10 @@ private:
     const std::unique_ptr<zk::engine::TrackingBackend> m_tracker;
     const std::unique_ptr<BoundedQueue<Decoded>> m_decoded;
     const std::unique_ptr<BoundedQueue<Prepared>> m_prepared;
+    mutable std::mutex m_skipMutex;
+    int m_skippedLeg = -1; // guarded, as the next ones; the latest scene change
+    qint64 m_skippedFrom = 0; // in the order of the leg
+    qint64 m_skippedTo = 0;
     std::atomic<bool> m_isStopped {false};
     std::atomic<int> m_runningWorkers {0};
     std::vector<std::thread> m_workers;

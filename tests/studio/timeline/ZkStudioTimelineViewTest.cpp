@@ -340,6 +340,45 @@ private Q_SLOTS:
         QCOMPARE(bench.bandAt(9), none);
     }
 
+    void doubtIsMarked()
+    {
+        TimelineBench bench;
+        QVERIFY(bench.giveNodes({0}));
+        const EncodedMatte matte(EditClip::instance().matte(3));
+        const quint64 revision = bench.segments().node(0)->revision;
+        const QImage sure = bench.grab();
+        bench.service()->setLocked(true);
+        for (qint64 frame = 1; frame < EditClip::frames; ++frame)
+            bench.service()->storeTracked(
+                frame, true, {matte, frame < 9 ? 0.9F : 0.2F, 0, revision, 1});
+        bench.service()->reportChange();
+        QCOMPARE(bench.presenter.frameToCorrect(), qint64(-1)); // not yet
+        bench.service()->setLocked(false);
+        bench.service()->reportChange();
+        QCOMPARE(bench.presenter.frameToCorrect(), qint64(9));
+        const QPoint mark = bench.at(9, bench.canvas()->height() - 16);
+        QCOMPARE(bench.grab().pixelColor(mark + QPoint(3, -4)),
+                 ZkSkinManager::instance()->color(ZKSKIN::RemoveStroke));
+        QHelpEvent event(QEvent::ToolTip, mark, bench.canvas()->mapToGlobal(mark));
+        QApplication::sendEvent(bench.canvas(), &event);
+        QCOMPARE(QToolTip::text(), QStringLiteral("Least certain here: check this frame"));
+        bench.moveMouse(mark);
+        QCOMPARE(bench.canvas()->cursor().shape(), Qt::PointingHandCursor);
+        QTest::mouseClick(bench.canvas(), Qt::LeftButton, {}, mark + QPoint(6, 0));
+        QCOMPARE(bench.position(), 9);
+        // A correction there takes it away, and undo brings it back.
+        QVERIFY(bench.giveTruth(9));
+        QCOMPARE(bench.presenter.frameToCorrect(), qint64(-1));
+        QVERIFY(bench.undo()->undo());
+        QCOMPARE(bench.presenter.frameToCorrect(), qint64(9));
+        // Where nothing can be corrected it is of no use.
+        bench.service()->setEnabled(false);
+        bench.service()->reportChange();
+        QCOMPARE(bench.presenter.frameToCorrect(), qint64(-1));
+        bench.moveMouse(mark + QPoint(0, 1));
+        QCOMPARE(bench.canvas()->cursor().shape(), Qt::ArrowCursor);
+    }
+
     void assistiveTechnology()
     {
         TimelineBench bench;

@@ -1,5 +1,6 @@
 #include "EditBench.h"
 #include "ZkTestMain.h"
+#include "segmentation/ZkDoubt.h"
 #include "segmentation/ZkMatteTrack.h"
 #include "segmentation/ZkStrokeMap.h"
 #include "tracking/ZkTrackingPlan.h"
@@ -157,6 +158,89 @@ private Q_SLOTS:
         QVERIFY(segments.storedAt(5).isNull() && !segments.storedAt(4).isNull());
     }
 
+    void theSurerRunCountsMore()
+    {
+        Segments segments = trackedFromBothSides();
+        segments.setTracked(5, false, sideOf(100, segments, 10, 0.25F));
+        QCOMPARE(valueAt(segments, 5), 180); // 4 : 1
+        segments.setTracked(2, false, sideOf(100, segments, 10, 0.25F));
+        QCOMPARE(valueAt(segments, 2), 194); // 4 * 8 : 2
+        segments.removeTracked(2, 5, true);
+        QCOMPARE(valueAt(segments, 5), 100);
+        QCOMPARE(valueAt(segments, 6), 140);
+        segments.removeTracked(0, 5, false);
+        QVERIFY(!segments.hasMask(5) && !segments.tracked().contains(2) && segments.hasMask(1));
+    }
+
+    // Each character is a frame: a node, no mask, or confidence in tenths; lower case letters are tenths
+    // of runs that came from behind.
+    void frameToCorrectIsWhereAnErrorBegins_data()
+    {
+        QTest::addColumn<QString>("frames");
+        QTest::addColumn<qint64>("worst");
+        const auto row = [](const char *frames, int worst) {
+            QTest::newRow(frames) << QString::fromLatin1(frames) << qint64(worst);
+        };
+        row("", -1);
+        row("N99998888", -1);
+        row("N99998866", -1); // a little doubt is none
+        row("N9999222222", 5); // the first of a stretch
+        row("N99976543219", 8); // halfway down
+        row("N999000000000", 4); // lost
+        row("N999444999999933333333", 14); // the stretch with most in it
+        row("N99909999999999444", 4); // a lost one outweighs a little doubt
+        row("N9993349933", 4); // a short recovery does not end it
+        row("N2222N2222N", 2); // not beside a node
+        row("N22N0N", -1);
+        row("N9990  0", 4);
+        row("  0000999N", 2);
+        row("ccccjjjjjjN", 3); // backward: the last one
+        row("jjjjaaaajjjN", 7);
+        row("caj", 1); // going on from where a run was stopped
+    }
+    void frameToCorrectIsWhereAnErrorBegins()
+    {
+        QFETCH(QString, frames);
+        QFETCH(qint64, worst);
+        Segments segments;
+        for (int i = 0; i < frames.size(); ++i) {
+            if (frames.at(i) == QLatin1Char('N'))
+                segments.setNode(i, nodeOf(255));
+        }
+        qint64 node = -1;
+        for (int i = 0; i < frames.size(); ++i) {
+            const QChar sign = frames.at(i);
+            if (sign == QLatin1Char('N'))
+                node = i;
+            else if (sign.isDigit())
+                segments.setTracked(
+                    i, true, sideOf(255, segments, node, float(sign.digitValue()) / 10));
+            else if (sign.isLower())
+                segments.setTracked(i,
+                                    false,
+                                    sideOf(255,
+                                           segments,
+                                           frames.indexOf(QLatin1Char('N'), i),
+                                           float(sign.unicode() - 'a') / 10));
+        }
+        QCOMPARE(frameToCorrect(segments), worst);
+    }
+
+    void frameToCorrectBetweenNodes()
+    {
+        Segments segments = trackedFromBothSides();
+        const QVector<float> confidences {1, 1, 0.6F, 0.5F, 0.3F, 0.4F, 0.6F, 1, 1};
+        for (int i = 0; i < confidences.size(); ++i) {
+            segments.setTracked(i + 1, true, sideOf(200, segments, 0, confidences.at(i)));
+            segments.setTracked(i + 1, false, sideOf(100, segments, 10, 0.2F));
+        }
+        QCOMPARE(frameToCorrect(segments), qint64(5)); // the worst
+        // What was tracked before the node changed has to be tracked again first.
+        segments.setNode(0, nodeOf(254));
+        segments.setNode(10, nodeOf(254));
+        QCOMPARE(frameToCorrect(segments), qint64(-1));
+    }
+
     void changedNodeEndsBlending()
     {
         Segments changed = trackedFromBothSides();
@@ -203,6 +287,40 @@ private Q_SLOTS:
         const auto whole = ZKSMARTKEYING::TrackWholeClip;
         QCOMPARE(plan({2, 5}, {0, 9}, 7, backward, whole), QStringLiteral("2-9 5-0"));
         QCOMPARE(plan({0}, {}, 0, forward, whole), QStringLiteral("0-9"));
+    }
+
+    // Beyond the next node nothing changes, as long as everything there came from the nodes as they are.
+    void correctionsReachTheNextNode()
+    {
+        Segments segments;
+        for (const qint64 node : {2, 6, 12})
+            segments.setNode(node, nodeOf(255));
+        for (qint64 frame = 0; frame < 20; ++frame) {
+            const auto after = segments.nodes().upperBound(frame);
+            if (after != segments.nodes().constBegin())
+                segments.setTracked(frame, true, sideOf(255, segments, std::prev(after).key()));
+            if (after != segments.nodes().constEnd())
+                segments.setTracked(frame, false, sideOf(255, segments, after.key()));
+        }
+        const auto plan = [&](qint64 frame) {
+            QString legs;
+            for (const TrackingLeg &leg : trackingPlan(
+                     segments, 20, frame, ZKSMARTKEYING::TrackBoth, ZKSMARTKEYING::TrackToClipEnd))
+                legs += QStringLiteral("%1-%2 ").arg(leg.seed).arg(leg.last);
+            return legs.trimmed();
+        };
+        segments.setNode(9, nodeOf(255));
+        QCOMPARE(plan(9), QStringLiteral("9-12 9-6"));
+        QCOMPARE(memoryOf(segments, {9, 19}), Frames({2, 6, 12}));
+        QCOMPARE(memoryOf(segments, {6, 0}), Frames({12, 9, 2}));
+        segments.removeTracked(15, 15, true);
+        QCOMPARE(plan(9), QStringLiteral("9-19 9-6"));
+        segments.setNode(6, nodeOf(254));
+        QCOMPARE(plan(9), QStringLiteral("9-19 9-2"));
+        segments.setNode(6, nodeOf(0)); // nothing to learn from
+        QCOMPARE(memoryOf(segments, {9, 19}), Frames({2, 12}));
+        segments.setSingleObject(false);
+        QCOMPARE(memoryOf(segments, {9, 19}), Frames());
     }
 };
 

@@ -1,4 +1,5 @@
 #include "EditBench.h"
+#include "ZkCutClip.h"
 #include "ZkTestMain.h"
 #include "timeline/ZkStudioEffect.h"
 #include "timeline/ZkStudioEffectList.h"
@@ -81,6 +82,93 @@ private Q_SLOTS:
         QVERIFY(agreementOf(bench->segments().matteAt(7), patch) > 0.5);
         // It stands among the results, too, so that there is no hole when the node is taken away.
         QCOMPARE(bench->segments().tracked().value(6).forward.matte.decoded(), patch);
+    }
+
+    void correctionsSpreadToTheNodesAround()
+    {
+        QVERIFY(bench->giveTruth(0) && bench->giveTruth(11));
+        QCOMPARE(bench->track(0), 0);
+        QVERIFY(bench->giveTruth(6));
+        const auto before = bench->segments().tracked();
+        QCOMPARE(bench->track(6, ZKSMARTKEYING::TrackBoth), 0);
+        for (qint64 frame = 0; frame <= last; ++frame) {
+            const TrackedMattes now = bench->segments().tracked().value(frame);
+            const bool isAnew = now.forward.serial != before.value(frame).forward.serial;
+            QCOMPARE(isAnew, frame >= 6 && frame <= 11);
+            QCOMPARE(!now.backward.matte.isNull(), frame <= 6);
+            QVERIFY(bench->agreement(frame) > 0.6);
+        }
+        QVERIFY(bench->segments().storedAt(3).isNull()); // blended
+    }
+
+    void earlierNodesAreRemembered()
+    {
+        const auto tracked = [this](const QVector<qint64> &nodes) {
+            bench.emplace();
+            for (const qint64 node : nodes)
+                bench->giveTruth(node);
+            return bench->track(nodes.last()) == 0 ? bench->segments().tracked().value(last).forward
+                                                   : TrackedSide();
+        };
+        const TrackedSide alone = tracked({9});
+        QVERIFY(alone.matte == tracked({9}).matte); // nothing else makes a difference
+        const TrackedSide withMemory = tracked({0, 9});
+        QVERIFY(withMemory.matte != alone.matte && withMemory.seed == 9);
+        QVERIFY(bench->agreement(last) > 0.6);
+    }
+
+    // Nodes, where the run starts and how, the frames that have a mask afterwards, and what is told.
+    void anotherSceneEndsTheWay_data()
+    {
+        using namespace ZKSMARTKEYING;
+        QTest::addColumn<QVector<qint64>>("nodes");
+        QTest::addColumn<int>("direction");
+        QTest::addColumn<int>("type");
+        QTest::addColumn<QVector<qint64>>("tracked");
+        QTest::addColumn<QVector<qint64>>("cuts");
+        using Frames = QVector<qint64>;
+        const int end = TrackToClipEnd;
+        QTest::newRow("forward") << Frames {0} << int(TrackForward) << end << range(0, 6)
+                                 << Frames {7};
+        QTest::newRow("backward") << Frames {12} << int(TrackBackward) << end << range(7, 12)
+                                  << Frames {6};
+        QTest::newRow("the other way goes on")
+            << Frames {3} << int(TrackBoth) << end << range(0, 6) << Frames {7};
+        QTest::newRow("up to the next node") << Frames {3, 10} << int(TrackForward) << end
+                                             << range(3, 6) + range(10, last) << Frames {7};
+        QTest::newRow("a node in every scene") << Frames {3, 10} << int(TrackBoth)
+                                               << int(TrackWholeClip) << range(0, last) << Frames();
+    }
+    void anotherSceneEndsTheWay()
+    {
+        QFETCH(QVector<qint64>, nodes);
+        QFETCH(int, direction);
+        QFETCH(int, type);
+        QFETCH(QVector<qint64>, tracked);
+        QFETCH(QVector<qint64>, cuts);
+        QTemporaryDir folder;
+        const CutClip clip(EditClip::size, EditClip::frames, 7);
+        const QString path = folder.filePath(QStringLiteral("cut.mkv"));
+        clip.write(path);
+        EditBench bench(path);
+        for (const qint64 node : nodes)
+            QVERIFY(bench.controller->setMatte(node, clip.matte(int(node))));
+        // From before the clip was cut, say.
+        bench.service()->storeTracked(
+            8, direction != ZKSMARTKEYING::TrackBackward, {EncodedMatte(clip.matte(8)), 1});
+        QCOMPARE(bench.track(nodes.first(), direction, type), 0);
+        if (direction == ZKSMARTKEYING::TrackBackward)
+            QVERIFY(bench.segments().hasMask(8));
+        QCOMPARE(bench.trackedFrames(), tracked);
+        QCOMPARE(bench.service()->sceneCuts(), cuts);
+        QCOMPARE(bench.player.notes, wholeRun);
+        QVERIFY(std::is_sorted(bench.player.percents.cbegin(), bench.player.percents.cend()));
+        QCOMPARE(bench.player.percents.last(), 100);
+        for (const qint64 frame : tracked)
+            QVERIFY(agreementOf(bench.segments().matteAt(frame), clip.matte(int(frame))) > 0.6);
+        QCOMPARE(bench.undo()->undoText(), QStringLiteral("Track"));
+        QVERIFY(bench.undo()->undo());
+        QCOMPARE(bench.trackedFrames(), range(8, 8));
     }
 
     void runIsOneStep()

@@ -71,6 +71,7 @@ Evidence gatherEvidence(const FrameData &earlier,
     evidence.wideLabels = transfer(options.wideTransfer);
     evidence.warp = signedShare(warped.object(evidence.area));
     evidence.distance = depth(warped.object, evidence.area, options.distanceScale);
+    evidence.motion = motionEvidence(motion, warped, evidence.area, options.motion);
     evidence.color = appearance.colorLogits(later.features, evidence.area);
     return evidence;
 }
@@ -82,6 +83,7 @@ cv::Mat weighedUp(const Evidence &evidence, const EvidenceOptions &options)
     cv::scaleAdd(evidence.wideLabels, options.wideWeight, sum, sum);
     cv::scaleAdd(evidence.warp, options.warpWeight, sum, sum);
     cv::scaleAdd(evidence.distance, options.distanceWeight, sum, sum);
+    cv::scaleAdd(evidence.motion, options.motionWeight, sum, sum);
     cv::scaleAdd(evidence.color, options.colorWeight, sum, sum);
     return sum;
 }

@@ -4,6 +4,7 @@
 #include "ZkEngineGlobal.h"
 #include "ZkLabelTransfer.h"
 #include "ZkMatteWarp.h"
+#include "ZkMotionEvidence.h"
 
 #include <opencv2/core.hpp>
 
@@ -15,15 +16,17 @@ struct FrameData;
 struct EvidenceOptions
 {
     MatteWarpOptions warp;
-    LabelTransferOptions nearTransfer {12, 2, 40.0};
-    LabelTransferOptions wideTransfer {24, 4, 40.0};
+    LabelTransferOptions nearTransfer {12, 2, 2, 40.0};
+    LabelTransferOptions wideTransfer {24, 4, 2, 40.0};
+    MotionEvidenceOptions motion;
 
     // Weights of the opinions in the sum.
     double networkWeight = 0.70;
     double nearWeight = 1.6;
     double wideWeight = 1.8;
     double warpWeight = 0.9;
-    double distanceWeight = 0.9;
+    double distanceWeight = 0.5;
+    double motionWeight = 2.0;
     double colorWeight = 0.10;
     double bias = 0.0;
     double distanceScale =
@@ -36,14 +39,13 @@ struct EvidenceOptions
 // object.
 struct Evidence
 {
-    static constexpr int count = 6;
-
     cv::Rect area; // of the working copy; outside it there is no object
     cv::Mat network;
     cv::Mat nearLabels;
     cv::Mat wideLabels;
     cv::Mat warp;
     cv::Mat distance;
+    cv::Mat motion;
     cv::Mat color;
 };
 

@@ -11,7 +11,9 @@ namespace zk::engine {
 struct LabelTransferOptions
 {
     int radius = 12; // of the search, in pixels of the working copy
-    int step = 2; // between two places that are looked at
+    int step = 2; // between two places that are looked at; a multiple of the grid
+    int grid =
+        2; // one of this many pixels in both directions asks and is asked; the others lie between
     double tolerance = 40.0; // sum of absolute differences at which a place has little to say
 };
 

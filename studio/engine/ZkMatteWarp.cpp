@@ -32,26 +32,6 @@ void pushPull(cv::Mat &field, cv::Mat &weight)
     }
 }
 
-// 1 where going forward and back again ends nearby, falling to 0.
-cv::Mat trust(const MotionField &motion, double consistency)
-{
-    cv::Mat result(motion.forward.size(), CV_32F);
-    const cv::Rect area({0, 0}, result.size());
-    for (int y = 0; y < result.rows; ++y) {
-        for (int x = 0; x < result.cols; ++x) {
-            const cv::Vec2f there = motion.forward.at<cv::Vec2f>(y, x);
-            const cv::Point at(cvRound(x + there[0]), cvRound(y + there[1]));
-            float &value = result.at<float>(y, x);
-            value = 0.0f;
-            if (!area.contains(at))
-                continue;
-            const cv::Vec2f loop = there + motion.backward.at<cv::Vec2f>(at);
-            value = float(std::exp(-loop.dot(loop) / (2.0 * consistency * consistency)));
-        }
-    }
-    return result;
-}
-
 cv::Mat identityMap(const cv::Size &size)
 {
     cv::Mat map(size, CV_32FC2);
@@ -81,6 +61,24 @@ cv::Mat originMap(const cv::Mat &flow, const cv::Mat &identity, int rounds)
 
 } // namespace
 
+cv::Mat
+flowTrust(const cv::Mat &flow, const cv::Mat &back, const cv::Rect &area, double consistency)
+{
+    cv::Mat result(area.size(), CV_32F);
+    const cv::Rect picture({0, 0}, flow.size());
+    result.forEach<float>([&](float &value, const int *index) {
+        const cv::Point from(area.x + index[1], area.y + index[0]);
+        const cv::Vec2f there = flow.at<cv::Vec2f>(from);
+        const cv::Point at(cvRound(float(from.x) + there[0]), cvRound(float(from.y) + there[1]));
+        value = 0.0f;
+        if (!picture.contains(at))
+            return;
+        const cv::Vec2f loop = there + back.at<cv::Vec2f>(at);
+        value = float(std::exp(-loop.dot(loop) / (2.0 * consistency * consistency)));
+    });
+    return result;
+}
+
 cv::Mat continuedField(const cv::Mat &field, const cv::Mat &weight)
 {
     cv::Mat filled(field.size(), CV_32FC2);
@@ -100,7 +98,8 @@ cv::Mat continuedField(const cv::Mat &field, const cv::Mat &weight)
 WarpedMatte
 warpMatte(const cv::Mat &matte, const MotionField &motion, const MatteWarpOptions &options)
 {
-    const cv::Mat trusted = trust(motion, options.consistency);
+    const cv::Mat trusted =
+        flowTrust(motion.forward, motion.backward, {{0, 0}, matte.size()}, options.consistency);
     const cv::Mat objectFlow = continuedField(motion.forward, trusted.mul(matte));
     const cv::Mat identity = identityMap(matte.size());
     const cv::Mat origin = originMap(objectFlow, identity, options.rounds);

@@ -29,6 +29,11 @@ ZKENGINE_EXPORT WarpedMatte warpMatte(const cv::Mat &matte,
                                       const MotionField &motion,
                                       const MatteWarpOptions &options = {});
 
+// For the pixels of the area: 1 where following the flow and then the other way back ends nearby, falling to
+// 0 as it ends further off. CV_32FC1 of the size of the area.
+cv::Mat
+flowTrust(const cv::Mat &flow, const cv::Mat &back, const cv::Rect &area, double consistency);
+
 // Fills the field where weight (CV_32FC1, 0 .. 1) is low from where it is high, smoothly.
 ZKENGINE_EXPORT cv::Mat continuedField(const cv::Mat &field, const cv::Mat &weight);
 

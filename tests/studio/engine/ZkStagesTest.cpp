@@ -11,6 +11,7 @@
 #include <ZkMatteRefiner.h>
 #include <ZkMatteWarp.h>
 #include <ZkMotion.h>
+#include <ZkMotionEvidence.h>
 #include <ZkPixelNetwork.h>
 
 #include <opencv2/imgproc.hpp>
@@ -184,6 +185,31 @@ private slots:
             QVERIFY(cv::norm(filled.at<cv::Vec2f>(at) - cv::Vec2f(7, 1)) < 0.1);
     }
 
+    // A square that moves before a landscape that moves otherwise, then with it.
+    void motionTellsTheObjectFromTheLandscape()
+    {
+        const cv::Size size(80, 60);
+        const cv::Rect square(30, 20, 20, 16);
+        MotionField motion {cv::Mat(size, CV_32FC2, cv::Scalar(1, 0)),
+                            cv::Mat(size, CV_32FC2, cv::Scalar(-1, 0))};
+        WarpedMatte warped {cv::Mat::zeros(size, CV_32F),
+                            cv::Mat(size, CV_32FC2, cv::Scalar(3, -1))};
+        warped.object(square) = 1.0f;
+        motion.backward(square) = cv::Scalar(3, -1);
+        motion.forward.setTo(cv::Scalar(-3, 1), warped.object > 0.0f);
+        cv::Mat evidence = motionEvidence(motion, warped, {20, 10, 40, 40});
+        QVERIFY(evidence.at<float>(18, 20) > 0.8f);
+        QVERIFY(evidence.at<float>(3, 3) < -0.8f);
+
+        motion.forward = cv::Scalar(9, 9); // nothing leads back
+        evidence = motionEvidence(motion, warped, {20, 10, 40, 40});
+        QVERIFY(cv::norm(evidence, cv::NORM_INF) < 0.01);
+        warped.objectFlow = cv::Scalar(-1, 0);
+        motion = {cv::Mat(size, CV_32FC2, cv::Scalar(1, 0)),
+                  cv::Mat(size, CV_32FC2, cv::Scalar(-1, 0))};
+        QVERIFY(cv::norm(motionEvidence(motion, warped, square), cv::NORM_INF) < 0.01);
+    }
+
     void transferFindsWhereLabelsWent()
     {
         const cv::Point2d later = center + cv::Point2d(6, 4);
@@ -195,10 +221,10 @@ private slots:
                 describe(from), asShare(scene.matte(center)), describe(to), area, shift, options);
             return intersectionOverUnion(asMatte(labels), scene.matte(later)(area));
         };
-        QVERIFY(transferred({0, 0}, {12, 2, 40.0}) > 0.9);
-        QVERIFY(transferred({-6, -4}, {2, 1, 40.0}) > 0.95);
+        QVERIFY(transferred({0, 0}, {12, 2, 2, 40.0}) > 0.9);
+        QVERIFY(transferred({-6, -4}, {2, 1, 1, 40.0}) > 0.95);
         // Nothing comes from outside the frame, wherever the search is sent.
-        QVERIFY(transferred({10000, -10000}, {12, 2, 40.0}) <= 0.5);
+        QVERIFY(transferred({10000, -10000}, {12, 2, 2, 40.0}) <= 0.5);
     }
 
     void refinerLaysTheOutlineOnTheEdge()

@@ -214,6 +214,8 @@ private slots:
     {
         ZkMultiCropWidget *const editor = m_space->editor();
         QTouchDevice *const screen = QTest::createTouchDevice();
+        // Gestures go to what is on top. Without a window manager, owners may come above what they own.
+        editor->window()->raise();
         takeJournal();
         QTest::touchEvent(editor, screen).press(0, {100, 100}, editor).press(1, {140, 100}, editor);
         QTest::touchEvent(editor, screen).move(0, {60, 100}, editor).move(1, {180, 100}, editor);

@@ -7,7 +7,7 @@ set(_zk_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/ZkSmartKeying)
 set(_zk_include_dir ${CMAKE_INSTALL_INCLUDEDIR}/ZkSmartKeying)
 
 set(_zk_targets ZkHost ZkSmartKeying)
-foreach(library Core Utility Account Widgets Language Engine Media Effects Storage DataModel Erasing MediaPlayer TimelineView FakeDataModel FakeMediaPlayer)
+foreach(library Core Utility Account Widgets Language Engine Models Media Effects Storage DataModel Erasing MediaPlayer TimelineView FakeDataModel FakeMediaPlayer)
     if(TARGET Zk${library} AND (ZK_STUDIO OR NOT library MATCHES "^(Engine|Media|Effects|Storage)$"))
         if(NOT (ZK_STUDIO AND library MATCHES "^Fake"))
             list(APPEND _zk_targets Zk${library})

@@ -8,7 +8,7 @@ namespace {
 
 using Kind = ModelProblem::Kind;
 
-constexpr int longestSide = 16384; // pixels; more is a mistake in the file
+constexpr int longestSide = 4096; // pixels; more is a mistake in the file
 
 const std::vector<ModelLayout> &layouts()
 {

@@ -27,7 +27,7 @@ struct ModelProblem
         Unsupported, // OpenCV cannot read it; tensor: the operator, if one is at fault
         CannotRun, // OpenCV fails when it is run
         NotFinite, // tensor: has values that are not numbers
-        OutOfRange, // tensor, found: "-3.2 to 5.1", expected: "0 to 1"
+        OutOfRange, // tensor, found: "-3.2 .. 5.1", expected: "0 .. 1"
     };
 
     Kind kind = Kind::None;

@@ -59,11 +59,14 @@ bool OnnxInpainter::inpaint(cv::Mat *picture,
                             const cv::Mat &hole,
                             const std::function<bool()> &stopped) const
 {
-    const cv::Rect around = surroundingsOf(hole);
-    if (around.empty() || stopped())
+    if (stopped())
         return false;
+    const cv::Rect around = surroundingsOf(hole);
     const cv::Mat holePart = hole(around);
-    const cv::Mat content = filled((*picture)(around), holePart);
+    const int area = cv::countNonZero(holePart);
+    cv::Mat content;
+    if (area > 0 && area < around.area()) // of nothing no network can make anything
+        content = filled((*picture)(around), holePart);
     if (content.empty())
         return m_builtIn.inpaint(picture, hole, stopped);
     content.copyTo((*picture)(around), holePart);

@@ -61,7 +61,7 @@ ModelProblem problemOf(Kind kind, const std::exception &exception)
 std::string rangeText(double least, double most)
 {
     char text[64];
-    std::snprintf(text, sizeof text, "%.3g to %.3g", least, most);
+    std::snprintf(text, sizeof text, "%.3g .. %.3g", least, most);
     return text;
 }
 

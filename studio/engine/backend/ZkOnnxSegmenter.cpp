@@ -44,8 +44,9 @@ cv::Mat OnnxSegmenter::run(const cv::Mat &frame,
 {
     const ModelView view(*m_model, frame.size());
     const cv::Mat remove = view.mask(scribbles.remove);
+    const cv::Mat keep = cv::max(view.mask(scribbles.keep) - remove, 0.0);
     OnnxModel::Pictures pictures {{tensor::image, view.picture(frame)},
-                                  {tensor::keep, cv::Mat(view.mask(scribbles.keep) - remove)},
+                                  {tensor::keep, keep},
                                   {tensor::remove, remove},
                                   {tensor::previous, view.matte(previous)}};
     const auto addNeighbour = [&](const char *name, const cv::Mat &neighbour) {

@@ -158,7 +158,7 @@ private slots:
             "Frobnicate: Can't create layer",
             network().node("Frobnicate", {"sum"}, "x"));
         add("no numbers", Kind::NotFinite, "matte: ", endless.output("matte", {}));
-        add("no sigmoid", Kind::OutOfRange, "matte: -14 to -10", OnnxWriter::linear(raw));
+        add("no sigmoid", Kind::OutOfRange, "matte: -14 .. -10", OnnxWriter::linear(raw));
     }
     void whatIsWrongWithAFileIsSaid()
     {

@@ -19,7 +19,7 @@ CutoutJob::CutoutJob(const CutoutOptions &options, ProgressReport *report)
 
 ExitCode CutoutJob::run()
 {
-    constexpr ExitCode (CutoutJob::*steps[])() = {&CutoutJob::readSelection,
+    constexpr ExitCode (CutoutJob::*steps[])() = {&CutoutJob::readInputs,
                                                   &CutoutJob::open,
                                                   &CutoutJob::segment,
                                                   &CutoutJob::track,
@@ -27,6 +27,13 @@ ExitCode CutoutJob::run()
                                                   &CutoutJob::save,
                                                   &CutoutJob::write};
     return runSteps(this, steps);
+}
+
+ExitCode CutoutJob::readInputs()
+{
+    const ExitCode code =
+        readModels({engine::EngineRole::Segmentation, engine::EngineRole::Tracking});
+    return code == ExitCode::Success ? readSelection() : code;
 }
 
 ExitCode CutoutJob::open()

@@ -15,6 +15,7 @@ public:
     ExitCode run();
 
 private:
+    ExitCode readInputs();
     ExitCode open();
     ExitCode segment();
     ExitCode dress();

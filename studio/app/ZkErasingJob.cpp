@@ -67,7 +67,10 @@ ExitCode ErasingJob::readInputs()
     QString error;
     if (!m_options.boxesFile.isEmpty() && !m_boxes.load(m_options.boxesFile, &error))
         return fail(ExitCode::BadStrokes, error);
-    return readSelection();
+    using engine::EngineRole;
+    const ExitCode code =
+        readModels({EngineRole::Segmentation, EngineRole::Tracking, EngineRole::Inpainting});
+    return code == ExitCode::Success ? readSelection() : code;
 }
 
 ExitCode ErasingJob::open()
@@ -75,6 +78,7 @@ ExitCode ErasingJob::open()
     m_report->beginStage(QStringLiteral("open"));
     m_job.mediaPath = m_options.input;
     m_job.fingerprint = erasing::Fingerprint::of(m_options.input);
+    m_job.modelPath = m_models.path(engine::EngineRole::Inpainting);
     const ExitCode code = openClip();
     if (code != ExitCode::Success)
         return code;
@@ -164,6 +168,9 @@ ExitCode ErasingJob::erase()
     });
     QObject::connect(&task, &erasing::EraseTask::finished, [&reason](auto, const QString &text) {
         reason = text;
+    });
+    QObject::connect(&task, &erasing::EraseTask::noted, [this](const QString &notice) {
+        m_report->note(notice);
     });
     task.start();
     if (!waitUntil([&task] { return task.isFinished(); }))

@@ -12,6 +12,7 @@ enum class ExitCode {
     NothingFound = 5, // no object, or tracking failed
     BadOutput = 6, // the output cannot be written
     BadPreset = 7, // an unknown preset, or one that could not be fetched
+    BadModel = 8, // a network that cannot be used
     Interrupted = 130,
 };
 

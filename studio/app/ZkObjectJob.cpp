@@ -5,6 +5,8 @@
 #include "ZkAIErasingPresenter.h"
 #include "ZkDataModel.h"
 #include "ZkMediaPlayer.h"
+#include "ZkModelTexts.h"
+#include "timeline/ZkStudioTimeline.h"
 
 #include <algorithm>
 
@@ -30,7 +32,11 @@ ZkSmartKeyingPresenter::PlayerEditMode editModeOf(Stroke::Mode mode)
 ObjectJob::ObjectJob(const ObjectOptions &options, ProgressReport *report)
     : m_report(report)
     , m_object(options)
-{ }
+{
+    QObject::connect(&m_models, &models::ModelChoice::failed, [report](const QString &notice) {
+        report->note(notice);
+    });
+}
 
 ExitCode ObjectJob::fail(ExitCode code, const QString &message)
 {
@@ -55,11 +61,28 @@ ExitCode ObjectJob::readSelection()
     return ExitCode::Success;
 }
 
+ExitCode ObjectJob::readModels(const QVector<engine::EngineRole> &roles)
+{
+    for (const QString &path : m_object.models) {
+        QString error;
+        if (!m_models.add(path, &error))
+            return fail(ExitCode::BadModel, error);
+    }
+    for (const engine::EngineRole role : engine::engineRoles) {
+        if (!roles.contains(role) && !m_models.path(role).isEmpty())
+            return fail(ExitCode::BadModel,
+                        QStringLiteral("%1 is a network for another purpose (%2), leave it out")
+                            .arg(m_models.path(role), models::ModelTexts::role(role)));
+    }
+    return ExitCode::Success;
+}
+
 ExitCode ObjectJob::openClip()
 {
     QString error;
     if (!m_session.openClip(m_object.input, &error))
         return fail(ExitCode::BadInput, error);
+    m_session.timeline()->setEngine(m_models.engine());
     const QSize size = m_session.snapshot().frameSize();
     const qint64 frameCount = m_session.snapshot().frameCount();
     if (m_object.centred)

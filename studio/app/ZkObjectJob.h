@@ -7,6 +7,8 @@
 #include "ZkStrokesFile.h"
 #include "ZkStudioSession.h"
 
+#include "ZkModelChoice.h"
+
 #include <QImage>
 
 namespace zk::app {
@@ -35,6 +37,8 @@ protected:
 
     // The strokes file or the given matte.
     ExitCode readSelection();
+    // The networks, of which there must be none for other work.
+    ExitCode readModels(const QVector<engine::EngineRole> &roles);
     // The clip; the selection must fit it.
     ExitCode openClip();
     // The workspace on the clip, with the first frame on screen.
@@ -47,6 +51,7 @@ protected:
     ExitCode track();
 
     ProgressReport *const m_report;
+    models::ModelChoice m_models;
     StudioSession m_session;
     QVector<qint64>
         m_markedFrames; // those of strokes and the matte; at least one when track() is called

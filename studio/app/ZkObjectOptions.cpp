@@ -13,6 +13,11 @@ void ObjectOptions::addObjectOptions(QCommandLineParser *parser, const Texts &te
     addOption(parser, "mask", "Start from a given matte of one frame.", "FRAME:FILE.png");
     addOption(
         parser, "direction", "forward, backward or both (default) from the painted frame.", "DIR");
+    addOption(
+        parser,
+        "model",
+        "A network in place of the built-in engine (see docs/network.md); one for each purpose.",
+        "FILE.onnx");
     addOption(parser, "contact-sheet", texts.contactSheet, "FILE.png");
     addOption(parser, "truth", texts.truth, "DIR");
     parser->addPositionalArgument(QStringLiteral("IN"), QString::fromLatin1(texts.input));
@@ -26,6 +31,7 @@ bool ObjectOptions::readObject(const QCommandLineParser &parser, QString *messag
     strokesFile = parser.value(QStringLiteral("strokes"));
     contactSheet = parser.value(QStringLiteral("contact-sheet"));
     truthFolder = parser.value(QStringLiteral("truth"));
+    models = parser.values(QStringLiteral("model"));
     *message = QStringLiteral("--mask needs a frame number and a file, for example 0:matte.png");
     if (parser.isSet(mask) && !readMatte(parser.value(mask)))
         return false;

@@ -17,6 +17,7 @@ struct ObjectOptions : CommandOptions
     Direction direction = Direction::Both;
     QString contactSheet;
     QString truthFolder; // to compare with
+    QStringList models; // networks in place of the built-in engine
 
 protected:
     // What the options mean to the command.
@@ -28,7 +29,7 @@ protected:
         const char *input;
     };
 
-    // --strokes, --mask, --direction, --contact-sheet, --truth and the positional IN.
+    // --strokes, --mask, --direction, --model, --contact-sheet, --truth and the positional IN.
     static void addObjectOptions(QCommandLineParser *parser, const Texts &texts);
     // False, with a message, when one of them is wrong.
     bool readObject(const QCommandLineParser &parser, QString *message);

@@ -22,6 +22,7 @@ const QLatin1String outputKey("output");
 const QLatin1String resultKey("result");
 const QLatin1String isPictureKey("isPicture");
 const QLatin1String formatKey("format");
+const QLatin1String modelKey("model");
 const QLatin1String languageKey("language");
 
 QString jobFileIn(const QString &folder)
@@ -39,6 +40,7 @@ QJsonObject toJson(const EraseJob &job, const QString &resultPath)
             {resultKey, resultPath},
             {isPictureKey, job.output.isPicture},
             {formatKey, int(job.output.format)},
+            {modelKey, job.modelPath},
             {languageKey, job.language}};
 }
 
@@ -99,6 +101,7 @@ bool loadJob(const QString &folder, EraseJob *job, QString *resultPath)
     job->output.path = object.value(outputKey).toString();
     job->output.isPicture = object.value(isPictureKey).toBool();
     job->output.format = media::OutputFormat(object.value(formatKey).toInt());
+    job->modelPath = object.value(modelKey).toString();
     job->language = object.value(languageKey).toString();
     *resultPath = object.value(resultKey).toString();
     return !job->mediaPath.isEmpty() && !resultPath->isEmpty();

@@ -59,6 +59,7 @@ struct ZKERASING_EXPORT EraseJob
     // What is erased, one for each frame of the result; a frame with "no mask" stays as it is.
     QVector<datamodel::EncodedMatte> masks;
     EraseOutput output;
+    QString modelPath; // of a network that makes up what no frame shows; empty: built in
     QString
         language; // code of the language of messages, such as "de"; empty: that of the source texts
 };

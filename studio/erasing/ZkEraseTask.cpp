@@ -116,6 +116,8 @@ void EraseTask::onMessage(const QJsonObject &message)
     else if (event == message::error)
         failed(EraseCause(message.value(message::cause).toInt()),
                message.value(message::text).toString());
+    else if (event == message::note)
+        Q_EMIT noted(message.value(message::text).toString());
     else if (event == message::done)
         takeResult();
 }

@@ -54,6 +54,8 @@ public:
 Q_SIGNALS:
     // Percent 0..100, never falling.
     void progress(int percent, const QString &stage);
+    // Something that does not keep it from going on, in a sentence for the user.
+    void noted(const QString &notice);
     // The reason is a sentence for the user; empty unless the result is Failed.
     void finished(zk::erasing::EraseTask::Result result, const QString &reason);
 

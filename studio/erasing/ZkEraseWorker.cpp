@@ -3,10 +3,10 @@
 #include "ZkEraseFrames.h"
 #include "ZkEraseTexts.h"
 #include "ZkHostLink.h"
+#include "ZkModelChoice.h"
 #include "ZkResultWriter.h"
 
-#include "backend/ZkEngineBackends.h"
-
+#include <QCoreApplication>
 #include <QDir>
 
 #include <exception>
@@ -38,7 +38,13 @@ public:
         , m_resultPath(resultPath)
         , m_masks(maskFileIn(folder))
         , m_link(link)
-    { }
+    {
+        if (!job.modelPath.isEmpty())
+            m_models.readLater(engine::EngineRole::Inpainting, job.modelPath);
+        QObject::connect(&m_models, &models::ModelChoice::failed, [link](const QString &notice) {
+            link->send({{message::event, message::note}, {message::text, notice}});
+        });
+    }
 
     // No failure: the result is complete.
     Failure run();
@@ -52,6 +58,7 @@ private:
     const QString m_resultPath;
     const QString m_masks;
     HostLink *const m_link;
+    models::ModelChoice m_models;
     std::unique_ptr<FrameSource> m_source;
     std::unique_ptr<FrameSource> m_transparency;
     std::unique_ptr<ResultWriter> m_writer;
@@ -97,8 +104,10 @@ Failure EraseWorker::erase()
         options.follow = followed;
         options.below = shadow;
     }
-    const engine::EraseResult result =
-        engine::classicalBackends()->createEraser(options)->run(*m_source, sink, goOn);
+    const auto eraser = m_models.engine()->createEraser(options);
+    const engine::EraseResult result = eraser->run(*m_source, sink, goOn);
+    // The network's notices have come from other threads.
+    QCoreApplication::processEvents();
     if (result != engine::EraseResult::Done)
         return explain(result, sink.errorString());
     m_link->sendProgress(message::Finishing, 0);

@@ -46,6 +46,7 @@ const QLatin1String error("error");
 const QLatin1String cause("cause");
 const QLatin1String text("text");
 const QLatin1String done("done");
+const QLatin1String note("note");
 constexpr char taken[] = "taken\n";
 enum Stage { Preparing, Erasing, Finishing };
 } // namespace message

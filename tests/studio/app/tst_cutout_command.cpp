@@ -1,6 +1,7 @@
 // The program as people run it: a process with arguments, files and an exit code.
 #include "ZkExitCode.h"
 #include "ZkMediaReader.h"
+#include "ZkOnnxWriter.h"
 #include "ZkSampleClip.h"
 #include "ZkTestMain.h"
 
@@ -63,6 +64,15 @@ private Q_SLOTS:
                 file(QStringLiteral("sample.mkv")), file(QStringLiteral("mattes")), &error, true),
             qPrintable(error));
         writeFile(file(QStringLiteral("strokes.json")), QJsonDocument(sample.strokes()).toJson());
+        const auto write = [this](const char *name, const zk::test::OnnxWriter::Linear &network) {
+            writeFile(file(QLatin1String(name)),
+                      QByteArray::fromStdString(zk::test::OnnxWriter::linear(network).file()));
+        };
+        const std::vector<float> nothing(4);
+        write("all.onnx", {{{"image", 3}, {"keep", 1}}, "matte", 1, nothing, 10});
+        write("still.onnx",
+              {{{"image", 3}, {"previous_matte", 1}}, "matte", 1, {0, 0, 0, 40}, -20});
+        write("grey.onnx", {{{"image", 3}, {"hole", 1}}, "filled", 3, std::vector<float>(12), 0});
     }
 
     void cutsTheSampleOut()
@@ -97,6 +107,21 @@ private Q_SLOTS:
         QCOMPARE(reader->frameAt(0).convertToFormat(QImage::Format_ARGB32),
                  first.convertToFormat(QImage::Format_ARGB32));
         QVERIFY(!QImage(sheet).isNull());
+    }
+
+    void worksWithNetworks()
+    {
+        const QStringList networks {"--model",
+                                    file(QStringLiteral("still.onnx")),
+                                    "--model",
+                                    file(QStringLiteral("all.onnx"))};
+        const QStringList more {"--matte", "-o", file(QStringLiteral("networks/%05d.png"))};
+        QCOMPARE(run(cutout(networks + more)), 0);
+        const QImage first(file(QStringLiteral("networks/00000.png")));
+        QCOMPARE(QImage(file(QStringLiteral("networks/00023.png"))), first);
+        QCOMPARE(qGray(first.pixel(2, 178)), 255); // all but the strokes that remove
+        QCOMPARE(run(cutout({"--matte", "-o", file(QStringLiteral("built_in/%05d.png"))})), 0);
+        QVERIFY(QImage(file(QStringLiteral("built_in/00000.png"))) != first);
     }
 
     void startsFromAGivenMatte()
@@ -150,6 +175,18 @@ private Q_SLOTS:
         QTest::newRow("folder") << sample << sample
                                 << QStringList {"-o", file(QStringLiteral("sample.mkv/out.mkv"))}
                                 << ExitCode::BadOutput << "sample.mkv";
+        const auto models = [this](const char *first, const char *second = "all.onnx") {
+            return QStringList {
+                "--model", file(QLatin1String(first)), "--model", file(QLatin1String(second))};
+        };
+        QTest::newRow("no model") << sample << sample << models("strokes.json")
+                                  << ExitCode::BadModel << "strokes.json: this is no ONNX file";
+        QTest::newRow("missing model") << sample << sample << models("none.onnx")
+                                       << ExitCode::BadModel << "none.onnx cannot be read";
+        QTest::newRow("two models") << sample << sample << models("all.onnx") << ExitCode::BadModel
+                                    << "the same purpose (Segmentation)";
+        QTest::newRow("other model") << sample << sample << models("grey.onnx")
+                                     << ExitCode::BadModel << "another purpose (Inpainting)";
         QTest::newRow("usage") << sample << sample << QStringList {"--background", "blurple"}
                                << ExitCode::Usage << "colour";
     }

@@ -1,6 +1,7 @@
 // "zkstudio erase" as people run it: a process with arguments, files and an exit code.
 #include "ZkExitCode.h"
 #include "ZkMediaReader.h"
+#include "ZkOnnxWriter.h"
 #include "ZkSampleClip.h"
 #include "ZkTestMain.h"
 
@@ -120,6 +121,19 @@ private Q_SLOTS:
         QCOMPARE(everythingIn(out.path()), QStringList("out.png"));
         QCOMPARE(QImage(picture).size(), QSize(192, 108));
         QVERIFY(QImage(picture).pixel(58, 42) != QImage(file("still.png")).pixel(58, 42));
+        QCOMPARE(QImage(picture).pixel(186, 102), QImage(file("still.png")).pixel(186, 102));
+    }
+
+    void makesUpWithANetwork()
+    {
+        const zk::test::OnnxWriter network = zk::test::OnnxWriter::linear(
+            {{{"image", 3}, {"hole", 1}}, "filled", 3, std::vector<float>(12), 0.4f, false});
+        writeFile(file("grey.onnx"), QByteArray::fromStdString(network.file()));
+        writeFile(file("still.json"), "{\"boxes\":[{\"frame\":0,\"rect\":[25,11,65,88]}]}");
+        const QString picture = file("grey.png");
+        const QString arguments = "--boxes @still.json --model @grey.onnx -o " + picture;
+        QCOMPARE(erase("still.png", arguments), 0);
+        QCOMPARE(QImage(picture).pixel(58, 42), qRgb(102, 102, 102));
         QCOMPARE(QImage(picture).pixel(186, 102), QImage(file("still.png")).pixel(186, 102));
     }
 

@@ -130,6 +130,93 @@
     </message>
 </context>
 <context>
+    <name>ModelTexts</name>
+    <message>
+        <source>Segmentation</source>
+        <translation>Segmentierung</translation>
+    </message>
+    <message>
+        <source>Tracking</source>
+        <translation>Tracking</translation>
+    </message>
+    <message>
+        <source>Inpainting</source>
+        <translation>Auffüllen</translation>
+    </message>
+    <message>
+        <source>it is larger than 2 GB</source>
+        <translation>sie ist größer als 2 GB</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read: %2.</source>
+        <translation>%1 kann nicht gelesen werden: %2.</translation>
+    </message>
+    <message>
+        <source>%1 is a network for another purpose (%2); choose one for this (%3).</source>
+        <translation>%1 ist ein Netz für einen anderen Zweck (%2); wählen Sie eines für diesen (%3).</translation>
+    </message>
+    <message>
+        <source>%1 and %2 are networks for the same purpose (%3); give one of them.</source>
+        <translation>%1 und %2 sind Netze für denselben Zweck (%3); geben Sie eines davon an.</translation>
+    </message>
+    <message>
+        <source>The network cannot be used (%1), the built-in engine takes its place. %2</source>
+        <translation>Das Netz ist nicht verwendbar (%1), das eingebaute Verfahren tritt an seine Stelle. %2</translation>
+    </message>
+    <message>
+        <source>this is no ONNX file, or it is damaged.</source>
+        <translation>das ist keine ONNX-Datei, oder sie ist beschädigt.</translation>
+    </message>
+    <message>
+        <source>its inputs are &quot;%1&quot;. A network for segmentation has an input &quot;keep&quot;, one for tracking &quot;previous_matte&quot;, one for inpainting &quot;hole&quot;.</source>
+        <translation>seine Eingänge sind „%1“. Ein Netz zum Segmentieren hat einen Eingang „keep“, eines zum Tracking „previous_matte“, eines zum Auffüllen „hole“.</translation>
+    </message>
+    <message>
+        <source>the input &quot;%1&quot; is missing; there are &quot;%2&quot;.</source>
+        <translation>der Eingang „%1“ fehlt; vorhanden sind „%2“.</translation>
+    </message>
+    <message>
+        <source>nothing is known of an input &quot;%1&quot;.</source>
+        <translation>ein Eingang „%1“ ist nicht bekannt.</translation>
+    </message>
+    <message>
+        <source>the network makes no use of its input &quot;%1&quot;; export it without.</source>
+        <translation>das Netz verwendet seinen Eingang „%1“ nicht; exportieren Sie es ohne ihn.</translation>
+    </message>
+    <message>
+        <source>the output &quot;%1&quot; is missing; there are &quot;%2&quot;.</source>
+        <translation>der Ausgang „%1“ fehlt; vorhanden sind „%2“.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; must have 32 bit floating point numbers.</source>
+        <translation>„%1“ muss aus Gleitkommazahlen mit 32 Bit bestehen.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is %2, and must be %3.</source>
+        <translation>„%1“ ist %2 und muss %3 sein.</translation>
+    </message>
+    <message>
+        <source>the operator &quot;%1&quot; cannot be used here (%2).</source>
+        <translation>der Operator „%1“ ist hier nicht verwendbar (%2).</translation>
+    </message>
+    <message>
+        <source>the network cannot be used here (%1).</source>
+        <translation>das Netz ist hier nicht verwendbar (%1).</translation>
+    </message>
+    <message>
+        <source>the network cannot be run (%1).</source>
+        <translation>das Netz lässt sich nicht ausführen (%1).</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has values that are no numbers.</source>
+        <translation>„%1“ enthält Werte, die keine Zahlen sind.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has values of %2; they must be %3.</source>
+        <translation>„%1“ hat Werte von %2; erlaubt sind %3.</translation>
+    </message>
+</context>
+<context>
     <name>Preset</name>
     <message>
         <source>Background</source>
@@ -1249,6 +1336,45 @@
     </message>
 </context>
 <context>
+    <name>zk::app::ModelField</name>
+    <message>
+        <source>Built In</source>
+        <translation>Eingebaut</translation>
+    </message>
+    <message>
+        <source>Choose...</source>
+        <translation>Auswählen...</translation>
+    </message>
+    <message>
+        <source>Built in</source>
+        <translation>Eingebaut</translation>
+    </message>
+    <message>
+        <source>Choose a network: %1</source>
+        <translation>Netz auswählen: %1</translation>
+    </message>
+    <message>
+        <source>Use the built-in engine: %1</source>
+        <translation>Eingebautes Verfahren verwenden: %1</translation>
+    </message>
+    <message>
+        <source>Choose a Network</source>
+        <translation>Netz auswählen</translation>
+    </message>
+    <message>
+        <source>Networks (*.onnx)</source>
+        <translation>Netze (*.onnx)</translation>
+    </message>
+    <message>
+        <source>Checked. It takes pictures of any size.</source>
+        <translation>Geprüft. Es nimmt Bilder jeder Größe.</translation>
+    </message>
+    <message>
+        <source>Checked. It takes pictures of %1 x %2 pixels.</source>
+        <translation>Geprüft. Es nimmt Bilder von %1 x %2 Pixeln.</translation>
+    </message>
+</context>
+<context>
     <name>zk::app::PageQuestions</name>
     <message>
         <source>OK</source>
@@ -1607,6 +1733,10 @@
     <message>
         <source>The file cannot be written</source>
         <translation>Die Datei kann nicht geschrieben werden</translation>
+    </message>
+    <message>
+        <source>Networks (ONNX files) can take the place of the built-in engine. Workspaces use them from the next time that they are opened.</source>
+        <translation>Netze (ONNX-Dateien) können an die Stelle des eingebauten Verfahrens treten. Arbeitsbereiche verwenden sie ab dem nächsten Öffnen.</translation>
     </message>
 </context>
 <context>

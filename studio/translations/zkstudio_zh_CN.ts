@@ -130,6 +130,93 @@
     </message>
 </context>
 <context>
+    <name>ModelTexts</name>
+    <message>
+        <source>Segmentation</source>
+        <translation>分割</translation>
+    </message>
+    <message>
+        <source>Tracking</source>
+        <translation>跟踪</translation>
+    </message>
+    <message>
+        <source>Inpainting</source>
+        <translation>填补</translation>
+    </message>
+    <message>
+        <source>it is larger than 2 GB</source>
+        <translation>文件大于 2 GB</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read: %2.</source>
+        <translation>无法读取 %1：%2。</translation>
+    </message>
+    <message>
+        <source>%1 is a network for another purpose (%2); choose one for this (%3).</source>
+        <translation>%1 是用于其他用途（%2）的网络；请选择用于此处（%3）的网络。</translation>
+    </message>
+    <message>
+        <source>%1 and %2 are networks for the same purpose (%3); give one of them.</source>
+        <translation>%1 和 %2 是用于相同用途（%3）的网络；请只指定其中一个。</translation>
+    </message>
+    <message>
+        <source>The network cannot be used (%1), the built-in engine takes its place. %2</source>
+        <translation>该网络无法使用（%1），已改用内置引擎。%2</translation>
+    </message>
+    <message>
+        <source>this is no ONNX file, or it is damaged.</source>
+        <translation>这不是 ONNX 文件，或者文件已损坏。</translation>
+    </message>
+    <message>
+        <source>its inputs are &quot;%1&quot;. A network for segmentation has an input &quot;keep&quot;, one for tracking &quot;previous_matte&quot;, one for inpainting &quot;hole&quot;.</source>
+        <translation>其输入为“%1”。用于分割的网络有输入“keep”，用于跟踪的有“previous_matte”，用于填补的有“hole”。</translation>
+    </message>
+    <message>
+        <source>the input &quot;%1&quot; is missing; there are &quot;%2&quot;.</source>
+        <translation>缺少输入“%1”；现有“%2”。</translation>
+    </message>
+    <message>
+        <source>nothing is known of an input &quot;%1&quot;.</source>
+        <translation>未知的输入“%1”。</translation>
+    </message>
+    <message>
+        <source>the network makes no use of its input &quot;%1&quot;; export it without.</source>
+        <translation>网络没有使用其输入“%1”；请去掉该输入后重新导出。</translation>
+    </message>
+    <message>
+        <source>the output &quot;%1&quot; is missing; there are &quot;%2&quot;.</source>
+        <translation>缺少输出“%1”；现有“%2”。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; must have 32 bit floating point numbers.</source>
+        <translation>“%1”必须是 32 位浮点数。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is %2, and must be %3.</source>
+        <translation>“%1”为 %2，必须为 %3。</translation>
+    </message>
+    <message>
+        <source>the operator &quot;%1&quot; cannot be used here (%2).</source>
+        <translation>运算“%1”在此无法使用（%2）。</translation>
+    </message>
+    <message>
+        <source>the network cannot be used here (%1).</source>
+        <translation>该网络在此无法使用（%1）。</translation>
+    </message>
+    <message>
+        <source>the network cannot be run (%1).</source>
+        <translation>该网络无法运行（%1）。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has values that are no numbers.</source>
+        <translation>“%1”含有非数值。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has values of %2; they must be %3.</source>
+        <translation>“%1”的值为 %2；必须为 %3。</translation>
+    </message>
+</context>
+<context>
     <name>Preset</name>
     <message>
         <source>Background</source>
@@ -1241,6 +1328,45 @@
     </message>
 </context>
 <context>
+    <name>zk::app::ModelField</name>
+    <message>
+        <source>Built In</source>
+        <translation>内置</translation>
+    </message>
+    <message>
+        <source>Choose...</source>
+        <translation>选择...</translation>
+    </message>
+    <message>
+        <source>Built in</source>
+        <translation>内置</translation>
+    </message>
+    <message>
+        <source>Choose a network: %1</source>
+        <translation>选择网络：%1</translation>
+    </message>
+    <message>
+        <source>Use the built-in engine: %1</source>
+        <translation>使用内置引擎：%1</translation>
+    </message>
+    <message>
+        <source>Choose a Network</source>
+        <translation>选择网络</translation>
+    </message>
+    <message>
+        <source>Networks (*.onnx)</source>
+        <translation>网络 (*.onnx)</translation>
+    </message>
+    <message>
+        <source>Checked. It takes pictures of any size.</source>
+        <translation>已检查。接受任意尺寸的图像。</translation>
+    </message>
+    <message>
+        <source>Checked. It takes pictures of %1 x %2 pixels.</source>
+        <translation>已检查。接受 %1 x %2 像素的图像。</translation>
+    </message>
+</context>
+<context>
     <name>zk::app::PageQuestions</name>
     <message>
         <source>OK</source>
@@ -1597,6 +1723,10 @@
     <message>
         <source>The file cannot be written</source>
         <translation>无法写入文件</translation>
+    </message>
+    <message>
+        <source>Networks (ONNX files) can take the place of the built-in engine. Workspaces use them from the next time that they are opened.</source>
+        <translation>网络（ONNX 文件）可以代替内置引擎。工作区在下次打开时开始使用。</translation>
     </message>
 </context>
 <context>

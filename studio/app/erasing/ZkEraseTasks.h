@@ -79,6 +79,8 @@ public:
     bool isServiceThere() const;
     // Code of the language of messages, such as "de".
     void setLanguage(const QString &code) { m_language = code; }
+    // Of a network that makes up what no frame shows, in erasings that are added from now on; empty: none.
+    void setModel(const QString &path) { m_model = path; }
 
     int add(const EraseRequest &request);
     QVector<int> ids() const; // the oldest first
@@ -105,6 +107,7 @@ Q_SIGNALS:
     void removed(int id);
     void succeeded(int id);
     void failed(int id);
+    void noted(const QString &notice); // a sentence for the user
 
 private:
     struct Entry : Item
@@ -144,6 +147,7 @@ private:
     datamodel::Project *const m_project;
     const QString m_eraser;
     QString m_language;
+    QString m_model;
     erasing::EraseQueue m_queue;
     std::map<int, Entry> m_entries;
     int m_lastId = 0;

@@ -77,6 +77,7 @@ void EraseTasks::onPrepared(int id, Prepared prepared)
     entry->job.inFrame = entry->request.inFrame;
     entry->job.masks = prepared.masks;
     entry->job.language = m_language;
+    entry->job.modelPath = m_model;
     entry->job.output = erasing::EraseOutput::forEditing(freeFileFor(*entry), entry->request.media);
     enqueue(entry);
 }
@@ -105,6 +106,7 @@ void EraseTasks::enqueue(Entry *entry)
     connect(entry->task, &EraseTask::finished, this, [this, id](auto result, const auto &reason) {
         onFinished(id, result, reason);
     });
+    connect(entry->task, &EraseTask::noted, this, &EraseTasks::noted);
     entry->stage = tr("Waiting");
     setState(entry, State::Waiting);
     m_queue.add(entry->task);

@@ -5,6 +5,7 @@
 #include "ZkPreferences.h"
 
 #include "ZkLanguage.h"
+#include "ZkModelChoice.h"
 #include "ZkWidgets.h"
 
 #include <QApplication>
@@ -20,7 +21,7 @@ namespace zk::app {
 
 namespace {
 
-const char *const editorOptions[] = {"--library", "--preset-server"};
+const char *const editorOptions[] = {"--library", "--preset-server", "--model"};
 
 bool isLinux()
 {
@@ -60,15 +61,39 @@ QIcon applicationIcon()
     return icon;
 }
 
-QStringList parse(const QStringList &arguments, EditorConfig *config)
+bool readModels(const QStringList &paths, EditorConfig *config)
+{
+    models::ModelChoice choice;
+    for (const QString &path : paths) {
+        QString error;
+        if (!choice.add(path, &error)) {
+            std::fprintf(stderr, "zkstudio: %s\n", qPrintable(error));
+            return false;
+        }
+    }
+    for (const engine::EngineRole role : engine::engineRoles) {
+        if (choice.file(role).model)
+            config->models.append(choice.file(role));
+    }
+    return true;
+}
+
+struct Arguments
+{
+    QStringList files;
+    QStringList models;
+};
+
+Arguments parse(const QStringList &arguments, EditorConfig *config)
 {
     QCommandLineParser parser;
     parser.addOption({QStringLiteral("library"), QString(), QStringLiteral("folder")});
     parser.addOption({QStringLiteral("preset-server"), QString(), QStringLiteral("address")});
+    parser.addOption({QStringLiteral("model"), QString(), QStringLiteral("file")});
     parser.process(arguments);
     config->libraryFolder = parser.value(QStringLiteral("library"));
     config->presetServer = QUrl(parser.value(QStringLiteral("preset-server")), QUrl::StrictMode);
-    return parser.positionalArguments();
+    return {parser.positionalArguments(), parser.values(QStringLiteral("model"))};
 }
 
 } // namespace
@@ -113,7 +138,9 @@ int runEditor(QApplication &application, const QStringList &arguments)
     QApplication::setPalette(skinPalette());
     QApplication::setWindowIcon(applicationIcon());
     EditorConfig config;
-    const QStringList files = parse(arguments, &config);
+    const Arguments given = parse(arguments, &config);
+    if (!readModels(given.models, &config))
+        return int(ExitCode::BadModel);
     QSettings settings;
     Language language(&settings);
     language.apply();
@@ -122,7 +149,7 @@ int runEditor(QApplication &application, const QStringList &arguments)
         std::fprintf(stderr, "zkstudio: %s\n", qPrintable(error));
     MainWindow window(config, &language);
     window.show();
-    QTimer::singleShot(0, &window, [&window, files] {
+    QTimer::singleShot(0, &window, [&window, files = given.files] {
         window.offerRecovery();
         window.openFiles(files);
     });

@@ -48,6 +48,7 @@ ErasingDesk::ErasingDesk(datamodel::Project *project,
     connect(m_strip, &TaskStrip::reasonRequested, this, &ErasingDesk::showReason);
     connect(&m_tasks, &EraseTasks::succeeded, this, &ErasingDesk::onSucceeded);
     connect(&m_tasks, &EraseTasks::failed, this, &ErasingDesk::onFailed);
+    connect(&m_tasks, &EraseTasks::noted, this, &ErasingDesk::notice);
     connect(project, &datamodel::Project::reset, this, &ErasingDesk::drop);
     refreshAccount();
 }

@@ -80,7 +80,8 @@ MainWindow::MainWindow(const EditorConfig &config, Language *language)
     , m_editor(new EditorPage(m_project.get(), m_actions, &m_scene, m_pages))
     , m_erasing(std::make_unique<ErasingDesk>(
           m_project.get(), config.eraser, m_actions.action(ActionId::Account), this))
-    , m_workspace(std::make_unique<WorkspaceHost>(m_pages, m_project.get(), m_manager.get()))
+    , m_workspace(
+          std::make_unique<WorkspaceHost>(m_pages, m_project.get(), m_manager.get(), &m_models))
     , m_controller(
           std::make_unique<ProjectController>(m_project.get(), config.autosaveFolder, this))
     , m_commands(std::make_unique<ClipCommands>(m_project.get(), m_actions, m_editor, this))
@@ -98,6 +99,7 @@ MainWindow::MainWindow(const EditorConfig &config, Language *language)
     column->addWidget(m_pages, 1);
     column->addWidget(m_erasing->strip());
     setCentralWidget(centre);
+    setUpModels(config);
     setUpMenus();
     setUpToolBar();
     setUpStatusBar();
@@ -202,8 +204,10 @@ void MainWindow::reopenExport()
 
 void MainWindow::openSettings()
 {
-    if (SettingsDialog(m_language, this).exec() == QDialog::Accepted)
-        m_controller->readPreferences();
+    if (SettingsDialog(m_language, &m_models, this).exec() != QDialog::Accepted)
+        return;
+    m_controller->readPreferences();
+    m_erasing->tasks()->setModel(m_models.path(engine::EngineRole::Inpainting));
 }
 
 void MainWindow::openShortcuts()

@@ -9,6 +9,7 @@
 #include "ZkWindowActions.h"
 #include "ZkWorkspaceHost.h"
 
+#include "ZkModelChoice.h"
 #include "project/ZkProject.h"
 
 #include <QMainWindow>
@@ -57,6 +58,7 @@ protected:
 
 private:
     void setUpLibrary(const EditorConfig &config);
+    void setUpModels(const EditorConfig &config);
     void setUpMenus();
     QMenu *addMenu(const std::initializer_list<ActionId> &ids);
     void setUpToolBar();
@@ -83,6 +85,7 @@ private:
     Language *const m_language;
     SceneView m_scene;
     std::unique_ptr<ZkStudioProjectManager> m_manager;
+    models::ModelChoice m_models;
     std::unique_ptr<datamodel::Project> m_project;
     WindowActions m_actions;
     QStackedWidget *m_pages;

@@ -3,6 +3,7 @@
 #include "ZkClipList.h"
 #include "ZkEditorPage.h"
 #include "ZkMainWindow.h"
+#include "ZkPreferences.h"
 #include "ZkShortcutsDialog.h"
 
 #include "ZkLanguage.h"
@@ -116,6 +117,19 @@ void MainWindow::setUpToolBar()
     space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     m_toolBar->addWidget(space);
     addButton(ActionId::ExportVideo, ActionButton::Rank::Primary);
+}
+
+void MainWindow::setUpModels(const EditorConfig &config)
+{
+    for (const engine::EngineRole role : engine::engineRoles) {
+        const QString path = Preferences::modelFile(role);
+        if (!path.isEmpty())
+            m_models.readLater(role, path);
+    }
+    for (const models::ModelFile &given : config.models)
+        m_models.choose(given.model->role(), given);
+    m_erasing->tasks()->setModel(m_models.path(engine::EngineRole::Inpainting));
+    connect(&m_models, &models::ModelChoice::failed, this, &MainWindow::showNotice);
 }
 
 void MainWindow::setUpStatusBar()

@@ -22,10 +22,25 @@ QString key(Preferences::Folder folder)
         return QStringLiteral("folders/project");
     case Preferences::MediaFolder:
         return QStringLiteral("folders/media");
+    case Preferences::ModelFolder:
+        return QStringLiteral("folders/model");
     case Preferences::ExportFolder:
         break;
     }
     return QStringLiteral("folders/export");
+}
+
+QString key(engine::EngineRole role)
+{
+    switch (role) {
+    case engine::EngineRole::Segmentation:
+        return QStringLiteral("engine/segmentation");
+    case engine::EngineRole::Tracking:
+        return QStringLiteral("engine/tracking");
+    case engine::EngineRole::Inpainting:
+        break;
+    }
+    return QStringLiteral("engine/inpainting");
 }
 
 QVariant value(const char *name, const QVariant &standard)
@@ -65,6 +80,16 @@ QString Preferences::analyticsFile()
 {
     return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)
         + QStringLiteral("/analytics.jsonl");
+}
+
+QString Preferences::modelFile(engine::EngineRole role)
+{
+    return QSettings().value(key(role)).toString();
+}
+
+void Preferences::setModelFile(engine::EngineRole role, const QString &path)
+{
+    QSettings().setValue(key(role), path);
 }
 
 QString Preferences::folder(Folder folder)

@@ -1,6 +1,8 @@
 // What the user has set, kept from one start to the next.
 #pragma once
 
+#include "backend/ZkModelProblem.h"
+
 #include <QString>
 
 namespace zk::app {
@@ -18,10 +20,15 @@ public:
     static bool allowAnalytics(bool allowed, QString *error);
     static QString analyticsFile();
 
+    // Network in place of the built-in engine; empty: none.
+    static QString modelFile(engine::EngineRole role);
+    static void setModelFile(engine::EngineRole role, const QString &path);
+
     enum Folder {
         ProjectFolder,
         MediaFolder,
         ExportFolder,
+        ModelFolder,
     };
     // Where a file was chosen last; the user's own folder for such files at first.
     static QString folder(Folder folder);

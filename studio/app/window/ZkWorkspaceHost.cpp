@@ -3,6 +3,7 @@
 #include "ZkErasingPage.h"
 #include "ZkWorkspacePage.h"
 
+#include "ZkModelChoice.h"
 #include "ZkSmartKeyingPresenter.h"
 #include "project/ZkProject.h"
 #include "timeline/ZkStudioTimeline.h"
@@ -28,10 +29,12 @@ QString layoutKey()
 
 WorkspaceHost::WorkspaceHost(QStackedWidget *pages,
                              Project *project,
-                             ZkStudioProjectManager *manager)
+                             ZkStudioProjectManager *manager,
+                             models::ModelChoice *models)
     : m_pages(pages)
     , m_project(project)
     , m_manager(manager)
+    , m_models(models)
 { }
 
 WorkspaceHost::~WorkspaceHost()
@@ -61,6 +64,7 @@ void WorkspaceHost::open(datamodel::ProjectClip *clip, Workspace workspace)
 {
     if (m_page)
         return;
+    clip->timeline()->setEngine(m_models->engine());
     m_page = createPage(clip, workspace);
     m_page->restoreLayout(QSettings().value(layoutKey()).toByteArray());
     connect(m_page, &EditingPage::closed, this, &WorkspaceHost::onClosed);

@@ -15,6 +15,10 @@ class Project;
 class ProjectClip;
 } // namespace zk::datamodel
 
+namespace zk::models {
+class ModelChoice;
+}
+
 namespace zk::app {
 
 class EditingPage;
@@ -32,10 +36,11 @@ class WorkspaceHost : public QObject
     Q_OBJECT
 
 public:
-    // None is owned; project and manager must outlive the host.
+    // None is owned; project, manager and models must outlive the host.
     WorkspaceHost(QStackedWidget *pages,
                   datamodel::Project *project,
-                  ZkStudioProjectManager *manager);
+                  ZkStudioProjectManager *manager,
+                  models::ModelChoice *models);
     ~WorkspaceHost() override;
 
     bool isOpen() const { return page(); }
@@ -62,6 +67,7 @@ private:
     QStackedWidget *const m_pages;
     datamodel::Project *const m_project;
     ZkStudioProjectManager *const m_manager;
+    models::ModelChoice *const m_models;
     QPointer<EditingPage> m_page;
     std::function<void()> m_next; // waits for the page to close
 };

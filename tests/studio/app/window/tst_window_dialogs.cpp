@@ -1,10 +1,14 @@
 #include "WindowBench.h"
 
 #include "ZkFormat.h"
+#include "ZkModelField.h"
+#include "ZkOnnxWriter.h"
 #include "ZkPreferences.h"
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDialogButtonBox>
+#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QSpinBox>
@@ -14,6 +18,7 @@
 
 using namespace zk::app;
 using namespace zk::test;
+using zk::engine::EngineRole;
 
 class TestWindowDialogs : public QObject
 {
@@ -72,6 +77,60 @@ private Q_SLOTS:
         const QMenuBar *menus = bench->window->menuBar();
         QTRY_COMPARE_WITH_TIMEOUT(
             menus->actions().constFirst()->text(), QStringLiteral("&Datei"), timeoutMs);
+    }
+
+    void takesNetworksThatFit()
+    {
+        const QString network = bench->file(QStringLiteral("track.onnx"));
+        QFile file(network);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(
+            QByteArray::fromStdString(OnnxWriter::linear({{{"image", 3}, {"previous_matte", 1}},
+                                                          "matte",
+                                                          1,
+                                                          {0, 0, 0, 40},
+                                                          -20,
+                                                          true,
+                                                          96,
+                                                          64})
+                                          .file()));
+        file.close();
+        const auto choose = [](ModelField *field, const QString &path) {
+            const NextDialog files("QFileDialog", typePath(path));
+            QTest::mouseClick(field->findChild<QPushButton *>("ModelField_Choose"), Qt::LeftButton);
+            QVERIFY(files.hasCome());
+        };
+        const auto accept = [](QDialog *dialog) {
+            auto *buttons = dialog->findChild<QDialogButtonBox *>();
+            QTest::mouseClick(buttons->button(QDialogButtonBox::Ok), Qt::LeftButton);
+        };
+        const auto openSettings = [&](const std::function<void(ModelField *)> &hand) {
+            const NextDialog settings("zk::app::SettingsDialog", [&](QDialog *dialog) {
+                hand(dialog->findChildren<ModelField *>().at(int(EngineRole::Tracking)));
+                accept(dialog);
+            });
+            bench->press(Qt::Key_Comma, Qt::ControlModifier);
+            QVERIFY(settings.hasCome());
+        };
+        openSettings([&](ModelField *field) {
+            const auto *state = field->findChild<QLabel *>("ModelField_State");
+            QVERIFY(state->isHidden());
+            choose(field, WindowClips::instance().text());
+            QVERIFY2(state->text().contains("this is no ONNX file"), qPrintable(state->text()));
+            QVERIFY(field->file().path.isEmpty());
+            choose(field, network);
+            QVERIFY2(state->text().contains("96 x 64"), qPrintable(state->text()));
+        });
+        QCOMPARE(Preferences::modelFile(EngineRole::Tracking), network);
+        QCOMPARE(Preferences::modelFile(EngineRole::Segmentation), QString());
+        bench->stop();
+        bench->start();
+        openSettings([&](ModelField *field) {
+            QCOMPARE(field->file().path, network);
+            QTest::mouseClick(field->findChild<QPushButton *>("ModelField_BuiltIn"),
+                              Qt::LeftButton);
+        });
+        QCOMPARE(Preferences::modelFile(EngineRole::Tracking), QString());
     }
 
 private:

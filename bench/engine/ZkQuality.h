@@ -8,6 +8,8 @@
 
 namespace zk::bench {
 
+class DrawnFootage;
+
 struct QualityOptions
 {
     int height = 0; // of the frames, in pixels; 0 = as they are stored
@@ -35,6 +37,7 @@ struct TrackingQuality
     double bothWays = 0.0; // from the truth of the middle frame
     double fromStrokes = 0.0; // from the clip's stroke
     double corrected = 0.0; // after one correction on the worst frame of that
+    double confidence = 0.0; // rank correlation of the tracker's confidence with each frame's own J
     double secondsPerFrame = 0.0; // forward, decoding left out
     double warped = 0.0; // frame 0's truth moved along the optical flow
     double warpedSeconds = 0.0;
@@ -42,7 +45,9 @@ struct TrackingQuality
 
 StrokeQuality measureStrokes(const std::string &clip, const QualityOptions &options);
 TrackingQuality measureTracking(const std::string &clip, const QualityOptions &options);
-// Only the forward run's secondsPerFrame and forward.
+// Only the forward run.
 TrackingQuality measureForward(const std::string &clip, const QualityOptions &options);
+
+TrackingQuality measureDrawn(const DrawnFootage &drawn, const QualityOptions &options);
 
 } // namespace zk::bench

@@ -1,5 +1,7 @@
-// zk_engine_quality DIR [--height PIXELS] [--clips A,B] [--only strokes|tracking]
+// zk_engine_quality DIR [--height PIXELS] [--clips A,B] [--only strokes|tracking|forward]
+// zk_engine_quality --drawn COUNT
 #include "ZkClip.h"
+#include "ZkDrawnFootage.h"
 #include "ZkQuality.h"
 
 #include <cstdio>
@@ -18,6 +20,7 @@ struct Arguments
     std::string folder;
     std::string only;
     std::vector<std::string> clips;
+    int drawn = 0; // scenes that are drawn by chance, in place of clips
     zk::bench::QualityOptions options;
 };
 
@@ -41,12 +44,14 @@ bool parse(int argc, char **argv, Arguments *arguments)
             arguments->clips = split(argv[++i]);
         else if (argument == "--only" && hasValue)
             arguments->only = argv[++i];
+        else if (argument == "--drawn" && hasValue)
+            arguments->drawn = std::atoi(argv[++i]);
         else if (argument[0] != '-' && arguments->folder.empty())
             arguments->folder = argument;
         else
             return false;
     }
-    return !arguments->folder.empty();
+    return !arguments->folder.empty() || arguments->drawn > 0;
 }
 
 // Means over the clips of what each of them gave, printed clip by clip.
@@ -100,14 +105,22 @@ void measureStrokes(const Arguments &arguments)
 
 void measureTracking(const Arguments &arguments)
 {
-    Table table(
-        {"forward", "at end", "both ways", "strokes", "1 corrected", "s/frame", "flow", "s/frame"});
+    Table table({"forward",
+                 "at end",
+                 "conf corr",
+                 "both ways",
+                 "strokes",
+                 "1 corrected",
+                 "s/frame",
+                 "flow",
+                 "s/frame"});
     for (const std::string &name : arguments.clips) {
         const TrackingQuality q =
             zk::bench::measureTracking(arguments.folder + "/" + name, arguments.options);
         table.add(name,
                   {q.forward,
                    q.atEnd,
+                   q.confidence,
                    q.bothWays,
                    q.fromStrokes,
                    q.corrected,
@@ -118,13 +131,27 @@ void measureTracking(const Arguments &arguments)
     table.close();
 }
 
+void addForward(const std::string &name, const TrackingQuality &quality, Table *table)
+{
+    table->add(name, {quality.forward, quality.atEnd, quality.confidence, quality.secondsPerFrame});
+}
+
 void measureForward(const Arguments &arguments)
 {
-    Table table({"forward", "at end", "s/frame"});
+    Table table({"forward", "at end", "conf corr", "s/frame"});
     for (const std::string &name : arguments.clips) {
-        const TrackingQuality q =
-            zk::bench::measureForward(arguments.folder + "/" + name, arguments.options);
-        table.add(name, {q.forward, q.atEnd, q.secondsPerFrame});
+        const std::string clip = arguments.folder + "/" + name;
+        addForward(name, zk::bench::measureForward(clip, arguments.options), &table);
+    }
+    table.close();
+}
+
+void measureDrawn(const Arguments &arguments)
+{
+    Table table({"forward", "at end", "conf corr", "s/frame"});
+    for (int i = 0; i < arguments.drawn; ++i) {
+        const zk::bench::DrawnFootage drawn(i);
+        addForward(drawn.name(), zk::bench::measureDrawn(drawn, arguments.options), &table);
     }
     table.close();
 }
@@ -137,9 +164,15 @@ int main(int argc, char **argv)
     if (!parse(argc, argv, &arguments)) {
         std::fprintf(stderr,
                      "usage: %s DIR [--height PIXELS] [--clips A,B] "
-                     "[--only strokes|tracking|forward]\n",
+                     "[--only strokes|tracking|forward]\n"
+                     "       %s --drawn COUNT\n",
+                     argv[0],
                      argv[0]);
         return 2;
+    }
+    if (arguments.drawn > 0) {
+        measureDrawn(arguments);
+        return 0;
     }
     if (arguments.clips.empty())
         arguments.clips = zk::bench::clipNames(arguments.folder);

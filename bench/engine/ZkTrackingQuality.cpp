@@ -1,6 +1,8 @@
 #include "ZkQuality.h"
 
 #include "ZkClip.h"
+#include "ZkDrawnFootage.h"
+#include "ZkRankCorrelation.h"
 #include "ZkSimulatedUser.h"
 
 #include <ZkInteractiveSegmenter.h>
@@ -39,6 +41,13 @@ struct Footage
         }
         scribbles = {clip.strokes("keep"), clip.strokes("remove")};
     }
+    explicit Footage(const DrawnFootage &drawn)
+    {
+        for (int i = 0; i < drawn.count; ++i) {
+            frames.push_back(drawn.frame(i));
+            truths.push_back(drawn.mask(i));
+        }
+    }
     int count() const { return int(frames.size()); }
     double quality(const Mattes &mattes, int frame) const
     {
@@ -61,6 +70,16 @@ struct Footage
 // What a user has said about frames.
 using Nodes = std::map<int, cv::Mat>;
 
+void keep(const engine::TrackedFrame &tracked,
+          int frame,
+          Mattes *mattes,
+          std::vector<double> *confidences)
+{
+    (*mattes)[frame] = tracked.matte;
+    if (confidences)
+        (*confidences)[frame] = tracked.confidence;
+}
+
 // From the node at first to last, over the nodes between. The pipeline of a player: while one thread
 // advances, another prepares the frame after.
 void track(const Footage &footage,
@@ -68,7 +87,8 @@ void track(const Footage &footage,
            int first,
            int last,
            const engine::TrackerOptions &options,
-           Mattes *mattes)
+           Mattes *mattes,
+           std::vector<double> *confidences = nullptr)
 {
     engine::ObjectTracker tracker(options);
     const int step = last > first ? 1 : -1;
@@ -85,7 +105,7 @@ void track(const Footage &footage,
         if (node != nodes.end() && tracker.correct(next, node->second))
             (*mattes)[frame] = node->second;
         else
-            (*mattes)[frame] = tracker.advance(next).matte;
+            keep(tracker.advance(next), frame, mattes, confidences);
         next = ahead.get();
         if (frame == last)
             break;
@@ -173,10 +193,16 @@ TrackingQuality forwardOf(const Footage &footage, const QualityOptions &options)
     Mattes mattes = emptyMattes(footage);
     const int last = footage.count() - 1;
     const auto start = Clock::now();
-    track(footage, {{0, footage.truths[0]}}, 0, last, options.tracker, &mattes);
+    std::vector<double> confidences(footage.frames.size(), 0.0);
+    track(footage, {{0, footage.truths[0]}}, 0, last, options.tracker, &mattes, &confidences);
     quality.secondsPerFrame = secondsSince(start) / std::max(1, last);
     quality.forward = footage.mean(mattes);
     quality.atEnd = footage.mean(mattes, 1 + last * 3 / 4, last);
+    std::vector<double> qualities;
+    for (int i = 1; i < last; ++i)
+        qualities.push_back(footage.quality(mattes, i));
+    quality.confidence =
+        rankCorrelation({confidences.begin() + 1, confidences.end() - 1}, qualities);
     return quality;
 }
 
@@ -185,6 +211,11 @@ TrackingQuality forwardOf(const Footage &footage, const QualityOptions &options)
 TrackingQuality measureForward(const std::string &folder, const QualityOptions &options)
 {
     return forwardOf(Footage(folder, options.height), options);
+}
+
+TrackingQuality measureDrawn(const DrawnFootage &drawn, const QualityOptions &options)
+{
+    return forwardOf(Footage(drawn), options);
 }
 
 TrackingQuality measureTracking(const std::string &folder, const QualityOptions &options)

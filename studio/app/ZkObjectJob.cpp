@@ -6,6 +6,7 @@
 #include "ZkDataModel.h"
 #include "ZkMediaPlayer.h"
 #include "ZkModelTexts.h"
+#include "segmentation/ZkStudioSmartKeyingService.h"
 #include "timeline/ZkStudioTimeline.h"
 
 #include <algorithm>
@@ -233,7 +234,23 @@ ExitCode ObjectJob::track()
         m_report->note(QStringLiteral("there is nothing to track in that direction"));
     else if (prompt >= 0)
         return fail(ExitCode::NothingFound, QStringLiteral("tracking failed, see the log"));
+    noteSceneCuts();
     return ExitCode::Success;
+}
+
+void ObjectJob::noteSceneCuts()
+{
+    const auto *timeline = static_cast<ZkStudioTimeline *>(m_session.presenter()->editTimeline());
+    const ZkStudioSmartKeyingService *service = timeline->shownService();
+    const QVector<qint64> cuts = service->sceneCuts();
+    for (const qint64 cut : cuts)
+        m_report->note(QStringLiteral("the scene changes at frame %1: tracking stopped there, mark "
+                                      "the object on that frame, too, to go on")
+                           .arg(cut));
+    if (!cuts.isEmpty())
+        m_report->note(QStringLiteral("%1 of %2 frames were tracked")
+                           .arg(service->segments().tracked().size())
+                           .arg(timeline->frameCount()));
 }
 
 } // namespace zk::app

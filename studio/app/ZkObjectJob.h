@@ -59,6 +59,7 @@ protected:
 private:
     ExitCode showFirstFrame();
     void beginTracking();
+    void noteSceneCuts();
     ExitCode checkMatte(const QSize &size, qint64 frameCount);
     ExitCode paint(const Stroke &stroke);
 

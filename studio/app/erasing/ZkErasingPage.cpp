@@ -12,6 +12,8 @@
 
 #include <QFileInfo>
 
+#include <utility>
+
 namespace zk::app {
 
 namespace {
@@ -68,8 +70,10 @@ void ErasingPage::Private::build()
     connectBar();
     view = new ZkAIErasingView(presenter.get(), q);
     q->addWorkspace(view);
-    QObject::connect(presenter.get(), &Presenter::sigTrackingModeChanged, q, [this](bool on) {
-        onTrackingMode(on);
+    // An earlier run may have been stopped.
+    QObject::connect(presenter.get(), &Presenter::sigTrackingModeChanged, q, [this](bool isOn) {
+        if (isOn && !q->isClosing())
+            presenter->setClosing(false);
     });
     QObject::connect(view.data(), &ZkAIErasingView::sigStartTask, q, [this] { start(); });
     // What the clip, or a draft, brings along is there by then. The list of the workspace shows it when
@@ -137,29 +141,34 @@ void ErasingPage::Private::start()
     startsAfterTracking = q->isTracking(); // else a prompt has said why
 }
 
-void ErasingPage::Private::onTrackingMode(bool isOn)
-{
-    if (isOn && !q->isClosing())
-        presenter->setClosing(false); // an earlier run may have been stopped
-    if (!isOn && startsAfterTracking && !q->isTracking())
-        QMetaObject::invokeMethod(
-            q, [this] { afterTracking(); }, Qt::QueuedConnection);
-}
-
 void ErasingPage::Private::afterTracking()
 {
-    if (!startsAfterTracking || !presenter || q->isClosing() || q->isTracking())
-        return;
-    startsAfterTracking = false;
     if (presenter->isClosing())
         return; // the user has stopped it
+    const QString scenes = q->sceneCutText();
     if (reachesEveryFrame(service()->segments(), clip->frameCount()))
         requestErasing();
+    else if (!scenes.isEmpty())
+        askAboutScenes(scenes);
     else
         q->questions()->tell(
             tr("The objects could not be followed through the whole clip."),
             tr("Go to the frame where the preview ends, select them there once more, "
                "and press Create again."));
+}
+
+// What is selected may well be in one scene only.
+void ErasingPage::Private::askAboutScenes(const QString &text)
+{
+    q->questions()->ask(
+        text,
+        tr("The objects were followed up to there. If they are in the other scene, too, select "
+           "them there first."),
+        {{QMessageBox::Cancel, tr("Select More")}, {QMessageBox::Apply, tr("Erase Now")}},
+        [this](QMessageBox::StandardButton answer) {
+            if (answer == QMessageBox::Apply && presenter && !q->isClosing() && !q->isBusy())
+                requestErasing();
+        });
 }
 
 void ErasingPage::Private::requestErasing()
@@ -200,6 +209,14 @@ ZkSmartKeyingPresenter *ErasingPage::presenter() const
 void ErasingPage::showState()
 {
     d->showState();
+}
+
+void ErasingPage::onTrackingEnded()
+{
+    if (std::exchange(d->startsAfterTracking, false))
+        d->afterTracking();
+    else
+        EditingPage::onTrackingEnded();
 }
 
 EditingPage::Shortcuts ErasingPage::shortcuts()

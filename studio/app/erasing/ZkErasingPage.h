@@ -33,6 +33,7 @@ Q_SIGNALS:
 
 protected:
     void showState() override;
+    void onTrackingEnded() override;
     bool hasWorkToLose() const override;
     void askToClose() override;
     void stopWork() override;

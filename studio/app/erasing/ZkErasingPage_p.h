@@ -29,8 +29,9 @@ public:
     void discardSaved();
     bool mayStart();
     void start();
-    void onTrackingMode(bool isTracking);
+    // The run was started in order to erase.
     void afterTracking();
+    void askAboutScenes(const QString &text);
     void requestErasing();
 
     bool isChanged() const; // what is selected

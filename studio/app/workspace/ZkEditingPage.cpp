@@ -2,10 +2,14 @@
 
 #include "ZkDataModel.h"
 #include "ZkSmartKeyingPresenter.h"
+#include "ZkTimelineRuler.h"
 #include "ZkWidgets.h"
+#include "segmentation/ZkStudioSmartKeyingService.h"
+#include "timeline/ZkStudioTimeline.h"
 
 #include <QApplication>
 #include <QDialog>
+#include <QLocale>
 #include <QScrollBar>
 #include <QVBoxLayout>
 
@@ -103,10 +107,41 @@ void EditingPage::refresh()
     if (!isOpen())
         return;
     showState();
+    watchTracking();
     if (m_wasBusy == isBusy())
         return;
     m_wasBusy = !m_wasBusy;
     emit busyChanged(m_wasBusy);
+}
+
+void EditingPage::watchTracking()
+{
+    const bool hasEnded = m_wasTracking && !isTracking();
+    m_wasTracking = isTracking();
+    const auto tell = [this] {
+        if (isOpen() && !m_isClosing && !isTracking())
+            onTrackingEnded();
+    };
+    if (hasEnded)
+        QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
+}
+
+void EditingPage::onTrackingEnded()
+{
+    const QString text = sceneCutText();
+    if (!text.isEmpty() && !presenter()->isClosing())
+        m_questions.tell(text, tr("Tracking stopped there. Paint on the new scene to go on."));
+}
+
+QString EditingPage::sceneCutText() const
+{
+    const auto *const timeline = static_cast<ZkStudioTimeline *>(presenter()->editTimeline());
+    QStringList times;
+    for (const qint64 frame : timeline->shownService()->sceneCuts())
+        times.append(zk::timeline::timeCode(frame, timeline->frameRate()));
+    return times.isEmpty()
+        ? QString()
+        : tr("The scene changes at %1.").arg(QLocale().createSeparatedList(times));
 }
 
 bool EditingPage::requestClose()

@@ -90,6 +90,8 @@ protected:
     void commitEditors();
     // Brings bar and workspace up to date and reports whether the page is busy.
     void refresh();
+    // Where the last run came to another scene and left frames without a mask, as a sentence; empty: nowhere.
+    QString sceneCutText() const;
     // Closes the page when everything has returned that runs inside of it. Again: applied counts.
     void leave(bool isApplied);
     // The page's destructor calls it, too.
@@ -97,6 +99,8 @@ protected:
 
     // What refresh() shows; the page is open.
     virtual void showState() = 0;
+    // A run has ended or was stopped, and control is back in the event loop.
+    virtual void onTrackingEnded();
     virtual bool hasWorkToLose() const = 0;
     // Ends in leave() or closeRefused().
     virtual void askToClose() = 0;
@@ -108,6 +112,7 @@ protected:
 private:
     void connectPresenter();
     void connectStrokes();
+    void watchTracking();
     void refuse(const QString &text);
     void endLoops();
 
@@ -117,6 +122,7 @@ private:
     QVBoxLayout *m_column;
     int m_strokes = 0; // that were finished and wait for their mask
     bool m_wasBusy = false;
+    bool m_wasTracking = false;
     bool m_isClosing = false;
     bool m_isClosed = false;
     bool m_isApplied = false;

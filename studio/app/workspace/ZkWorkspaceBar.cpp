@@ -10,12 +10,14 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QShortcut>
+#include <QStackedWidget>
 
 namespace zk::app {
 
 namespace {
 
 constexpr int barHeight = 48; // widget pixels
+constexpr int spacing = 8;
 constexpr int progressWidth = 160;
 constexpr int percentWidth = 40;
 
@@ -52,6 +54,12 @@ constexpr CommandLook looks[] = {
      QT_TRANSLATE_NOOP("zk::app::WorkspaceBar",
                        "Track in Simple Mode: the direction is chosen for you")},
     {"WorkspaceStop", "stop", "Esc", nullptr, QT_TRANSLATE_NOOP("zk::app::WorkspaceBar", "Stop")},
+    {"WorkspaceCheckFrame",
+     nullptr,
+     "Shift+C",
+     nullptr,
+     QT_TRANSLATE_NOOP("zk::app::WorkspaceBar",
+                       "Go to the frame that tracking is least certain of")},
     {"WorkspaceReset",
      nullptr,
      "Ctrl+R",
@@ -87,7 +95,7 @@ WorkspaceBar::WorkspaceBar(QWidget *parent)
     setFixedHeight(barHeight);
     auto *const row = new QHBoxLayout(this);
     row->setContentsMargins(12, 0, 12, 0);
-    row->setSpacing(8);
+    row->setSpacing(spacing);
     m_title = new QLabel(this);
     m_title->setProperty("PanelTitle", true); // for the skin
     m_title->setMinimumWidth(1); // gives way to everything else
@@ -111,8 +119,32 @@ void WorkspaceBar::addTracking(QHBoxLayout *row)
     row->addSpacing(8);
 }
 
+// One in place of the other, so that nothing beside them moves.
 void WorkspaceBar::addProgress(QHBoxLayout *row)
 {
+    m_outcome = new QStackedWidget(this);
+    m_outcome->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
+    m_outcome->addWidget(createProgress());
+    m_outcome->addWidget(createDoubt());
+    row->addWidget(m_outcome, 0, Qt::AlignVCenter); // above the line at the bottom
+}
+
+QWidget *WorkspaceBar::createDoubt()
+{
+    auto *const page = new QWidget(m_outcome);
+    auto *const row = new QHBoxLayout(page);
+    row->setContentsMargins(0, 0, 0, 0);
+    addTextButton(row, CheckFrame);
+    row->addStretch(1);
+    return page;
+}
+
+QWidget *WorkspaceBar::createProgress()
+{
+    auto *const page = new QWidget(m_outcome);
+    auto *const row = new QHBoxLayout(page);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(spacing);
     m_runningName = new QLabel(this);
     m_runningName->setObjectName(QStringLiteral("WorkspaceRunning"));
     m_progress = ZkProgressBar::CreateMiniProgressBar(this);
@@ -132,6 +164,7 @@ void WorkspaceBar::addProgress(QHBoxLayout *row)
         policy.setRetainSizeWhenHidden(true);
         widget->setSizePolicy(policy);
     }
+    return page;
 }
 
 void WorkspaceBar::addLeaving(QHBoxLayout *row)
@@ -203,6 +236,7 @@ void WorkspaceBar::setState(const State &state)
         m_buttons.at(command)->setEnabled(state.isIdle);
     m_buttons.at(Stop)->setEnabled(state.isTracking || state.isSaving);
     m_shortcuts.at(Stop)->setEnabled(state.isTracking || state.isSaving); // others use Esc, too
+    m_buttons.at(CheckFrame)->setEnabled(state.isIdle && !state.doubt.isEmpty());
     m_buttons.at(Reset)->setEnabled(state.isIdle && state.canReset);
     m_buttons.at(Cancel)->setEnabled(state.canCancel);
     m_buttons.at(Apply)->setEnabled(state.isIdle && state.canApply);
@@ -222,6 +256,16 @@ void WorkspaceBar::showRunning()
     setToolTipWithKey(m_buttons.at(Stop),
                       m_state.isSaving ? tr("Cancel Saving") : tr("Stop Tracking"),
                       latin(looks[Stop].key));
+    showDoubt();
+}
+
+void WorkspaceBar::showDoubt()
+{
+    QAbstractButton *const button = m_buttons.at(CheckFrame);
+    button->setText(tr("Check %1").arg(m_state.doubt));
+    button->setAccessibleName(button->text());
+    const bool isShown = !m_state.doubt.isEmpty() && !m_state.isTracking && !m_state.isSaving;
+    m_outcome->setCurrentIndex(isShown ? 1 : 0);
 }
 
 void WorkspaceBar::setPercent(int percent)

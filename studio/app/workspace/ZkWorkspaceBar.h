@@ -10,6 +10,7 @@ class QHBoxLayout;
 class QLabel;
 class QProgressBar;
 class QShortcut;
+class QStackedWidget;
 
 namespace zk::app {
 
@@ -26,6 +27,7 @@ public:
         TrackForward,
         TrackSimple,
         Stop,
+        CheckFrame,
         Reset,
         Cancel,
         Apply,
@@ -41,6 +43,7 @@ public:
         bool canApply = false;
         bool canReset = false;
         bool canCancel = false;
+        QString doubt; // time of the frame that had better be checked; empty: none
     };
 
     explicit WorkspaceBar(QWidget *parent = nullptr);
@@ -63,6 +66,8 @@ protected:
 private:
     void addTracking(QHBoxLayout *row);
     void addProgress(QHBoxLayout *row);
+    QWidget *createProgress();
+    QWidget *createDoubt();
     void addLeaving(QHBoxLayout *row);
     QAbstractButton *addIconButton(QHBoxLayout *row, Command command);
     QAbstractButton *addTextButton(QHBoxLayout *row, Command command);
@@ -70,6 +75,7 @@ private:
     void addShortcuts();
     void retranslate();
     void showRunning();
+    void showDoubt();
 
     QVector<QAbstractButton *> m_buttons; // by command
     QVector<QShortcut *> m_shortcuts; // by command
@@ -79,6 +85,7 @@ private:
     QLabel *m_runningName = nullptr;
     QProgressBar *m_progress = nullptr;
     QLabel *m_percent = nullptr;
+    QStackedWidget *m_outcome = nullptr; // the progress, or what is worth a look afterwards
     State m_state;
 };
 

@@ -9,6 +9,7 @@
 #include "ZkSmartKeyingPlayerView.h"
 #include "ZkSmartKeyingPresenter.h"
 #include "ZkStudioTimelineView.h"
+#include "ZkTimelineRuler.h"
 #include "ZkWidgets.h"
 #include "library/ZkStudioProjectManager.h"
 #include "timeline/ZkStudioTimeline.h"
@@ -123,6 +124,11 @@ void WorkspacePage::Private::connectPresenter()
     QObject::connect(
         presenter.get(), &Presenter::sigSaveFinished, q, [this](bool ok) { onSaveFinished(ok); });
     QObject::connect(presenter.get(), &Presenter::sigSaveCancel, q, [this] { onSaveCancelled(); });
+    if (timelinePresenter)
+        QObject::connect(timelinePresenter.get(),
+                         &ZkStudioTimelinePresenter::sigMarksChanged,
+                         q,
+                         [this] { q->refresh(); });
 }
 
 void WorkspacePage::Private::connectView()
@@ -157,6 +163,9 @@ void WorkspacePage::Private::showState()
     state.canApply = presenter->hasModify();
     state.canReset = state.canApply || presenter->isUsed() || presenter->getEffect();
     state.canCancel = isTakingInput;
+    const qint64 doubt = timelinePresenter ? timelinePresenter->frameToCorrect() : -1;
+    if (doubt >= 0)
+        state.doubt = zk::timeline::timeCode(doubt, timelinePresenter->frameRate());
     if (!state.isIdle)
         takeFocus();
     bar->setState(state);
@@ -176,6 +185,9 @@ void WorkspacePage::Private::run(WorkspaceBar::Command command)
     switch (command) {
     case WorkspaceBar::Stop:
         stop();
+        break;
+    case WorkspaceBar::CheckFrame:
+        timelinePresenter->goToFrameToCorrect();
         break;
     case WorkspaceBar::Reset:
         askToReset();

@@ -1,4 +1,5 @@
 // The program as people run it: a process with arguments, files and an exit code.
+#include "ZkCutClip.h"
 #include "ZkExitCode.h"
 #include "ZkMediaReader.h"
 #include "ZkOnnxWriter.h"
@@ -141,6 +142,17 @@ private Q_SLOTS:
         };
         QVERIFY(hasObject(0) && hasObject(12));
         QVERIFY(!hasObject(13)); // only backward from frame 12
+    }
+
+    void stopsAtAnotherScene()
+    {
+        const QString clip = file(QStringLiteral("scenes.mkv"));
+        zk::test::CutClip(QSize(320, 180), 12, 8).write(clip);
+        QStringList arguments = cutout({"-o", file(QStringLiteral("scenes/%05d.png"))});
+        arguments[1] = clip;
+        QCOMPARE(run(arguments), 0);
+        QVERIFY2(m_errors.contains("the scene changes at frame 8"), m_errors.constData());
+        QVERIFY2(m_errors.contains("8 of 12 frames were tracked"), m_errors.constData());
     }
 
     // What the parts of the program find is told on the error stream, with their exit codes.

@@ -131,6 +131,24 @@ private Q_SLOTS:
         QVERIFY(m_bench->requests.isEmpty() && !m_bench->presenter()->isTrackingMode());
     }
 
+    // In the other scene nothing is erased unless it is selected there, too.
+    void erasesUpToAnotherScene()
+    {
+        open(WorkspaceClip::instance().cutPath());
+        ZkAccount::instance()->logIn(QStringLiteral("Anna"));
+        QVERIFY(m_bench->drawBox());
+        m_bench->clickCreate();
+        QVERIFY(m_bench->answer(QMessageBox::Cancel));
+        QTest::qWait(0);
+        QVERIFY(m_bench->requests.isEmpty() && m_bench->closedCount == 0);
+        m_bench->clickCreate();
+        QVERIFY(m_bench->answer(QMessageBox::Apply));
+        QVERIFY(m_bench->waitForClosed());
+        QCOMPARE(m_bench->requests.size(), 1);
+        QVERIFY(!m_bench->requests.first().masks.at(5).isEmpty());
+        QVERIFY(m_bench->requests.first().masks.at(6).isEmpty());
+    }
+
     void cancellingTheTrackingErasesNothing()
     {
         ZkAccount::instance()->logIn(QStringLiteral("Anna"));

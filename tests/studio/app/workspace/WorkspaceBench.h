@@ -4,6 +4,7 @@
 
 #include "ZkWorkspacePage.h"
 
+#include "ZkCutClip.h"
 #include "ZkMediaPlayer.h"
 #include "ZkSampleClip.h"
 #include "ZkSmartKeyingPresenter.h"
@@ -34,6 +35,8 @@ public:
     }
     QString path() const { return m_folder.filePath(QStringLiteral("clip.mkv")); }
     QString stillPath() const { return m_folder.filePath(QStringLiteral("still.png")); }
+    // Another scene begins at frame 6.
+    QString cutPath() const { return m_folder.filePath(QStringLiteral("cut.mkv")); }
     QString libraryPath() const { return m_folder.filePath(QStringLiteral("library")); }
 
 private:
@@ -43,6 +46,7 @@ private:
         QString error;
         if (!sample.write(path(), QString(), &error) || !sample.frame(0).save(stillPath()))
             qFatal("The test clip cannot be written: %s", qPrintable(error));
+        CutClip(QSize(320, 180), frames, 6).write(cutPath());
     }
     QTemporaryDir m_folder;
 };

@@ -4,6 +4,7 @@
 #include "ZkStudioTimelineView.h"
 #include "library/ZkAnalytics.h"
 #include "segmentation/ZkMatteTrack.h"
+#include "segmentation/ZkStudioSmartKeyingService.h"
 #include "timeline/ZkStudioEffectList.h"
 
 #include <QCheckBox>
@@ -118,6 +119,55 @@ private Q_SLOTS:
         QCOMPARE(progress.last().first().toInt(), 100);
         QVERIFY(m_bench->service()->isTracked());
         QVERIFY(m_bench->isEnabled("WorkspaceApply"));
+    }
+
+    void saysWhichFrameToCheck()
+    {
+        using namespace zk::datamodel;
+        auto *const timeline =
+            static_cast<ZkStudioTimeline *>(m_bench->presenter()->editTimeline());
+        auto *const button = m_bench->find<QAbstractButton>("WorkspaceCheckFrame");
+        QVERIFY(m_bench->paint());
+        QVERIFY(!button->isVisible() && !button->isEnabled());
+        const SegmentNodePtr node = timeline->shownService()->segments().node(0);
+        for (qint64 frame = 1; frame < WorkspaceClip::frames; ++frame)
+            timeline->shownService()->storeTracked(
+                frame, true, {node->result, frame < 5 ? 0.9F : 0.1F, 0, node->revision, 1});
+        timeline->shownService()->reportChange();
+        QVERIFY(button->isVisible() && button->isEnabled());
+        QCOMPARE(button->text(), QStringLiteral("Check 00:00:00:05"));
+        m_bench->click("WorkspaceCheckFrame");
+        QTRY_COMPARE_WITH_TIMEOUT(m_bench->presenter()->currentFrame(), qint64(5), 10000);
+        m_bench->key(Qt::Key_Home);
+        m_bench->key(Qt::Key_C, Qt::ShiftModifier);
+        QTRY_COMPARE_WITH_TIMEOUT(m_bench->presenter()->currentFrame(), qint64(5), 10000);
+        m_bench->click("WorkspaceTrackBoth");
+        QVERIFY(!button->isVisible() && m_bench->find<QWidget>("WorkspaceStop")->isVisible());
+        QTRY_VERIFY_WITH_TIMEOUT(!m_bench->page->isBusy(), 60000);
+        QCOMPARE(button->isVisible(), timeline->shownService()->frameToCorrect() >= 0);
+        QVERIFY(!m_bench->question());
+        m_bench->page->undo();
+        QVERIFY(button->isVisible());
+    }
+
+    void saysWhereTheSceneChanges()
+    {
+        cleanup();
+        m_bench = std::make_unique<WorkspaceBench>(WorkspaceClip::instance().cutPath());
+        QVERIFY(m_bench->open());
+        QVERIFY(m_bench->paint());
+        QSignalSpy progress(m_bench->presenter(), &ZkSmartKeyingPresenter::sigTrackingProgress);
+        m_bench->key(Qt::Key_T);
+        QTRY_VERIFY_WITH_TIMEOUT(m_bench->question(), 60000);
+        QCOMPARE(m_bench->question()->text(), QStringLiteral("The scene changes at 00:00:00:06."));
+        QCOMPARE(progress.last().first().toInt(), 100);
+        QVERIFY(m_bench->service()->isEraseEnabled(5) && !m_bench->service()->isEraseEnabled(6));
+        QVERIFY(m_bench->answer(QMessageBox::Ok));
+        // Once.
+        m_bench->page->undo();
+        m_bench->page->redo();
+        QTest::qWait(0);
+        QVERIFY(!m_bench->question() && m_bench->isIdle());
     }
 
     void appliesAndCancelsSaving()

@@ -9,6 +9,9 @@ Q_LOGGING_CATEGORY(lcUndo, "zk.undo")
 
 namespace {
 
+// Strokes keep their masks, some 25 KB each at 1080p.
+constexpr int mostSteps = 1000;
+
 quint64 nextState()
 {
     static quint64 last = 0; // GUI thread only
@@ -43,6 +46,29 @@ quint64 stateOf(const QUndoCommand *step)
     return command ? command->state() : 0; // a macro that is just being begun
 }
 
+// The time in which a full stack may forget its oldest step: without any step there is then what that one
+// had led to.
+class Growth
+{
+public:
+    Growth(const QUndoStack &stack, quint64 *baseState)
+        : m_stack(stack)
+        , m_oldest(stack.index() > 0 ? stateOf(stack.command(0)) : 0)
+        , m_baseState(baseState)
+    { }
+    ~Growth()
+    {
+        if (m_oldest > 0 && stateOf(m_stack.command(0)) != m_oldest)
+            *m_baseState = m_oldest;
+    }
+
+private:
+    Q_DISABLE_COPY(Growth)
+    const QUndoStack &m_stack;
+    const quint64 m_oldest;
+    quint64 *const m_baseState;
+};
+
 } // namespace
 
 // Marks the time in which nothing may be told to anybody.
@@ -66,7 +92,9 @@ private:
 ZkStudioUndoRedoService::ZkStudioUndoRedoService(ChangeSink sink)
     : m_baseState(nextState())
     , m_sink(std::move(sink))
-{ }
+{
+    m_stack.setUndoLimit(mostSteps);
+}
 
 ZkStudioUndoRedoService::~ZkStudioUndoRedoService() = default;
 
@@ -108,6 +136,7 @@ void ZkStudioUndoRedoService::push(IZkUndoRedoItem *item)
     {
         const Working working(this);
         startMacros();
+        const Growth growth(m_stack, &m_baseState);
         m_stack.push(new Command(std::move(owned)));
     }
     settle(!isMacroStarted());
@@ -160,6 +189,7 @@ void ZkStudioUndoRedoService::endMacro()
     --m_startedMacros;
     {
         const Working working(this);
+        const Growth growth(m_stack, &m_baseState);
         m_stack.endMacro();
     }
     settle(!isMacroStarted());

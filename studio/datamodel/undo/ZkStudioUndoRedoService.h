@@ -17,6 +17,8 @@
 // reported go out as one set, all of it still inside the call. So an observer may run an event loop,
 // undo, or delete the timeline.
 //
+// It keeps the last 1000 steps.
+//
 // Items must not push items from their redo() or undo(), unless recording is suspended: such an item is
 // done, but cannot be undone.
 class ZKDATAMODEL_EXPORT ZkStudioUndoRedoService : public IZkUndoRedoService

@@ -210,6 +210,25 @@ private Q_SLOTS:
         QCOMPARE(items, 0);
         QCOMPARE(third.calls, 1);
     }
+
+    void oldestStepsAreForgotten()
+    {
+        push(1);
+        const quint64 afterFirst = service->stateId();
+        for (int to = 2; to <= 1001; ++to) {
+            service->beginMacro(QStringLiteral("step"));
+            push(to);
+            service->endMacro();
+        }
+        QCOMPARE(service->undoStepCount(), 1000);
+        QCOMPARE(items, 1000);
+        const quint64 last = service->stateId();
+        while (service->undo()) { }
+        QCOMPARE(value, 1);
+        QCOMPARE(service->stateId(), afterFirst);
+        while (service->redo()) { }
+        QVERIFY(value == 1001 && service->stateId() == last);
+    }
 };
 
 ZK_TEST_CORE_MAIN(ZkStudioUndoRedoServiceTest)

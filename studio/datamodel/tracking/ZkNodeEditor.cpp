@@ -129,6 +129,7 @@ bool NodeEditor::readFrame(qint64 frame)
         return false;
     m_pixels = pixelsOf(image).clone();
     m_frame = frame;
+    m_neighbours.clear();
     return true;
 }
 
@@ -223,7 +224,7 @@ cv::Mat NodeEditor::newObject(qint64 frame, const SegmentNode &node, const cv::M
     if (!readFrame(frame))
         return {};
     const cv::Mat remove = node.remove.isEmpty() ? cv::Mat() : decodedPixels(node.remove);
-    cv::Mat object = m_segmenter->segment(m_pixels, {painted, remove});
+    cv::Mat object = m_segmenter->segment(m_pixels, {painted, remove}, {}, neighbours());
     if (!object.empty() && !node.erase.isEmpty())
         object.setTo(0, decodedPixels(node.erase));
     return object;
@@ -234,7 +235,7 @@ cv::Mat NodeEditor::segmented(const SegmentNode &node, const cv::Mat &previous)
     zk::engine::Scribbles scribbles;
     scribbles.keep = node.keep.isEmpty() ? cv::Mat() : decodedPixels(node.keep);
     scribbles.remove = node.remove.isEmpty() ? cv::Mat() : decodedPixels(node.remove);
-    cv::Mat result = m_segmenter->segment(m_pixels, scribbles, previous);
+    cv::Mat result = m_segmenter->segment(m_pixels, scribbles, previous, neighbours());
     // What was erased stays away until it is painted again.
     if (!result.empty() && !node.erase.isEmpty())
         result.setTo(0, decodedPixels(node.erase));
@@ -263,7 +264,7 @@ EncodedMatte NodeEditor::objectIn(qint64 frame, const QRect &box, bool isSingleO
         m_pixels, {box.x(), box.y(), box.width(), box.height()}, options, framesAround(frame)));
 }
 
-// What moves against its surroundings shows between them; some may be missing.
+// What moves against its surroundings shows between them; where there is none it is empty.
 std::vector<cv::Mat> NodeEditor::framesAround(qint64 frame) const
 {
     constexpr int distance =
@@ -271,10 +272,17 @@ std::vector<cv::Mat> NodeEditor::framesAround(qint64 frame) const
     std::vector<cv::Mat> result;
     for (const qint64 other : {frame - distance, frame + distance}) {
         const QImage image = m_inFrame + other < 0 ? QImage() : picture(other);
-        if (!image.isNull())
-            result.push_back(pixelsOf(image).clone());
+        result.push_back(image.isNull() ? cv::Mat() : pixelsOf(image).clone());
     }
     return result;
+}
+
+// Of the frame that was read last.
+const std::vector<cv::Mat> &NodeEditor::neighbours()
+{
+    if (m_neighbours.empty() && m_segmenter->looksAtNeighbours())
+        m_neighbours = framesAround(m_frame);
+    return m_neighbours;
 }
 
 QImage NodeEditor::picture(qint64 frame) const

@@ -57,6 +57,7 @@ private:
 
     bool readFrame(qint64 frame);
     std::vector<cv::Mat> framesAround(qint64 frame) const;
+    const std::vector<cv::Mat> &neighbours();
     cv::Mat segmented(const SegmentNode &node, const cv::Mat &previous);
     cv::Mat corrected(qint64 frame, const SegmentNode &node, const Edit &edit);
     bool strokeOneObject(qint64 frame, SegmentNode *node, const Edit &edit);
@@ -68,6 +69,7 @@ private:
     const std::unique_ptr<zk::engine::SegmentationBackend> m_segmenter;
     qint64 m_frame = -1; // that m_pixels shows
     cv::Mat m_pixels;
+    std::vector<cv::Mat> m_neighbours; // of that frame; none: not read
 };
 
 } // namespace zk::datamodel

@@ -14,6 +14,7 @@ namespace {
 class ClassicalSegmenter : public SegmentationBackend
 {
 public:
+    bool looksAtNeighbours() const override { return false; }
     cv::Mat segment(const cv::Mat &frame,
                     const Scribbles &scribbles,
                     const cv::Mat &previous,

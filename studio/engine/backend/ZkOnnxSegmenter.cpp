@@ -37,6 +37,12 @@ OnnxSegmenter::OnnxSegmenter(OnnxModelPtr model, FailureReportPtr failures)
     , m_builtIn(classicalBackends()->createSegmenter())
 { }
 
+bool OnnxSegmenter::looksAtNeighbours() const
+{
+    return m_model->takes(tensor::before) || m_model->takes(tensor::after)
+        || m_builtIn->looksAtNeighbours();
+}
+
 cv::Mat OnnxSegmenter::run(const cv::Mat &frame,
                            const Scribbles &scribbles,
                            const cv::Mat &previous,

@@ -12,6 +12,7 @@ class OnnxSegmenter : public SegmentationBackend
 public:
     OnnxSegmenter(OnnxModelPtr model, FailureReportPtr failures);
 
+    bool looksAtNeighbours() const override;
     cv::Mat segment(const cv::Mat &frame,
                     const Scribbles &scribbles,
                     const cv::Mat &previous,

@@ -16,9 +16,13 @@ class ZKENGINE_EXPORT SegmentationBackend
 public:
     virtual ~SegmentationBackend();
 
+    // Whether neighbours, below, make a difference; where not, nobody needs to read them.
+    virtual bool looksAtNeighbours() const = 0;
+
     // The matte of the object, CV_8UC1 at frame size. previous is the matte that the new strokes correct
-    // (empty = none). neighbours are frames a little before and after, in their order, which tell what
-    // moves by itself; there may be none, and those of another size or type are not looked at.
+    // (empty = none). neighbours are a frame a little before and one after, in this order, which tell what
+    // moves by itself; there may be none, and those that are empty or of another size or type are not
+    // looked at.
     //
     // Strokes are hard constraints: keep pixels are 255 in the result, remove pixels 0; where both are
     // painted, remove wins. The same arguments give the same result, whatever was segmented before.

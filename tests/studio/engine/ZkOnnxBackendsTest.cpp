@@ -234,6 +234,9 @@ private slots:
         const cv::Mat matte = segmenter->segment(
             at(5, CV_8UC3), scribbles, at(2, CV_8U), {at(3, CV_8UC3), at(4, CV_8UC3)});
         QVERIFY(areSame(matte >= matteThreshold, ~(at(1, CV_8U) | at(5, CV_8U))));
+        QVERIFY(segmenter->looksAtNeighbours());
+        const cv::Mat alone = segmenter->segment(at(5, CV_8UC3), scribbles, {}, {cv::Mat(), {}});
+        QVERIFY(areSame(alone >= matteThreshold, at(0, CV_8U) | at(5, CV_8U)));
     }
 
     void tracksWithTheNetwork()
@@ -270,6 +273,21 @@ private slots:
         QCOMPARE(cv::boundingRect(step(tracker.get(), &at, red).matte >= matteThreshold),
                  cv::Rect(11, 10, 20, 20));
         QVERIFY(tracker->prepare(at, red(cv::Rect(0, 0, 50, 50))).isEmpty());
+    }
+
+    void standsAtACut()
+    {
+        const auto tracker = onnxBackends({{}, loaded(tracking()), {}})->createTracker();
+        const DiscScene scene, other({320, 180}, 50.0, {60, 60, 160}, 5);
+        PreparedFrame at = tracker->prepareFirst(scene.frame(center));
+        QVERIFY(tracker->start(at, scene.matte(center)));
+        for (int i = 0; i < 2; ++i) {
+            const TrackedFrame cut = step(tracker.get(), &at, other.frame(center));
+            QVERIFY(cut.sceneCut && cut.confidence == 0.0);
+            QCOMPARE(cv::countNonZero(cut.matte), 0);
+        }
+        const TrackedFrame back = step(tracker.get(), &at, scene.frame(center));
+        QVERIFY(!back.sceneCut && objectArea(back.matte) > 0);
     }
 
     void makesUpWithTheNetwork()

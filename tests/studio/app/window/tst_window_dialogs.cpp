@@ -12,6 +12,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QSpinBox>
+#include <QStatusBar>
 #include <QTableWidget>
 
 #include <optional>
@@ -131,6 +132,20 @@ private Q_SLOTS:
                               Qt::LeftButton);
         });
         QCOMPARE(Preferences::modelFile(EngineRole::Tracking), QString());
+    }
+
+    void saysOnceThatANetworkIsGone()
+    {
+        Preferences::setModelFile(EngineRole::Tracking, bench->file(QStringLiteral("gone.onnx")));
+        bench->stop();
+        bench->start();
+        bench->importBoth();
+        const QStatusBar *status = bench->window->statusBar();
+        QVERIFY(!status->currentMessage().contains(QLatin1String("gone.onnx")));
+        bench->press(Qt::Key_K, Qt::ControlModifier);
+        QTRY_VERIFY_WITH_TIMEOUT(status->currentMessage().contains("gone.onnx cannot be read"),
+                                 timeoutMs);
+        QTRY_VERIFY_WITH_TIMEOUT(bench->window->workspace()->isOpen(), timeoutMs);
     }
 
 private:

@@ -4,23 +4,25 @@
 #include "ZkMediaWriter.h"
 #include "ZkSampleClip.h"
 
-#include <QtGlobal>
+#include <climits>
 
 namespace zk::test {
 
-// The sample clip up to the cut, and from there on as in another world: upside down, in other colours.
+// The sample clip up to the cut, and from there on as in another world: upside down, in other colours. With
+// an end of the cut the first scene is back there.
 class CutClip
 {
 public:
-    CutClip(const QSize &size, int frames, int cut)
+    CutClip(const QSize &size, int frames, int cut, int end = INT_MAX)
         : m_sample({size, frames, 24})
         , m_cut(cut)
+        , m_end(end)
     { }
 
     QImage frame(int frame) const
     {
         QImage image = m_sample.frame(frame);
-        if (frame >= m_cut) {
+        if (isElsewhere(frame)) {
             image = image.mirrored().rgbSwapped();
             image.invertPixels();
         }
@@ -29,7 +31,7 @@ public:
     QImage matte(int frame) const
     {
         const QImage matte = m_sample.matte(frame);
-        return frame < m_cut ? matte : matte.mirrored();
+        return isElsewhere(frame) ? matte.mirrored() : matte;
     }
     // Without loss; the suffix is .mkv.
     void write(const QString &path) const
@@ -48,8 +50,11 @@ public:
     }
 
 private:
+    bool isElsewhere(int frame) const { return frame >= m_cut && frame < m_end; }
+
     const media::SampleClip m_sample;
     const int m_cut;
+    const int m_end;
 };
 
 } // namespace zk::test

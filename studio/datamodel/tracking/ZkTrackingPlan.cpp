@@ -53,32 +53,33 @@ qint64 nextNode(const Segments &segments, qint64 frame, int step)
     return from == nodes.constBegin() ? -1 : std::prev(from).key();
 }
 
-bool isTrackedFrom(const Segments &segments, qint64 node, qint64 frame, bool isForward)
+// Whether the frames between the node and the end, which does not count, were tracked from the node as it
+// is now.
+bool isSpanFresh(const Segments &segments, qint64 node, qint64 end, int step)
 {
-    const TrackedMattes mattes = segments.tracked().value(frame);
-    const TrackedSide &side = isForward ? mattes.forward : mattes.backward;
-    return !side.matte.isNull() && side.seed == node
-        && side.seedRevision == segments.node(node)->revision;
+    const SegmentNodePtr seed = segments.node(node);
+    for (qint64 frame = node + step; seed && frame != end; frame += step) {
+        const TrackedMattes mattes = segments.tracked().value(frame);
+        const TrackedSide &side = step > 0 ? mattes.forward : mattes.backward;
+        if (side.matte.isNull() || side.seed != node || side.seedRevision != seed->revision)
+            return false;
+    }
+    return seed != nullptr;
 }
 
 // The last frame that a leg from the seed to that end of the clip has to reach.
 qint64 lastOf(const Segments &segments, qint64 seed, qint64 clipEnd)
 {
-    const bool isForward = clipEnd > seed;
-    const int step = isForward ? 1 : -1;
+    const int step = clipEnd > seed ? 1 : -1;
     qint64 last = clipEnd;
-    for (qint64 frame = clipEnd; frame != seed;) {
-        qint64 node = frame;
-        while (node != seed && !segments.node(node))
-            node -= step;
-        if (node == seed)
-            break;
-        for (; frame != node; frame -= step) {
-            if (!isTrackedFrom(segments, node, frame, isForward))
-                return last;
-        }
-        last = node;
-        frame = node - step;
+    for (qint64 node = seed; node >= 0;) {
+        const qint64 next = nextNode(segments, node, step);
+        const bool isFresh = isSpanFresh(segments, node, next < 0 ? clipEnd + step : next, step);
+        if (isFresh && node == seed && next != seed + step)
+            return clipEnd; // nothing has changed, and yet it is asked for again
+        if (!isFresh)
+            last = next < 0 ? clipEnd : next;
+        node = next;
     }
     return last;
 }

@@ -29,7 +29,8 @@ struct TrackingLeg
 // To the clip's end: it starts from the mask at the frame or, if that has no object, from the nearest
 // one that has, looking against the direction of the run; both ways it starts from the nearest one on
 // either side. It ends at a node from which on everything has been tracked in that direction with the
-// nodes as they are now: a correction spreads up to the next node.
+// nodes as they are now: a correction spreads up to the next node. Where nothing was corrected it goes
+// all the way once more.
 // Whole clip: forward from the first node with an object and backward from the last one, so that every
 // frame between two nodes is reached from both. Without such a node the tracked frames count.
 ZKDATAMODEL_EXPORT QVector<TrackingLeg> trackingPlan(const Segments &segments,

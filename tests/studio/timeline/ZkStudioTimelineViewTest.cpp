@@ -371,6 +371,9 @@ private Q_SLOTS:
         QCOMPARE(bench.presenter.frameToCorrect(), qint64(-1));
         QVERIFY(bench.undo()->undo());
         QCOMPARE(bench.presenter.frameToCorrect(), qint64(9));
+        ZkStudioTimelinePresenter opened;
+        opened.setTimeline(bench.timeline());
+        QCOMPARE(opened.frameToCorrect(), qint64(9));
         // Where nothing can be corrected it is of no use.
         bench.service()->setEnabled(false);
         bench.service()->reportChange();

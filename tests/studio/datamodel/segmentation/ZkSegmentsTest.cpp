@@ -309,6 +309,7 @@ private Q_SLOTS:
                 legs += QStringLiteral("%1-%2 ").arg(leg.seed).arg(leg.last);
             return legs.trimmed();
         };
+        QCOMPARE(plan(6), QStringLiteral("6-19 6-0")); // nothing was corrected
         segments.setNode(9, nodeOf(255));
         QCOMPARE(plan(9), QStringLiteral("9-12 9-6"));
         QCOMPARE(memoryOf(segments, {9, 19}), Frames({2, 6, 12}));

@@ -171,6 +171,25 @@ private Q_SLOTS:
         QCOMPARE(bench.trackedFrames(), range(8, 8));
     }
 
+    void flashIsBridged()
+    {
+        QTemporaryDir folder;
+        const CutClip clip(EditClip::size, EditClip::frames, 7, 9);
+        const QString path = folder.filePath(QStringLiteral("flash.mkv"));
+        clip.write(path);
+        EditBench bench(path);
+        QVERIFY(bench.controller->setMatte(0, clip.matte(0)));
+        QCOMPARE(bench.track(0), 0);
+        QCOMPARE(bench.trackedFrames(), range(0, last));
+        QVERIFY(bench.service()->sceneCuts().isEmpty());
+        for (const qint64 flash : {7, 8}) {
+            QCOMPARE(bench.segments().matteAt(flash), bench.segments().matteAt(6));
+            QCOMPARE(bench.segments().confidenceAt(flash), 0.0F);
+        }
+        QVERIFY(bench.agreement(9) > 0.6 && bench.segments().confidenceAt(9) > 0);
+        QVERIFY(std::is_sorted(bench.player.frames.cbegin(), bench.player.frames.cend()));
+    }
+
     void runIsOneStep()
     {
         QVERIFY(bench->giveTruth(4));

@@ -16,7 +16,7 @@ struct FrameData;
 struct EvidenceOptions
 {
     MatteWarpOptions warp;
-    LabelTransferOptions nearTransfer {12, 2, 2, 40.0};
+    LabelTransferOptions nearTransfer {12, 2, 1, 40.0};
     LabelTransferOptions wideTransfer {24, 4, 2, 40.0};
     MotionEvidenceOptions motion;
 

@@ -32,6 +32,15 @@ Error largestPart(const cv::Mat &pixels)
     return largest;
 }
 
+// Nobody corrects what is narrower than the brush: errors along a good outline are.
+cv::Mat paintable(const cv::Mat &pixels)
+{
+    cv::Mat wide;
+    cv::morphologyEx(
+        pixels, wide, cv::MORPH_OPEN, cv::getStructuringElement(cv::MORPH_ELLIPSE, {brush, brush}));
+    return wide;
+}
+
 // The part of the error that is deep inside, around the deepest place.
 cv::Mat middleOf(const cv::Mat &error)
 {
@@ -65,7 +74,7 @@ std::vector<cv::Point> wayThrough(const cv::Mat &pixels)
     });
     std::vector<cv::Point> way;
     const std::size_t parts = std::clamp<std::size_t>(
-        std::size_t((place(points.back()) - place(points.front())) / (3 * brush)), 1, 20);
+        std::size_t((place(points.back()) - place(points.front())) / (3 * brush)), 2, 20);
     for (std::size_t i = 0; i < parts; ++i) {
         const std::size_t first = i * points.size() / parts;
         const std::size_t last = std::max(first + 1, (i + 1) * points.size() / parts);
@@ -83,8 +92,12 @@ Correction correctionOf(const cv::Mat &matte, const cv::Mat &truth)
 {
     const cv::Mat object = matte >= 128;
     const cv::Mat wanted = truth >= 128;
-    const Error missing = largestPart(wanted & ~object);
-    const Error surplus = largestPart(object & ~wanted);
+    Error missing = largestPart(paintable(wanted & ~object));
+    Error surplus = largestPart(paintable(object & ~wanted));
+    if (missing.area == 0 && surplus.area == 0) {
+        missing = largestPart(wanted & ~object);
+        surplus = largestPart(object & ~wanted);
+    }
     const Error &worse = missing.area >= surplus.area ? missing : surplus;
     Correction correction;
     if (worse.area == 0)

@@ -124,6 +124,24 @@ cv::Mat shrunkFrame(const cv::Mat &frame, const cv::Size &size)
     return rgb;
 }
 
+void addMotion(FrameFeatures *features, const std::vector<cv::Mat> &motions)
+{
+    constexpr double levelsPerPixel =
+        8.0; // 16 pixels of a picture 240 high are the most that it can say
+    cv::Mat planes(Feature::countWithMotion, features->planes.cols, CV_8U, cv::Scalar(128));
+    features->planes.copyTo(planes.rowRange(0, features->planes.rows));
+    for (int i = 0; i < std::min(2, int(motions.size())); ++i) {
+        cv::Mat here, parts[2];
+        cv::resize(motions[i], here, features->size(), 0, 0, cv::INTER_LINEAR);
+        cv::split(here, parts);
+        for (int k = 0; k < 2; ++k) {
+            cv::Mat plane = planes.row(Feature::motion + 2 * i + k).reshape(1, here.rows);
+            parts[k].convertTo(plane, CV_8U, levelsPerPixel, 128.0);
+        }
+    }
+    features->planes = planes;
+}
+
 FrameFeatures computeFeatures(const cv::Mat &frame, const FeatureOptions &options)
 {
     FrameFeatures features;

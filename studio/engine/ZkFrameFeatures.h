@@ -5,6 +5,8 @@
 
 #include <opencv2/core.hpp>
 
+#include <vector>
+
 namespace zk::engine {
 
 struct FeatureOptions
@@ -22,6 +24,9 @@ constexpr int deviation = 12; // of L over 5 and 13 pixels, of a and b over 9
 constexpr int gradient = 16; // of L: fine and coarse strength, then coarse x and y
 constexpr int around = 20; // L, a, b at 4 places 4 pixels away, then at 4 places 9 pixels away
 constexpr int count = 44;
+// Behind these, when the motion is known: own motion to up to two other frames, x and y.
+constexpr int motion = count;
+constexpr int countWithMotion = motion + 4;
 } // namespace Feature
 
 struct FrameFeatures
@@ -38,6 +43,9 @@ ZKENGINE_EXPORT cv::Size workingSize(const cv::Size &frame, int workingPixels);
 
 // A CV_8UC3 copy of a frame (R, G, B or R, G, B, A) at a smaller or equal size.
 ZKENGINE_EXPORT cv::Mat shrunkFrame(const cv::Mat &frame, const cv::Size &size);
+
+// motions: ownMotion() of this picture to up to two others, any size; further ones are left out.
+ZKENGINE_EXPORT void addMotion(FrameFeatures *features, const std::vector<cv::Mat> &motions);
 
 ZKENGINE_EXPORT FrameFeatures computeFeatures(const cv::Mat &frame,
                                               const FeatureOptions &options = {});

@@ -3,6 +3,9 @@
 #include "ZkInteractiveSegmenterOptions.h"
 #include "ZkMaskTools.h"
 #include "ZkMatte.h"
+#include "ZkMotion.h"
+#include "ZkOwnMotion.h"
+#include "ZkStrokeSolver.h"
 
 #include <opencv2/imgproc.hpp>
 
@@ -36,51 +39,27 @@ cv::Mat shrunkMatte(const cv::Mat &matte, const cv::Size &size)
     return small;
 }
 
-cv::Mat borderRing(const cv::Size &size, int width)
+// The box as that share of a picture of another size.
+cv::Rect scaledBox(const cv::Rect &box, const cv::Size &from, const cv::Size &to)
 {
-    cv::Mat ring(size, CV_8U, cv::Scalar(255));
-    const cv::Rect inner(width, width, size.width - 2 * width, size.height - 2 * width);
-    if (inner.width > 0 && inner.height > 0)
-        ring(inner) = 0;
-    return ring;
+    const double x = double(to.width) / from.width;
+    const double y = double(to.height) / from.height;
+    const cv::Point first(cvFloor(box.x * x), cvFloor(box.y * y));
+    const cv::Point end(cvCeil(box.br().x * x), cvCeil(box.br().y * y));
+    return cv::Rect(first, end) & cv::Rect({0, 0}, to);
 }
 
-// What is known at working size before anything is computed.
-struct Task
+cv::Mat part(const cv::Mat &mask, const cv::Rect &box)
 {
-    cv::Mat keep;
-    cv::Mat remove;
-    cv::Mat previous; // CV_8UC1 matte, empty = none
-};
+    return mask.empty() ? mask : mask(box);
+}
 
-// The pixels that are taken for one side: those the user vouches for, and those that are guessed.
-struct Seeds
+// Whether the pixels are the same: the caller's buffer may hold another frame by now. That takes a small
+// part of the time of what depends on them.
+bool isSame(const cv::Mat &one, const cv::Mat &other)
 {
-    cv::Mat sure;
-    cv::Mat guessed;
-
-    cv::Mat all() const { return sure | guessed; }
-    cv::Mat weights(double guessedWeight) const
-    {
-        cv::Mat result = sure.clone();
-        result.setTo(cv::Scalar(255.0 * guessedWeight), guessed & ~sure);
-        return result;
-    }
-};
-
-struct SeedPair
-{
-    Seeds object;
-    Seeds background;
-};
-
-// The pixels with the largest distances, this share of the picture.
-cv::Mat farthest(const cv::Mat &distance, double share)
-{
-    std::vector<float> sorted(distance.begin<float>(), distance.end<float>());
-    const auto nth = sorted.begin() + std::ptrdiff_t((1.0 - share) * double(sorted.size() - 1));
-    std::nth_element(sorted.begin(), nth, sorted.end());
-    return distance > *nth;
+    return one.size() == other.size() && one.type() == other.type()
+        && (one.empty() || cv::norm(one, other, cv::NORM_INF) == 0.0);
 }
 
 } // namespace
@@ -91,127 +70,91 @@ struct InteractiveSegmenter::Private
         : options(o)
     { }
 
-    const FrameFeatures &featuresOf(const cv::Mat &frame);
-    SeedPair seedsFromStrokes(const Task &task) const;
-    SeedPair seedsFromPrevious(const Task &task) const;
-    TrainingSet trainingSet(const SeedPair &seeds) const;
-    cv::Mat appearance(const SeedPair &seeds) const;
-    cv::Mat nearness(const SeedPair &seeds) const;
-    cv::Mat loyalty(const Task &task) const;
-    cv::Mat solve(const Task &task) const;
+    void look(const cv::Mat &frame, const std::vector<cv::Mat> &neighbours);
+    const FrameFeatures &featuresOf(const cv::Mat &frame, const cv::Rect &box);
+    cv::Rect surroundings(const cv::Mat &matte, const Scribbles &scribbles) const;
+    cv::Mat solveIn(const cv::Mat &frame,
+                    const cv::Rect &box,
+                    const Scribbles &scribbles,
+                    const cv::Mat &previous);
+
+    // What was computed last, and what of.
+    struct Cache
+    {
+        cv::Mat frame;
+        std::vector<cv::Mat> neighbours; // as motion images
+        std::vector<cv::Mat> motions; // own motion to each of them
+        cv::Rect box; // that the features are of
+        FrameFeatures features;
+    };
 
     InteractiveSegmenterOptions options;
-    cv::Mat cachedFrame;
-    FrameFeatures features;
+    Cache cache;
 };
 
-// The caller's buffer may hold another frame by now, so the pixels are compared: that takes a small part
-// of the time of the features.
-const FrameFeatures &InteractiveSegmenter::Private::featuresOf(const cv::Mat &frame)
+void InteractiveSegmenter::Private::look(const cv::Mat &frame,
+                                         const std::vector<cv::Mat> &neighbours)
 {
-    const bool same = frame.size() == cachedFrame.size() && frame.type() == cachedFrame.type()
-        && cv::norm(frame, cachedFrame, cv::NORM_INF) == 0.0;
-    if (!same) {
-        features = computeFeatures(frame, options.features);
-        cachedFrame = frame.clone();
+    std::vector<cv::Mat> others;
+    for (const cv::Mat &neighbour : neighbours) {
+        if (neighbour.size() == frame.size() && neighbour.type() == frame.type())
+            others.push_back(motionImage(neighbour));
     }
-    return features;
+    const bool isKnown = isSame(frame, cache.frame) && others.size() == cache.neighbours.size()
+        && std::equal(others.begin(), others.end(), cache.neighbours.begin(), isSame);
+    if (isKnown)
+        return;
+    cache = {frame.clone(), others, std::vector<cv::Mat>(others.size()), {}, {}};
+    const cv::Mat here = motionImage(frame);
+    const int count = int(others.size());
+    cv::parallel_for_(cv::Range(0, count), [&](const cv::Range &range) {
+        for (int i = range.start; i < range.end; ++i)
+            cache.motions[std::size_t(i)] = ownMotion(here, others[std::size_t(i)]);
+    });
 }
 
-// Nobody said where the background is: most objects do not reach the border of the picture, and what
-// is far from the stroke, with edges between, is seldom object.
-SeedPair InteractiveSegmenter::Private::seedsFromStrokes(const Task &task) const
+const FrameFeatures &InteractiveSegmenter::Private::featuresOf(const cv::Mat &frame,
+                                                               const cv::Rect &box)
 {
-    SeedPair seeds;
-    seeds.object = {task.keep, cv::Mat::zeros(task.keep.size(), CV_8U)};
-    const cv::Mat toKeep = geodesicDistance(features.lab, task.keep, options.geodesic);
-    const cv::Mat near = grownMask(task.keep, 4);
-    const cv::Mat guessed = borderRing(task.keep.size(), 2) | farthest(toKeep, options.farShare);
-    seeds.background = {task.remove, guessed & ~near & ~task.remove};
-    return seeds;
+    if (box == cache.box)
+        return cache.features;
+    cache.box = box;
+    cache.features = computeFeatures(frame(box), options.features);
+    std::vector<cv::Mat> motions;
+    for (const cv::Mat &motion : cache.motions)
+        motions.push_back(motion(scaledBox(box, frame.size(), motion.size())));
+    if (!motions.empty())
+        addMotion(&cache.features, motions);
+    return cache.features;
 }
 
-// What the strokes contradict teaches nothing: the error usually goes on around the stroke.
-SeedPair InteractiveSegmenter::Private::seedsFromPrevious(const Task &task) const
+// The object with as much around it as its background can be told from.
+cv::Rect InteractiveSegmenter::Private::surroundings(const cv::Mat &matte,
+                                                     const Scribbles &scribbles) const
 {
-    const cv::Mat object = hardMatte(task.previous);
-    const cv::Mat believed = cv::abs(loyalty(task)) > 0.5f;
-    SeedPair seeds;
-    seeds.object = {task.keep, shrunkMask(object, 2) & believed & ~task.remove};
-    seeds.background = {task.remove, ~grownMask(object, 2) & believed & ~task.keep};
-    return seeds;
+    cv::Mat object = hardMatte(matte);
+    if (!scribbles.keep.empty())
+        object |= scribbles.keep != 0;
+    const cv::Rect box = cv::boundingRect(object);
+    const int side = std::max(box.width, box.height);
+    const int margin = std::max(options.leastSurroundings, cvRound(side * options.surroundings));
+    return box.empty() ? cv::Rect({0, 0}, matte.size())
+                       : grownBox(box, {margin, margin}, matte.size());
 }
 
-TrainingSet InteractiveSegmenter::Private::trainingSet(const SeedPair &seeds) const
+// The matte of a part of the frame, at the part's size.
+cv::Mat InteractiveSegmenter::Private::solveIn(const cv::Mat &frame,
+                                               const cv::Rect &box,
+                                               const Scribbles &scribbles,
+                                               const cv::Mat &previous)
 {
-    TrainingSet set;
-    const auto append = [&](const Seeds &from, float target) {
-        const float guessedWeight = float(options.guessedWeight);
-        const int strokes = options.strokeSamples;
-        const cv::Mat guessed = from.guessed & ~from.sure;
-        set.append(features, sampledPixels(from.sure, strokes), target, 1.0f);
-        set.append(features, sampledPixels(guessed, options.guessedSamples), target, guessedWeight);
-    };
-    append(seeds.object, 1.0f);
-    append(seeds.background, 0.0f);
-    return set;
-}
-
-cv::Mat InteractiveSegmenter::Private::appearance(const SeedPair &seeds) const
-{
-    ColorModel color(options.color);
-    color.learn(features.lab,
-                seeds.object.weights(options.guessedWeight),
-                seeds.background.weights(options.guessedWeight));
-    PixelNetwork network(options.network);
-    network.train(trainingSet(seeds), options.epochs);
-    const cv::Rect everything({0, 0}, features.size());
-    return options.colorWeight * color.logits(features.lab)
-        + options.networkWeight * network.logits(features, everything);
-}
-
-// 1 at the object's seeds, -1 at those of the background, in between by the geodesic distances.
-cv::Mat InteractiveSegmenter::Private::nearness(const SeedPair &seeds) const
-{
-    const cv::Mat object = geodesicDistance(features.lab, seeds.object.all(), options.geodesic);
-    const cv::Mat background =
-        geodesicDistance(features.lab, seeds.background.all(), options.geodesic);
-    const cv::Mat sum = object + background + 1e-3;
-    return (background - object) / sum;
-}
-
-// How much the previous matte still counts: fully far from the strokes that contradict it, not at all
-// on them.
-cv::Mat InteractiveSegmenter::Private::loyalty(const Task &task) const
-{
-    const cv::Mat object = hardMatte(task.previous);
-    const cv::Mat contradicting = (task.keep & ~object) | (task.remove & object);
-    cv::Mat prior;
-    task.previous.convertTo(prior, CV_32F, 2.0 / 255.0, -1.0);
-    if (cv::countNonZero(contradicting) == 0)
-        return prior;
-    const cv::Mat distance = geodesicDistance(features.lab, contradicting, options.geodesic);
-    const cv::Mat reach = cv::min(distance / options.correctionReach, 1.0);
-    return prior.mul(reach);
-}
-
-cv::Mat InteractiveSegmenter::Private::solve(const Task &task) const
-{
-    const bool correcting = !task.previous.empty();
-    SeedPair seeds = correcting ? seedsFromPrevious(task) : seedsFromStrokes(task);
-    cv::Mat constant = options.geodesicWeight * nearness(seeds);
-    if (correcting)
-        constant += options.previousWeight * loyalty(task);
-    const cv::Mat anchors = correcting ? task.keep | hardMatte(task.previous) : task.keep;
-    cv::Mat matte;
-    for (int pass = 0; pass < options.passes; ++pass) {
-        cv::Mat logits = appearance(seeds) + constant;
-        logits.setTo(certainLogit, task.keep);
-        logits.setTo(-certainLogit, task.remove);
-        matte = connectedTo(cutGraph(logits, features.lab, options.cut), anchors);
-        seeds.background.guessed = ~grownMask(matte, options.gap) & ~task.keep;
-    }
-    return matte;
+    const FrameFeatures &features = featuresOf(frame, box);
+    StrokeTask task;
+    task.remove = shrunkStroke(part(scribbles.remove, box), features.size());
+    task.keep = shrunkStroke(part(scribbles.keep, box), features.size()) & ~task.remove;
+    if (!previous.empty())
+        task.previous = shrunkMatte(previous(box), features.size());
+    return refineMatte(frame(box), StrokeSolver(features, options).solve(task), options.refiner);
 }
 
 InteractiveSegmenter::InteractiveSegmenter()
@@ -228,7 +171,8 @@ InteractiveSegmenter &InteractiveSegmenter::operator=(InteractiveSegmenter &&) n
 
 cv::Mat InteractiveSegmenter::segment(const cv::Mat &frame,
                                       const Scribbles &scribbles,
-                                      const cv::Mat &previous)
+                                      const cv::Mat &previous,
+                                      const std::vector<cv::Mat> &neighbours)
 {
     if (!isFrame(frame) || !fits(scribbles.keep, frame.size())
         || !fits(scribbles.remove, frame.size()) || !fits(previous, frame.size()))
@@ -236,13 +180,18 @@ cv::Mat InteractiveSegmenter::segment(const cv::Mat &frame,
     const bool painted = !scribbles.keep.empty() && cv::countNonZero(scribbles.keep) > 0;
     if (!painted && previous.empty())
         return {};
-    const cv::Size size = d->featuresOf(frame).size();
-    Task task;
-    task.remove = shrunkStroke(scribbles.remove, size);
-    task.keep = shrunkStroke(scribbles.keep, size) & ~task.remove;
-    if (!previous.empty())
-        task.previous = shrunkMatte(previous, size);
-    cv::Mat matte = refineMatte(frame, d->solve(task), d->options.refiner);
+    d->look(frame, neighbours);
+    const cv::Rect everything({0, 0}, frame.size());
+    const cv::Mat first =
+        previous.empty() ? d->solveIn(frame, everything, scribbles, {}) : previous;
+    // Once more, larger, where it turned out to be.
+    const cv::Rect box = d->surroundings(first, scribbles);
+    cv::Mat matte = first;
+    if (!previous.empty() || box.area() < d->options.largeShare * everything.area()) {
+        const cv::Mat found = d->solveIn(frame, box, scribbles, first);
+        matte = cv::Mat(frame.size(), CV_8U, cv::Scalar(0));
+        found.copyTo(matte(box));
+    }
     if (!scribbles.keep.empty())
         matte.setTo(255, scribbles.keep);
     if (!scribbles.remove.empty())

@@ -6,6 +6,7 @@
 #include <opencv2/core.hpp>
 
 #include <memory>
+#include <vector>
 
 namespace zk::engine {
 
@@ -18,8 +19,8 @@ struct Scribbles
     cv::Mat remove;
 };
 
-// Segments single frames. Its only state is a cache of the features of the last frame, so that the
-// second and later strokes on a frame cost less; results never depend on what was segmented before.
+// Segments single frames. Its only state is a cache of the motion and the features of the last frame, so that
+// the second and later strokes on a frame cost less; results never depend on what was segmented before.
 // Not thread-safe: one object per thread.
 class ZKENGINE_EXPORT InteractiveSegmenter
 {
@@ -33,9 +34,14 @@ public:
     // The matte of the object, CV_8UC1 at frame size, with a soft outline.
     // previous is the matte that the new strokes correct (empty = none). Strokes are hard constraints:
     // keep pixels are 255 in the result, remove pixels 0; where both are painted, remove wins.
+    // neighbours: frames a little earlier and later, which tell what moves by itself; the first two of the
+    // frame's size and type count.
     // Empty when there is neither a keep stroke nor a previous matte, or when a size or a type does
     // not fit. Never throws on bad input.
-    cv::Mat segment(const cv::Mat &frame, const Scribbles &scribbles, const cv::Mat &previous = {});
+    cv::Mat segment(const cv::Mat &frame,
+                    const Scribbles &scribbles,
+                    const cv::Mat &previous = {},
+                    const std::vector<cv::Mat> &neighbours = {});
 
 private:
     struct Private;

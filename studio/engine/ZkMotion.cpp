@@ -13,15 +13,11 @@ namespace {
 
 constexpr int smallestSide = 32; // below it the flow's patches and pyramid do not fit
 
-cv::Mat flowBetween(const cv::Mat &from, const cv::Mat &to, const cv::Size &size, bool propagate)
+cv::Mat shrunkMotion(const cv::Mat &field, const cv::Size &size)
 {
-    const auto flow = cv::DISOpticalFlow::create(cv::DISOpticalFlow::PRESET_FAST);
-    flow->setUseSpatialPropagation(propagate);
-    cv::Mat field;
-    flow->calc(from, to, field);
     cv::Mat small;
     cv::resize(field, small, size, 0, 0, cv::INTER_AREA);
-    const cv::Scalar scale(double(size.width) / from.cols, double(size.height) / from.rows);
+    const cv::Scalar scale(double(size.width) / field.cols, double(size.height) / field.rows);
     cv::multiply(small, scale, small);
     return small;
 }
@@ -36,15 +32,24 @@ cv::Mat motionImage(const cv::Mat &frame, const MotionOptions &options)
     return gray;
 }
 
+cv::Mat motionBetween(const cv::Mat &from, const cv::Mat &to, const MotionOptions &options)
+{
+    if (std::min(from.cols, from.rows) < smallestSide)
+        return cv::Mat::zeros(from.size(), CV_32FC2);
+    const auto flow = cv::DISOpticalFlow::create(cv::DISOpticalFlow::PRESET_FAST);
+    flow->setUseSpatialPropagation(options.spatialPropagation);
+    cv::Mat field;
+    flow->calc(from, to, field);
+    return field;
+}
+
 MotionField measureMotion(const cv::Mat &earlier,
                           const cv::Mat &later,
                           const cv::Size &workingSize,
                           const MotionOptions &options)
 {
-    if (std::min(earlier.cols, earlier.rows) < smallestSide)
-        return {cv::Mat::zeros(workingSize, CV_32FC2), cv::Mat::zeros(workingSize, CV_32FC2)};
-    return {flowBetween(earlier, later, workingSize, options.spatialPropagation),
-            flowBetween(later, earlier, workingSize, options.spatialPropagation)};
+    return {shrunkMotion(motionBetween(earlier, later, options), workingSize),
+            shrunkMotion(motionBetween(later, earlier, options), workingSize)};
 }
 
 } // namespace zk::engine

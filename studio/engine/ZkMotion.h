@@ -26,6 +26,11 @@ struct MotionField
 // The brightness of a frame at the size that measureMotion() wants, CV_8UC1.
 ZKENGINE_EXPORT cv::Mat motionImage(const cv::Mat &frame, const MotionOptions &options = {});
 
+// Where the pixels of one motion image are in another of the same size: CV_32FC2 (x, y), in pixels of them.
+// Images of less than a few pixels do not move.
+ZKENGINE_EXPORT cv::Mat
+motionBetween(const cv::Mat &from, const cv::Mat &to, const MotionOptions &options = {});
+
 // earlier and later: motion images of one size. Frames of less than a few pixels do not move.
 ZKENGINE_EXPORT MotionField measureMotion(const cv::Mat &earlier,
                                           const cv::Mat &later,

@@ -99,8 +99,8 @@ void TrainingSet::append(const FrameFeatures &from,
     if (pixels.empty())
         return;
     const int first = features.rows;
-    cv::Mat rows(int(pixels.size()), Feature::count, CV_32F);
-    for (int feature = 0; feature < Feature::count; ++feature) {
+    cv::Mat rows(int(pixels.size()), from.planes.rows, CV_32F);
+    for (int feature = 0; feature < rows.cols; ++feature) {
         const uchar *plane = from.planes.ptr(feature);
         for (int i = 0; i < rows.rows; ++i)
             rows.ptr<float>(i)[feature] = plane[pixels[i]];
@@ -159,16 +159,16 @@ PixelNetwork::PixelNetwork(const PixelNetworkOptions &options)
     : m_options(options)
     , m_random(options.seed)
 {
-    m_layers[0].initialise(Feature::count, options.hidden1, m_random);
+    m_layers[0].initialise(options.inputs, options.hidden1, m_random);
     m_layers[1].initialise(options.hidden1, options.hidden2, m_random);
     m_layers[2].initialise(options.hidden2, 1, m_random);
 }
 
 void PixelNetwork::fixScale(const cv::Mat &features)
 {
-    m_mean.resize(Feature::count);
-    m_scale.resize(Feature::count);
-    for (int i = 0; i < Feature::count; ++i) {
+    m_mean.resize(m_options.inputs);
+    m_scale.resize(m_options.inputs);
+    for (int i = 0; i < m_options.inputs; ++i) {
         cv::Scalar mean, deviation;
         cv::meanStdDev(features.col(i), mean, deviation);
         m_mean[i] = float(mean[0]);
@@ -179,7 +179,7 @@ void PixelNetwork::fixScale(const cv::Mat &features)
 
 float PixelNetwork::forward(const float *features, Activations &at) const
 {
-    for (int i = 0; i < Feature::count; ++i)
+    for (int i = 0; i < m_options.inputs; ++i)
         at.input[i] = (features[i] - m_mean[i]) * m_scale[i];
     const auto run = [](const Layer &layer, const std::vector<float> &in, std::vector<float> &out) {
         for (int o = 0; o < layer.outputs; ++o) {
@@ -257,12 +257,13 @@ void PixelNetwork::evaluateBlock(const uchar *const *inputs, int count, float *o
 {
     constexpr float unbounded = -1e30f;
     const Layer &last = m_layers[2];
-    std::vector<float> buffer((Feature::count + last.inputs + m_layers[0].outputs + 1) * blockSize);
+    const int inputCount = m_options.inputs;
+    std::vector<float> buffer((inputCount + last.inputs + m_layers[0].outputs + 1) * blockSize);
     float *in = buffer.data();
-    float *hidden1 = in + Feature::count * blockSize;
+    float *hidden1 = in + inputCount * blockSize;
     float *hidden2 = hidden1 + m_layers[0].outputs * blockSize;
     float *result = hidden2 + last.inputs * blockSize;
-    for (int k = 0; k < Feature::count; ++k) {
+    for (int k = 0; k < inputCount; ++k) {
         for (int i = 0; i < count; ++i)
             in[k * blockSize + i] = (inputs[k][i] - m_mean[k]) * m_scale[k];
     }
@@ -285,14 +286,14 @@ cv::Mat PixelNetwork::logits(const FrameFeatures &features, const cv::Rect &area
         return result;
     const int width = features.size().width;
     cv::parallel_for_(cv::Range(0, area.height), [&](const cv::Range &rows) {
-        const uchar *inputs[Feature::count];
+        std::vector<const uchar *> inputs(m_options.inputs);
         for (int y = rows.start; y < rows.end; ++y) {
             for (int x = 0; x < area.width; x += blockSize) {
                 const int pixel = (area.y + y) * width + area.x + x;
-                for (int k = 0; k < Feature::count; ++k)
+                for (int k = 0; k < m_options.inputs; ++k)
                     inputs[k] = features.planes.ptr(k) + pixel;
                 const int count = std::min(blockSize, area.width - x);
-                evaluateBlock(inputs, count, result.ptr<float>(y) + x);
+                evaluateBlock(inputs.data(), count, result.ptr<float>(y) + x);
             }
         }
     });

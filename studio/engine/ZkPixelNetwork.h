@@ -20,12 +20,13 @@ struct PixelNetworkOptions
     double weightDecay = 1e-3;
     double limit = 8.0; // largest absolute logit
     std::uint64_t seed = 0x5eed;
+    int inputs = Feature::count; // planes of the features that it is used with
 };
 
 // Pixels to learn from; the three parts run in step.
 struct ZKENGINE_EXPORT TrainingSet
 {
-    cv::Mat features; // CV_32FC1, one row of Feature::count values per sample
+    cv::Mat features; // CV_32FC1, one row of values per sample, one per plane of the features
     std::vector<float> targets; // 1 = object, 0 = background
     std::vector<float> weights; // importance of the sample
 
@@ -36,7 +37,7 @@ struct ZKENGINE_EXPORT TrainingSet
     append(const FrameFeatures &from, const std::vector<int> &pixels, float target, float weight);
 };
 
-// Feature::count inputs, two hidden layers, one output, trained with Adam on the logistic loss.
+// One input per plane of the features, two hidden layers, one output, trained with Adam on the logistic loss.
 // Deterministic: the same samples in the same order give the same network.
 class ZKENGINE_EXPORT PixelNetwork
 {

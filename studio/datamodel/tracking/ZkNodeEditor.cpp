@@ -12,6 +12,11 @@ namespace zk::datamodel {
 
 namespace {
 
+// Frames between a frame and those that show what moves in it. What is left out of a box can only be found by
+// motion, for which slow things need more; along strokes what turns and bends in between does harm.
+constexpr int aroundBox = 2;
+constexpr int aroundStroke = 1;
+
 cv::Mat decodedPixels(const EncodedMatte &mask)
 {
     const QImage image = mask.decoded();
@@ -260,15 +265,15 @@ EncodedMatte NodeEditor::objectIn(qint64 frame, const QRect &box, bool isSingleO
         return {};
     zk::engine::BoxSegmenterOptions options;
     options.onlyLargest = isSingleObject;
-    return encoded(zk::engine::segmentBox(
-        m_pixels, {box.x(), box.y(), box.width(), box.height()}, options, framesAround(frame)));
+    return encoded(zk::engine::segmentBox(m_pixels,
+                                          {box.x(), box.y(), box.width(), box.height()},
+                                          options,
+                                          framesAround(frame, aroundBox)));
 }
 
 // What moves against its surroundings shows between them; where there is none it is empty.
-std::vector<cv::Mat> NodeEditor::framesAround(qint64 frame) const
+std::vector<cv::Mat> NodeEditor::framesAround(qint64 frame, int distance) const
 {
-    constexpr int distance =
-        2; // frames: things move by more than the noise, and few of them very far
     std::vector<cv::Mat> result;
     for (const qint64 other : {frame - distance, frame + distance}) {
         const QImage image = m_inFrame + other < 0 ? QImage() : picture(other);
@@ -281,7 +286,7 @@ std::vector<cv::Mat> NodeEditor::framesAround(qint64 frame) const
 const std::vector<cv::Mat> &NodeEditor::neighbours()
 {
     if (m_neighbours.empty() && m_segmenter->looksAtNeighbours())
-        m_neighbours = framesAround(m_frame);
+        m_neighbours = framesAround(m_frame, aroundStroke);
     return m_neighbours;
 }
 

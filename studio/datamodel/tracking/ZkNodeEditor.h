@@ -56,7 +56,7 @@ private:
                const zk::engine::EngineBackendsPtr &engine);
 
     bool readFrame(qint64 frame);
-    std::vector<cv::Mat> framesAround(qint64 frame) const;
+    std::vector<cv::Mat> framesAround(qint64 frame, int distance) const;
     const std::vector<cv::Mat> &neighbours();
     cv::Mat segmented(const SegmentNode &node, const cv::Mat &previous);
     cv::Mat corrected(qint64 frame, const SegmentNode &node, const Edit &edit);

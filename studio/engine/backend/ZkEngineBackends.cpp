@@ -14,13 +14,13 @@ namespace {
 class ClassicalSegmenter : public SegmentationBackend
 {
 public:
-    bool looksAtNeighbours() const override { return false; }
+    bool looksAtNeighbours() const override { return true; }
     cv::Mat segment(const cv::Mat &frame,
                     const Scribbles &scribbles,
                     const cv::Mat &previous,
-                    const std::vector<cv::Mat> &) override
+                    const std::vector<cv::Mat> &neighbours) override
     {
-        return m_segmenter.segment(frame, scribbles, previous);
+        return m_segmenter.segment(frame, scribbles, previous, neighbours);
     }
 
 private:

@@ -116,15 +116,6 @@ private slots:
     // Half of the disc looks like what is behind it, but goes with the other half.
     void motionTellsTheObject()
     {
-        const auto camouflaged = [this](double x) {
-            cv::Mat result = scene.frame({x, center.y}), other;
-            const cv::Matx23d shift(1, 0, x + 71, 0, 1, 40);
-            cv::warpAffine(scene.empty(), other, shift, result.size(), 1, cv::BORDER_WRAP);
-            cv::Mat half = scene.matte({x, center.y}) >= 128;
-            half.colRange(0, int(x)) = 0;
-            other.copyTo(result, half);
-            return result;
-        };
         const cv::Rect box = cv::boundingRect(truth) + cv::Size(8, 8) - cv::Point(4, 4);
         const cv::Mat now = camouflaged(center.x);
         const std::vector<cv::Mat> around {camouflaged(center.x - 5), camouflaged(center.x + 5)};
@@ -135,6 +126,16 @@ private slots:
         const std::vector<cv::Mat> others {cv::Mat::zeros(9, 9, CV_8UC3), cv::Mat()};
         QCOMPARE(cv::norm(segmentBox(now, box, {}, others), segmentBox(now, box), cv::NORM_INF),
                  0.0);
+        // So it does for a stroke over both halves.
+        const Scribbles scribbles {dot(center, 8), {}};
+        InteractiveSegmenter segmenter;
+        const cv::Mat still = segmenter.segment(now, scribbles, {}, others);
+        QVERIFY2(intersectionOverUnion(still, truth) < 0.8,
+                 qPrintable(QString::number(intersectionOverUnion(still, truth))));
+        const double moved =
+            intersectionOverUnion(segmenter.segment(now, scribbles, {}, around), truth);
+        QVERIFY2(moved > 0.9, qPrintable(QString::number(moved)));
+        QCOMPARE(cv::norm(segmenter.segment(now, scribbles), still, cv::NORM_INF), 0.0);
     }
 
     // Not on alpha, the frames before or a buffer that is used again, nor on the number of threads.
@@ -192,6 +193,18 @@ private slots:
     }
 
 private:
+    // The disc, its left half in the colours of what is behind it.
+    cv::Mat camouflaged(double x) const
+    {
+        cv::Mat result = scene.frame({x, center.y}), other;
+        const cv::Matx23d shift(1, 0, x + 71, 0, 1, 40);
+        cv::warpAffine(scene.empty(), other, shift, result.size(), 1, cv::BORDER_WRAP);
+        cv::Mat half = scene.matte({x, center.y}) >= 128;
+        half.colRange(0, int(x)) = 0;
+        other.copyTo(result, half);
+        return result;
+    }
+
     const DiscScene scene;
     const cv::Mat frame = scene.frame(center);
     const cv::Mat truth = scene.matte(center);

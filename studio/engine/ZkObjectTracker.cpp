@@ -21,10 +21,8 @@ std::shared_ptr<FrameData> frameData(const cv::Mat &frame, const TrackerOptions 
 {
     auto data = std::make_shared<FrameData>();
     data->frame = frame;
-    // Reading a large frame is what costs: the smaller picture is made from the larger one.
-    const cv::Mat small = shrunkFrame(frame, workingSize(frame.size(), options.motion.pixels));
-    data->motionImage = motionImage(small, options.motion);
-    data->features = computeFeatures(small, options.features);
+    data->motionImage = motionImage(frame, options.motion);
+    data->features = computeFeatures(frame, options.features);
     data->descriptors = describe(data->features);
     return data;
 }

@@ -77,7 +77,8 @@ cv::Mat grabCut(const Input &input)
 
 cv::Mat strokes(const Input &input)
 {
-    return engine::InteractiveSegmenter().segment(input.first, {input.keep, {}});
+    return engine::InteractiveSegmenter().segment(
+        input.first, {input.keep, {}}, {}, {input.second});
 }
 
 template<typename Function>

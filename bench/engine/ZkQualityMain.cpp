@@ -51,7 +51,10 @@ bool parse(int argc, char **argv, Arguments *arguments)
         else
             return false;
     }
-    return !arguments->folder.empty() || arguments->drawn > 0;
+    const std::string &only = arguments->only;
+    const bool isKnown =
+        only.empty() || only == "strokes" || only == "tracking" || only == "forward";
+    return isKnown && (!arguments->folder.empty() || arguments->drawn > 0);
 }
 
 // Means over the clips of what each of them gave, printed clip by clip.

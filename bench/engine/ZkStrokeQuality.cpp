@@ -9,6 +9,7 @@
 #include <opencv2/imgproc.hpp>
 
 #include <chrono>
+#include <vector>
 
 namespace zk::bench {
 
@@ -43,11 +44,12 @@ StrokeQuality measureStrokes(const std::string &folder, const QualityOptions &op
     Clip clip(folder, options.height);
     const cv::Mat frame = clip.nextFrame();
     const cv::Mat truth = clip.mask(0);
+    const std::vector<cv::Mat> neighbours {clip.nextFrame()}; // as the editor gives them: one away
     engine::Scribbles scribbles {clip.strokes("keep"), clip.strokes("remove")};
     StrokeQuality quality;
     auto start = Clock::now();
     engine::InteractiveSegmenter segmenter(options.segmenter);
-    cv::Mat matte = segmenter.segment(frame, scribbles);
+    cv::Mat matte = segmenter.segment(frame, scribbles, {}, neighbours);
     quality.seconds = secondsSince(start);
     quality.first = engine::intersectionOverUnion(matte, truth);
 
@@ -61,7 +63,7 @@ StrokeQuality measureStrokes(const std::string &folder, const QualityOptions &op
             break;
         cv::Mat &side = correction.isKeep ? scribbles.keep : scribbles.remove;
         side |= correction.stroke;
-        matte = segmenter.segment(frame, scribbles, matte);
+        matte = segmenter.segment(frame, scribbles, matte, neighbours);
     }
     quality.corrected = engine::intersectionOverUnion(matte, truth);
     return quality;

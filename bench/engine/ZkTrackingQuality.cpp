@@ -49,6 +49,16 @@ struct Footage
         }
     }
     int count() const { return int(frames.size()); }
+    // As the editor gives them to the segmenter.
+    std::vector<cv::Mat> around(int frame) const
+    {
+        std::vector<cv::Mat> result;
+        for (const int other : {frame - 1, frame + 1}) {
+            if (other >= 0 && other < count())
+                result.push_back(frames[std::size_t(other)]);
+        }
+        return result;
+    }
     double quality(const Mattes &mattes, int frame) const
     {
         return engine::intersectionOverUnion(mattes[frame], truths[frame]);
@@ -172,7 +182,8 @@ void measureCorrected(const Footage &footage,
                       TrackingQuality *quality)
 {
     engine::InteractiveSegmenter segmenter(options.segmenter);
-    Nodes nodes {{0, segmenter.segment(footage.frames[0], footage.scribbles)}};
+    Nodes nodes {
+        {0, segmenter.segment(footage.frames[0], footage.scribbles, {}, footage.around(0))}};
     Mattes mattes = emptyMattes(footage);
     track(footage, nodes, 0, footage.count() - 1, options.tracker, &mattes);
     quality->fromStrokes = footage.mean(mattes);
@@ -183,7 +194,8 @@ void measureCorrected(const Footage &footage,
     nodes[worst] = segmenter.segment(footage.frames[worst],
                                      {correction.isKeep ? correction.stroke : none,
                                       correction.isKeep ? none : correction.stroke},
-                                     mattes[worst]);
+                                     mattes[worst],
+                                     footage.around(worst));
     quality->corrected = footage.mean(corrected(footage, nodes, worst, options.tracker));
 }
 

@@ -121,11 +121,14 @@ cv::Mat StrokeSolver::appearance(const SeedPair &seeds) const
 // 1 at the object's seeds, -1 at those of the background, in between by the geodesic distances.
 cv::Mat StrokeSolver::nearness(const SeedPair &seeds) const
 {
-    const cv::Mat object = geodesicDistance(m_features.lab, seeds.object.all(), m_options.geodesic);
-    const cv::Mat background =
-        geodesicDistance(m_features.lab, seeds.background.all(), m_options.geodesic);
-    const cv::Mat sum = object + background + 1e-3;
-    return (background - object) / sum;
+    const cv::Mat from[] = {seeds.object.all(), seeds.background.all()};
+    cv::Mat distances[2];
+    cv::parallel_for_(cv::Range(0, 2), [&](const cv::Range &range) {
+        for (int i = range.start; i < range.end; ++i)
+            distances[i] = geodesicDistance(m_features.lab, from[i], m_options.geodesic);
+    });
+    const cv::Mat sum = distances[0] + distances[1] + 1e-3;
+    return (distances[1] - distances[0]) / sum;
 }
 
 // How much the previous matte still counts: fully far from the strokes that contradict it, not at all

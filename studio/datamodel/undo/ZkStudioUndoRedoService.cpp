@@ -9,7 +9,7 @@ Q_LOGGING_CATEGORY(lcUndo, "zk.undo")
 
 namespace {
 
-// Strokes keep their masks, some 13 KB each of a frame of 480 x 270.
+// Strokes keep their masks, compressed.
 constexpr int mostSteps = 1000;
 
 quint64 nextState()

@@ -25,7 +25,9 @@ ERASED_FRAMES = 12
 PAINTED_FRAME = 8
 HASTY_RESTORES = 4
 LEAST_OVERLAP = 0.9
-LEAST_PSNR = {"video": 24, "still": 19}  # dB, where the balloon was
+# dB, where the balloon was. Nobody knows what is behind it in a still: with its true matte, and up to ten
+# pixels more, what is made up gives 18.1 to 19.9. Eight pixels less, which leave a rim, give 13.8.
+LEAST_PSNR = {"video": 24, "still": 16}
 
 
 def on_screen(canvas, matte, points):

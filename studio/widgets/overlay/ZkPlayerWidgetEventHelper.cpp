@@ -10,8 +10,10 @@ namespace {
 
 const char helperProperty[] = "zkPlayerWidgetEventHelper";
 
-// Within which a window that is shown comes on screen, with those above it; in ms.
+// Within which a window that is shown comes on screen, with those above it; in ms. A busy machine needs more, so
+// it doubles with every second correction, this often.
 constexpr int settlingTime = 100;
+constexpr int mostDoublings = 4;
 // Some window managers insist on what they did.
 constexpr int mostCorrections = 10;
 
@@ -36,6 +38,7 @@ public:
     void forgetMinimising();
     void followOverlay(const QEvent *event);
     void check();
+    void setCorrections(int count);
     bool isLost() const;
 
     ZkPlayerWidgetEventHelper *q;
@@ -116,15 +119,24 @@ void ZkPlayerWidgetEventHelper::Private::followOverlay(const QEvent *event)
 // or leave it minimised or elsewhere.
 void ZkPlayerWidgetEventHelper::Private::check()
 {
-    if (!isWanted || !overlay || !q->isPlayerOnScreen() || ++corrections > mostCorrections)
+    if (!isWanted || !overlay || !q->isPlayerOnScreen())
         return;
-    if (isLost()) {
+    setCorrections(corrections + 1);
+    // In the end it is shown, seen or not.
+    if (isLost() && corrections <= mostCorrections) {
         hide();
         checkTimer.start(); // a window that goes and comes at once confuses them again
         return;
     }
-    Q_EMIT q->sigMove();
+    if (corrections <= mostCorrections)
+        Q_EMIT q->sigMove();
     sync();
+}
+
+void ZkPlayerWidgetEventHelper::Private::setCorrections(int count)
+{
+    corrections = count;
+    checkTimer.setInterval(settlingTime << qMin(count / 2, mostDoublings));
 }
 
 bool ZkPlayerWidgetEventHelper::Private::isLost() const
@@ -156,7 +168,7 @@ ZkPlayerWidgetEventHelper::ZkPlayerWidgetEventHelper(QWidget *overlay,
         connect(playerWidget, &QObject::destroyed, this, [this] { d->hide(); });
     d->syncTimer.setSingleShot(true);
     d->checkTimer.setSingleShot(true);
-    d->checkTimer.setInterval(settlingTime);
+    d->setCorrections(0);
     connect(&d->checkTimer, &QTimer::timeout, this, [this] { d->check(); });
     connect(&d->syncTimer, &QTimer::timeout, this, [this] {
         if (isPlayerOnScreen())
@@ -203,7 +215,7 @@ bool ZkPlayerWidgetEventHelper::isPlayerOnScreen() const
 void ZkPlayerWidgetEventHelper::setOverlayVisible(bool visible)
 {
     d->isWanted = visible;
-    d->corrections = 0;
+    d->setCorrections(0);
     d->sync();
 }
 
@@ -217,7 +229,7 @@ bool ZkPlayerWidgetEventHelper::eventFilter(QObject *watched, QEvent *event)
     }
     switch (event->type()) {
     case QEvent::Move:
-        d->corrections = 0;
+        d->setCorrections(0);
         Q_EMIT sigMove();
         break;
     case QEvent::Resize:
@@ -233,13 +245,13 @@ bool ZkPlayerWidgetEventHelper::eventFilter(QObject *watched, QEvent *event)
         d->syncTimer.start();
         break;
     case QEvent::WindowStateChange:
-        d->corrections = 0;
+        d->setCorrections(0);
         if (!isPlayerOnScreen())
             d->hide();
         d->checkTimer.start();
         break;
     case QEvent::Show:
-        d->corrections = 0;
+        d->setCorrections(0);
         (event->spontaneous() ? d->checkTimer : d->syncTimer).start();
         break;
     default:

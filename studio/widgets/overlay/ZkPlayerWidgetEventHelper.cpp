@@ -10,10 +10,8 @@ namespace {
 
 const char helperProperty[] = "zkPlayerWidgetEventHelper";
 
-// Within which a window that is shown comes on screen, with those above it; in ms. A busy machine needs more, so
-// it doubles with every second correction, this often.
+// Within which a window that is shown comes on screen, with those above it; in ms.
 constexpr int settlingTime = 100;
-constexpr int mostDoublings = 4;
 // Some window managers insist on what they did.
 constexpr int mostCorrections = 10;
 
@@ -38,7 +36,6 @@ public:
     void forgetMinimising();
     void followOverlay(const QEvent *event);
     void check();
-    void setCorrections(int count);
     bool isLost() const;
 
     ZkPlayerWidgetEventHelper *q;
@@ -119,24 +116,15 @@ void ZkPlayerWidgetEventHelper::Private::followOverlay(const QEvent *event)
 // or leave it minimised or elsewhere.
 void ZkPlayerWidgetEventHelper::Private::check()
 {
-    if (!isWanted || !overlay || !q->isPlayerOnScreen())
+    if (!isWanted || !overlay || !q->isPlayerOnScreen() || ++corrections > mostCorrections)
         return;
-    setCorrections(corrections + 1);
-    // In the end it is shown, seen or not.
-    if (isLost() && corrections <= mostCorrections) {
+    if (isLost()) {
         hide();
         checkTimer.start(); // a window that goes and comes at once confuses them again
         return;
     }
-    if (corrections <= mostCorrections)
-        Q_EMIT q->sigMove();
+    Q_EMIT q->sigMove();
     sync();
-}
-
-void ZkPlayerWidgetEventHelper::Private::setCorrections(int count)
-{
-    corrections = count;
-    checkTimer.setInterval(settlingTime << qMin(count / 2, mostDoublings));
 }
 
 bool ZkPlayerWidgetEventHelper::Private::isLost() const
@@ -168,7 +156,7 @@ ZkPlayerWidgetEventHelper::ZkPlayerWidgetEventHelper(QWidget *overlay,
         connect(playerWidget, &QObject::destroyed, this, [this] { d->hide(); });
     d->syncTimer.setSingleShot(true);
     d->checkTimer.setSingleShot(true);
-    d->setCorrections(0);
+    d->checkTimer.setInterval(settlingTime);
     connect(&d->checkTimer, &QTimer::timeout, this, [this] { d->check(); });
     connect(&d->syncTimer, &QTimer::timeout, this, [this] {
         if (isPlayerOnScreen())
@@ -215,7 +203,7 @@ bool ZkPlayerWidgetEventHelper::isPlayerOnScreen() const
 void ZkPlayerWidgetEventHelper::setOverlayVisible(bool visible)
 {
     d->isWanted = visible;
-    d->setCorrections(0);
+    d->corrections = 0;
     d->sync();
 }
 
@@ -229,7 +217,7 @@ bool ZkPlayerWidgetEventHelper::eventFilter(QObject *watched, QEvent *event)
     }
     switch (event->type()) {
     case QEvent::Move:
-        d->setCorrections(0);
+        d->corrections = 0;
         Q_EMIT sigMove();
         break;
     case QEvent::Resize:
@@ -245,13 +233,13 @@ bool ZkPlayerWidgetEventHelper::eventFilter(QObject *watched, QEvent *event)
         d->syncTimer.start();
         break;
     case QEvent::WindowStateChange:
-        d->setCorrections(0);
+        d->corrections = 0;
         if (!isPlayerOnScreen())
             d->hide();
         d->checkTimer.start();
         break;
     case QEvent::Show:
-        d->setCorrections(0);
+        d->corrections = 0;
         (event->spontaneous() ? d->checkTimer : d->syncTimer).start();
         break;
     default:

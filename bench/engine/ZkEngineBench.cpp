@@ -177,7 +177,7 @@ void addModels(const Input &input)
 void addDecision(const Input &input)
 {
     add("warp", input, [](const Input &in) {
-        engine::warpMatte(in.share, in.later.data()->motion);
+        engine::warpMatte(in.share, in.later.data()->transition.motion);
     });
     add("label transfer", input, [](const Input &in) {
         const engine::Descriptors &before = in.earlier.data()->descriptors;
@@ -186,7 +186,8 @@ void addDecision(const Input &input)
     });
     add("evidence", input, [](const Input &in) {
         const engine::FrameData &later = *in.later.data();
-        engine::gatherEvidence(*in.earlier.data(), in.share, later, later.motion, in.appearance);
+        engine::gatherEvidence(
+            *in.earlier.data(), in.share, later, later.transition.motion, in.appearance);
     });
     add("graph cut", input, [](const Input &in) {
         engine::cutGraph((in.share - 0.5) * 6.0, in.earlier.data()->features.lab, {});

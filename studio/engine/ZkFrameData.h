@@ -11,15 +11,31 @@
 
 namespace zk::engine {
 
+struct TrackerOptions;
+
+// Where the frame's pixels came from, and whether they came from there at all.
+struct Transition
+{
+    MotionField motion;
+    bool cut = false; // another shot begins
+};
+
 struct FrameData
 {
     cv::Mat frame; // as it came: shares the caller's pixels
     cv::Mat motionImage; // for the motion to the frame after this one
     FrameFeatures features;
     Descriptors descriptors; // views of the features
-    MotionField motion; // from the frame before; empty for the first one
-    bool cut = false; // a hard cut parts this frame from the one before
-    std::weak_ptr<const FrameData> previous; // the frame that these two were measured against
+    Transition transition; // from the frame before; without motion for the first one
+    std::weak_ptr<const FrameData> previous; // the frame that it was measured against
 };
+
+Transition
+measuredTransition(const FrameData &earlier, const FrameData &later, const TrackerOptions &options);
+
+// What was measured against this very frame, or is now.
+Transition transitionBetween(const std::shared_ptr<const FrameData> &earlier,
+                             const FrameData &later,
+                             const TrackerOptions &options);
 
 } // namespace zk::engine

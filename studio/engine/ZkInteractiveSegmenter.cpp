@@ -5,6 +5,7 @@
 #include "ZkMatte.h"
 #include "ZkMotion.h"
 #include "ZkOwnMotion.h"
+#include "ZkScribbleRules.h"
 #include "ZkStrokeSolver.h"
 
 #include <opencv2/imgproc.hpp>
@@ -15,11 +16,6 @@
 namespace zk::engine {
 
 namespace {
-
-bool fits(const cv::Mat &mask, const cv::Size &size)
-{
-    return mask.empty() || isMatteOf(mask, size);
-}
 
 // A coarse pixel is painted when any part of it is: thin strokes must not get lost.
 cv::Mat shrunkStroke(const cv::Mat &stroke, const cv::Size &size)
@@ -174,11 +170,7 @@ cv::Mat InteractiveSegmenter::segment(const cv::Mat &frame,
                                       const cv::Mat &previous,
                                       const std::vector<cv::Mat> &neighbours)
 {
-    if (!isFrame(frame) || !fits(scribbles.keep, frame.size())
-        || !fits(scribbles.remove, frame.size()) || !fits(previous, frame.size()))
-        return {};
-    const bool painted = !scribbles.keep.empty() && cv::countNonZero(scribbles.keep) > 0;
-    if (!painted && previous.empty())
+    if (!isSegmentable(frame, scribbles, previous))
         return {};
     d->look(frame, neighbours);
     const cv::Rect everything({0, 0}, frame.size());
@@ -192,10 +184,7 @@ cv::Mat InteractiveSegmenter::segment(const cv::Mat &frame,
         matte = cv::Mat(frame.size(), CV_8U, cv::Scalar(0));
         found.copyTo(matte(box));
     }
-    if (!scribbles.keep.empty())
-        matte.setTo(255, scribbles.keep);
-    if (!scribbles.remove.empty())
-        matte.setTo(0, scribbles.remove);
+    obeyScribbles(&matte, scribbles);
     return matte;
 }
 

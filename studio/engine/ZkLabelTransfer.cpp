@@ -19,7 +19,6 @@ struct RowSums
     float *object;
 };
 
-// The eight descriptor rows of both frames start at the pixels that are compared with one another.
 // The eight descriptor rows of both frames start at the pixels that are compared with one another. The
 // sums are those of 16 bits so that many pixels fit into a register.
 ZKENGINE_VECTORISED

@@ -2,6 +2,7 @@
 
 #include <opencv2/imgproc.hpp>
 
+#include <algorithm>
 #include <cstdint>
 
 namespace zk::engine {
@@ -65,6 +66,18 @@ cv::Mat grownMask(const cv::Mat &mask, int pixels)
     const int side = 2 * pixels + 1;
     cv::dilate(mask, result, cv::getStructuringElement(cv::MORPH_RECT, {side, side}));
     return result;
+}
+
+cv::Mat asShare(const cv::Mat &picture)
+{
+    cv::Mat share;
+    picture.convertTo(share, CV_32F, 1.0 / 255.0);
+    return share;
+}
+
+double completeness(int area, double usualArea)
+{
+    return std::min(1.0, area / std::max(1.0, usualArea * 0.5));
 }
 
 cv::Rect grownBox(const cv::Rect &box, const cv::Size &margin, const cv::Size &within)

@@ -27,36 +27,11 @@ std::shared_ptr<FrameData> frameData(const cv::Mat &frame, const TrackerOptions 
     return data;
 }
 
-// Where the frame's pixels came from, and whether they came from there at all.
-struct Transition
-{
-    MotionField motion;
-    bool cut = false;
-};
-
-Transition measured(const FrameData &earlier, const FrameData &later, const TrackerOptions &options)
-{
-    Transition result;
-    result.motion = measureMotion(
-        earlier.motionImage, later.motionImage, later.features.size(), options.motion);
-    result.cut = isSceneCut(continuityOf(earlier.features.lab, later.features.lab, result.motion),
-                            options.sceneCut);
-    return result;
-}
-
 cv::Mat coarseMatte(const cv::Mat &matte, const cv::Size &size)
 {
     cv::Mat coarse;
     cv::resize(matte, coarse, size, 0, 0, cv::INTER_AREA);
     return coarse;
-}
-
-// 0/255 to 0 .. 1.
-cv::Mat asShare(const cv::Mat &matte)
-{
-    cv::Mat share;
-    matte.convertTo(share, CV_32F, 1.0 / 255.0);
-    return share;
 }
 
 // What the tracker thinks of one frame, at working size.
@@ -79,7 +54,6 @@ struct ObjectTracker::Private
     void forget();
     void stand(const FramePointer &at, const cv::Mat &matte);
     void learnTruth(const FramePointer &at, const cv::Mat &fullMatte);
-    Transition transitionTo(const FrameData &next) const;
     Estimate follow(const FrameData &next, const MotionField &motion) const;
     Estimate found(const FrameData &next, const MotionField &motion) const;
     Estimate search(const FrameData &next) const;
@@ -134,20 +108,13 @@ void ObjectTracker::Private::learnTruth(const FramePointer &at, const cv::Mat &f
     sinceAdapted = 0;
 }
 
-Transition ObjectTracker::Private::transitionTo(const FrameData &next) const
-{
-    if (!next.motion.isEmpty() && next.previous.lock() == current)
-        return {next.motion, next.cut};
-    return measured(*current, next, options);
-}
-
 double ObjectTracker::Private::confidenceOf(const cv::Mat &object, const cv::Mat &logits) const
 {
-    if (cv::countNonZero(object) == 0)
+    const int objectSize = cv::countNonZero(object);
+    if (objectSize == 0)
         return 0.0;
     const double meanLogit = cv::mean(logits, object)[0];
-    const double size = std::min(1.0, cv::countNonZero(object) / std::max(1.0, usualArea * 0.5));
-    return std::clamp(std::tanh(meanLogit / 3.0), 0.0, 1.0) * size;
+    return std::clamp(std::tanh(meanLogit / 3.0), 0.0, 1.0) * completeness(objectSize, usualArea);
 }
 
 Estimate ObjectTracker::Private::decided(const FrameData &next,
@@ -259,9 +226,7 @@ PreparedFrame ObjectTracker::prepare(const PreparedFrame &previous, const cv::Ma
     if (previous.isEmpty() || !isFrame(frame) || frame.size() != previous.size())
         return {};
     const auto data = frameData(frame, d->options);
-    const Transition transition = measured(*previous.data(), *data, d->options);
-    data->motion = transition.motion;
-    data->cut = transition.cut;
+    data->transition = measuredTransition(*previous.data(), *data, d->options);
     data->previous = previous.data();
     return PreparedFrame(data);
 }
@@ -285,7 +250,7 @@ TrackedFrame ObjectTracker::advance(const PreparedFrame &next)
     if (!isStarted() || next.isEmpty() || next.size() != current().size())
         return {};
     const FramePointer data = next.data();
-    const Transition transition = d->transitionTo(*data);
+    const Transition transition = transitionBetween(d->current, *data, d->options);
     if (transition.cut)
         return {cv::Mat::zeros(next.size(), CV_8U), 0.0, true};
     const Estimate estimate = d->found(*data, transition.motion);

@@ -64,8 +64,8 @@ public:
 
     // Moves on to the next frame. A frame that was prepared against another one than current() is
     // taken too; its motion is then measured here, which costs time. A frame of another shot leaves the
-    // state alone. Before start(), or with a frame
-    // of another size, the result has no matte and the state stays.
+    // state alone. Before start(), or with a frame of another size, the result has no matte and the
+    // state stays.
     TrackedFrame advance(const PreparedFrame &next);
 
     // The user's word on a frame: it replaces the state (which stands at that frame afterwards) and

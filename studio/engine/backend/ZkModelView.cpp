@@ -1,6 +1,6 @@
 #include "ZkModelView.h"
 
-#include "../ZkFrameFeatures.h"
+#include "../ZkMaskTools.h"
 #include "../ZkMatteRefiner.h"
 #include "ZkOnnxModel.h"
 
@@ -34,13 +34,6 @@ cv::Mat shrunk(const cv::Mat &picture, const cv::Size &size)
         return picture;
     cv::Mat result;
     cv::resize(picture, result, size, 0, 0, cv::INTER_AREA);
-    return result;
-}
-
-cv::Mat asShare(const cv::Mat &picture)
-{
-    cv::Mat result;
-    picture.convertTo(result, CV_32F, 1.0 / 255.0);
     return result;
 }
 

@@ -1,6 +1,7 @@
 #include "ZkOnnxSegmenter.h"
 
 #include "../ZkMatte.h"
+#include "../ZkScribbleRules.h"
 #include "ZkModelLayout.h"
 #include "ZkModelView.h"
 
@@ -9,20 +10,6 @@
 namespace zk::engine {
 
 namespace {
-
-bool isMaskFor(const cv::Mat &mask, const cv::Size &size)
-{
-    return mask.empty() || isMatteOf(mask, size);
-}
-
-bool isSegmentable(const cv::Mat &frame, const Scribbles &scribbles, const cv::Mat &previous)
-{
-    const cv::Size size = frame.size();
-    const bool isPainted = !scribbles.keep.empty() && isMaskFor(scribbles.keep, size)
-        && cv::countNonZero(scribbles.keep) > 0;
-    return isFrame(frame) && isMaskFor(scribbles.keep, size) && isMaskFor(scribbles.remove, size)
-        && isMaskFor(previous, size) && (isPainted || !previous.empty());
-}
 
 bool isLike(const cv::Mat &neighbour, const cv::Mat &frame)
 {
@@ -78,10 +65,7 @@ cv::Mat OnnxSegmenter::segment(const cv::Mat &frame,
     cv::Mat matte = run(frame, scribbles, previous, neighbours);
     if (matte.empty() || objectArea(matte) == 0)
         return m_builtIn->segment(frame, scribbles, previous, neighbours);
-    if (!scribbles.keep.empty())
-        matte.setTo(255, scribbles.keep);
-    if (!scribbles.remove.empty())
-        matte.setTo(0, scribbles.remove);
+    obeyScribbles(&matte, scribbles);
     return matte;
 }
 

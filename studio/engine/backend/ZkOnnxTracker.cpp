@@ -1,8 +1,8 @@
 #include "ZkOnnxTracker.h"
 
 #include "../ZkFrameData.h"
+#include "../ZkMaskTools.h"
 #include "../ZkMatte.h"
-#include "../ZkSceneCut.h"
 #include "../ZkTrackerOptions.h"
 #include "ZkModelLayout.h"
 #include "ZkModelView.h"
@@ -19,18 +19,6 @@ const cv::Mat &pixelsOf(const PreparedFrame &prepared)
     return prepared.data()->frame;
 }
 
-bool isCut(const PreparedFrame &from, const PreparedFrame &to)
-{
-    const FrameData &earlier = *from.data(), &later = *to.data();
-    if (later.previous.lock() == from.data())
-        return later.cut;
-    const TrackerOptions options;
-    const MotionField motion = measureMotion(
-        earlier.motionImage, later.motionImage, later.features.size(), options.motion);
-    return isSceneCut(continuityOf(earlier.features.lab, later.features.lab, motion),
-                      options.sceneCut);
-}
-
 // How sure the network is of the object's pixels: 0 for 0.5, 1 for 1. An object of which little is left
 // since the user showed it is less sure.
 double confidenceOf(const cv::Mat &matte, const cv::Mat &shown)
@@ -40,7 +28,7 @@ double confidenceOf(const cv::Mat &matte, const cv::Mat &shown)
     if (area == 0)
         return 0.0;
     const double certainty = cv::mean(matte, object)[0] / 127.5 - 1.0;
-    return std::clamp(certainty, 0.0, 1.0) * std::min(1.0, 2.0 * area / objectArea(shown));
+    return std::clamp(certainty, 0.0, 1.0) * completeness(area, objectArea(shown));
 }
 
 } // namespace
@@ -110,7 +98,8 @@ TrackedFrame OnnxTracker::run(const PreparedFrame &next) const
 {
     TrackedFrame tracked;
     tracked.matte = cv::Mat::zeros(next.size(), CV_8U);
-    tracked.sceneCut = isCut(m_current.frame, next);
+    tracked.sceneCut =
+        transitionBetween(m_current.frame.data(), *next.data(), TrackerOptions()).cut;
     if (tracked.sceneCut)
         return tracked;
     const ModelView view(*m_model, next.size());

@@ -143,7 +143,10 @@ void ZkAIErasingView::onToolChanged(int toolType)
         return;
     m_presenter->setPlayerEditMode(Tools[toolType].mode);
     m_presenter->trackClickEvent(QString::fromLatin1(Tools[toolType].usageKey));
+    updateUIForTool(toolType);
 }
+
+void ZkAIErasingView::updateUIForTool(int) { }
 
 void ZkAIErasingView::onCreateButtonClicked()
 {

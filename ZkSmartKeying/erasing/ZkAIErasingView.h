@@ -40,6 +40,7 @@ private Q_SLOTS:
 private:
     void initUI();
     void connectSignals();
+    void updateUIForTool(int toolType); // nothing: the setting view shows which tool is chosen
     void updateCreateButtonState();
     void open();
     int segmentCount() const;

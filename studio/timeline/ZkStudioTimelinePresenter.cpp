@@ -166,6 +166,10 @@ void ZkStudioTimelinePresenter::goToNode(int direction, SelectionMode mode)
 
 void ZkStudioTimelinePresenter::goToFrameToCorrect()
 {
+    if (frameToCorrect() == position()) {
+        service()->setChecked(position());
+        readMarks();
+    }
     if (frameToCorrect() >= 0)
         seek(frameToCorrect());
 }

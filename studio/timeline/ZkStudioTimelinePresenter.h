@@ -53,7 +53,8 @@ public:
     // The tracked frame that is most worth a correction, where the segmentation is being edited; -1: none, or
     // while tracking.
     qint64 frameToCorrect() const { return isTracking() ? -1 : m_marks.frameToCorrect(); }
-    // Stays where it is when there is none.
+    // Stays where it is when there is none. Whoever is there already has seen that it is right, and goes on to
+    // the next one.
     void goToFrameToCorrect();
     double frameRate() const;
     bool isTracking() const;

@@ -198,7 +198,7 @@ void TimelineCanvas::mouseDoubleClickEvent(QMouseEvent *event)
     const qint64 node = nodeAt(event->localPos());
     if (event->button() == Qt::LeftButton && node >= 0)
         m_presenter->seek(node);
-    else
+    else if (!isOnDoubt(event->localPos())) // which would say that the frame is right
         mousePressEvent(event);
 }
 

@@ -2068,12 +2068,12 @@
         <translation>Fortschritt</translation>
     </message>
     <message>
-        <source>Go to the frame that tracking is least certain of</source>
-        <translation>Zum Bild gehen, bei dem das Tracking am unsichersten ist</translation>
-    </message>
-    <message>
         <source>Check %1</source>
         <translation>%1 prüfen</translation>
+    </message>
+    <message>
+        <source>Go to the frame that tracking is least certain of, from there to the next one</source>
+        <translation>Zum Bild gehen, bei dem das Tracking am unsichersten ist, von dort zum nächsten</translation>
     </message>
 </context>
 <context>

@@ -2058,12 +2058,12 @@
         <translation>进度</translation>
     </message>
     <message>
-        <source>Go to the frame that tracking is least certain of</source>
-        <translation>转到跟踪最不确定的帧</translation>
-    </message>
-    <message>
         <source>Check %1</source>
         <translation>检查 %1</translation>
+    </message>
+    <message>
+        <source>Go to the frame that tracking is least certain of, from there to the next one</source>
+        <translation>转到跟踪最不确定的帧，再按一次则转到下一个</translation>
     </message>
 </context>
 <context>

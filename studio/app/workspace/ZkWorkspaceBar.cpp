@@ -58,8 +58,9 @@ constexpr CommandLook looks[] = {
      nullptr,
      "Shift+C",
      nullptr,
-     QT_TRANSLATE_NOOP("zk::app::WorkspaceBar",
-                       "Go to the frame that tracking is least certain of")},
+     QT_TRANSLATE_NOOP(
+         "zk::app::WorkspaceBar",
+         "Go to the frame that tracking is least certain of, from there to the next one")},
     {"WorkspaceReset",
      nullptr,
      "Ctrl+R",

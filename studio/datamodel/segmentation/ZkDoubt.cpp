@@ -62,6 +62,14 @@ Stretch stretchFrom(Place first, Place end)
     return stretch;
 }
 
+bool isChecked(const Stretch &stretch, const QMap<qint64, float> &checked)
+{
+    return std::any_of(stretch.first, stretch.end, [&](const Trust &trust) {
+        const auto it = checked.constFind(trust.frame);
+        return it != checked.constEnd() && *it == trust.confidence;
+    });
+}
+
 qint64 frameOf(const Segments &segments, const Stretch &stretch)
 {
     const double fallen = stretch.first->way == Trust::Way::Both
@@ -81,7 +89,7 @@ qint64 frameOf(const Segments &segments, const Stretch &stretch)
 
 } // namespace
 
-qint64 frameToCorrect(const Segments &segments)
+qint64 frameToCorrect(const Segments &segments, const QMap<qint64, float> &checked)
 {
     const QVector<Trust> trust = segments.trackingTrust();
     qint64 result = -1;
@@ -92,7 +100,8 @@ qint64 frameToCorrect(const Segments &segments)
             break;
         const Stretch stretch = stretchFrom(place, trust.cend());
         place = stretch.end;
-        const bool isWorse = stretch.lowest < doubtful && stretch.weight > most;
+        const bool isWorse =
+            stretch.lowest < doubtful && stretch.weight > most && !isChecked(stretch, checked);
         const qint64 frame = isWorse ? frameOf(segments, stretch) : -1;
         if (frame >= 0) {
             result = frame;

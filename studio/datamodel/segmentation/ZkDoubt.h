@@ -9,6 +9,10 @@ namespace zk::datamodel {
 // An error is carried on along the way of a run, and so is a correction: of the stretch that is most in
 // doubt it is the frame at which confidence has clearly fallen, and between two runs that met, which are
 // both far from their nodes, the worst frame. It is no node, and not beside one.
-ZKDATAMODEL_EXPORT qint64 frameToCorrect(const Segments &segments);
+//
+// checked: frames that were found to be right, with the confidence that tracking had there. What is in doubt
+// together with one is left out, unless it was tracked again with another confidence.
+ZKDATAMODEL_EXPORT qint64 frameToCorrect(const Segments &segments,
+                                         const QMap<qint64, float> &checked = {});
 
 } // namespace zk::datamodel

@@ -131,8 +131,14 @@ qint64 ZkStudioSmartKeyingService::frameToCorrect() const
     if (m_isLocked)
         return -1;
     if (!m_doubt || m_doubt->change != m_change)
-        m_doubt = Doubt {m_change, zk::datamodel::frameToCorrect(m_segments)};
+        m_doubt = Doubt {m_change, zk::datamodel::frameToCorrect(m_segments, m_checked)};
     return m_doubt->frame;
+}
+
+void ZkStudioSmartKeyingService::setChecked(qint64 frame)
+{
+    m_checked[frame] = m_segments.confidenceAt(frame);
+    m_doubt.reset();
 }
 
 void ZkStudioSmartKeyingService::closeTracking(const QMap<qint64, TrackedMattes> &before,

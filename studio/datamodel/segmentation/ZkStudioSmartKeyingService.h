@@ -101,6 +101,9 @@ public:
     QVector<qint64> sceneCuts() const;
     // The frame that is most worth a correction; -1: none, or a run is under way.
     qint64 frameToCorrect() const;
+    // The user has found that frame to be right: it is not named again, nor what is in doubt with it, until it
+    // is tracked again. No undo step, no report.
+    void setChecked(qint64 frame);
 
     void setLocked(bool locked) { m_isLocked = locked; }
     bool isLocked() const { return m_isLocked; }
@@ -225,6 +228,7 @@ private:
         qint64 frame;
     };
     mutable std::optional<Doubt> m_doubt; // as of that change
+    QMap<qint64, float> m_checked; // with the confidence then
     std::optional<Departure> m_departure;
     bool m_canTakeSaveBack = false; // the last saved selection
     qint64 m_selectedNode = -1;

@@ -366,6 +366,8 @@ private Q_SLOTS:
         QCOMPARE(bench.canvas()->cursor().shape(), Qt::PointingHandCursor);
         QTest::mouseClick(bench.canvas(), Qt::LeftButton, {}, mark + QPoint(6, 0));
         QCOMPARE(bench.position(), 9);
+        QTest::mouseDClick(bench.canvas(), Qt::LeftButton, {}, mark + QPoint(6, 0));
+        QCOMPARE(bench.presenter.frameToCorrect(), qint64(9));
         // A correction there takes it away, and undo brings it back.
         QVERIFY(bench.giveTruth(9));
         QCOMPARE(bench.presenter.frameToCorrect(), qint64(-1));
@@ -374,6 +376,13 @@ private Q_SLOTS:
         ZkStudioTimelinePresenter opened;
         opened.setTimeline(bench.timeline());
         QCOMPARE(opened.frameToCorrect(), qint64(9));
+        // Once more, when it is there: it is right as it is, until it is tracked again.
+        QTest::mouseClick(bench.canvas(), Qt::LeftButton, {}, mark + QPoint(6, 0));
+        QCOMPARE(bench.presenter.frameToCorrect(), qint64(-1));
+        QCOMPARE(bench.position(), 9);
+        bench.service()->storeTracked(9, true, {matte, 0.1F, 0, revision, 1});
+        bench.service()->reportChange();
+        QCOMPARE(bench.presenter.frameToCorrect(), qint64(9));
         // Where nothing can be corrected it is of no use.
         bench.service()->setEnabled(false);
         bench.service()->reportChange();

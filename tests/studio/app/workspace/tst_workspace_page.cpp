@@ -138,7 +138,8 @@ private Q_SLOTS:
         QCOMPARE(button->text(), QStringLiteral("Check 00:00:00:05"));
         m_bench->click("WorkspaceCheckFrame");
         QTRY_COMPARE_WITH_TIMEOUT(m_bench->presenter()->currentFrame(), qint64(5), 10000);
-        m_bench->key(Qt::Key_Home);
+        m_bench->key(Qt::Key_Left);
+        QTRY_COMPARE_WITH_TIMEOUT(m_bench->presenter()->currentFrame(), qint64(4), 10000);
         m_bench->key(Qt::Key_C, Qt::ShiftModifier);
         QTRY_COMPARE_WITH_TIMEOUT(m_bench->presenter()->currentFrame(), qint64(5), 10000);
         m_bench->click("WorkspaceTrackBoth");
@@ -148,6 +149,11 @@ private Q_SLOTS:
         QVERIFY(!m_bench->question());
         m_bench->page->undo();
         QVERIFY(button->isVisible());
+        m_bench->key(Qt::Key_C, Qt::ShiftModifier);
+        QTRY_COMPARE_WITH_TIMEOUT(m_bench->presenter()->currentFrame(), qint64(5), 10000);
+        QVERIFY(button->isVisible());
+        m_bench->key(Qt::Key_C, Qt::ShiftModifier); // right as it is
+        QVERIFY(!button->isVisible());
     }
 
     void saysWhereTheSceneChanges()

@@ -235,6 +235,8 @@ private Q_SLOTS:
             segments.setTracked(i + 1, false, sideOf(100, segments, 10, 0.2F));
         }
         QCOMPARE(frameToCorrect(segments), qint64(5)); // the worst
+        QCOMPARE(frameToCorrect(segments, {{3, 0.6F}}), qint64(-1)); // in doubt together
+        QCOMPARE(frameToCorrect(segments, {{3, 0.5F}, {1, 1.0F}}), qint64(5));
         // What was tracked before the node changed has to be tracked again first.
         segments.setNode(0, nodeOf(254));
         segments.setNode(10, nodeOf(254));

@@ -8,9 +8,7 @@ namespace zk::bench {
 
 namespace {
 
-const cv::Size frameSize(640, 360);
 constexpr int room = 160; // pixels of the landscape on every side of the frame
-constexpr double grain = 2.5; // grey levels, standard deviation
 constexpr double shutter = 0.5; // of the time between two frames
 constexpr int exposures = 3; // that a blurred frame is the mean of
 constexpr int kinds = 5;
@@ -37,7 +35,7 @@ DrawnFootage::Actor DrawnFootage::anyActor(const Palette &palette, cv::RNG &rand
 {
     const bool fast = m_kind == Kind::Fast;
     Actor actor;
-    actor.texture = zk::bench::texture(frameSize, palette, random.uniform(40.0, 90.0), random);
+    actor.texture = zk::bench::texture(drawnSize, palette, random.uniform(40.0, 90.0), random);
     actor.body = {random.uniform(30, 75), random.uniform(22, 50)};
     actor.start = anyWay(random, 0.0, 60.0);
     actor.motion = anyWay(random, fast ? 4.0 : 0.5, fast ? 7.0 : 3.0);
@@ -66,7 +64,7 @@ DrawnFootage::DrawnFootage(int number)
     Palette own = mutedPalette(random);
     if (m_kind == Kind::Alike)
         own[2] = around[0];
-    const cv::Size wide = frameSize + cv::Size(2 * room, 2 * room);
+    const cv::Size wide = withRoom(room);
     m_landscape = texture(wide, around, random.uniform(60.0, 200.0), random);
     m_pan = anyWay(random, 0.0, 3.0);
     m_shake = random.uniform(0.0, 2.0);
@@ -101,8 +99,8 @@ cv::Matx23d DrawnFootage::camera(double time) const
 // In the actor's own coordinates, its middle in the middle.
 cv::Mat DrawnFootage::outlineOf(const Actor &actor, double time) const
 {
-    cv::Mat outline = cv::Mat::zeros(frameSize, CV_8U);
-    const cv::Point middle(frameSize.width / 2, frameSize.height / 2);
+    cv::Mat outline = cv::Mat::zeros(drawnSize, CV_8U);
+    const cv::Point middle(drawnSize.width / 2, drawnSize.height / 2);
     cv::ellipse(outline, middle, actor.body, 0, 0, 360, 255, cv::FILLED, cv::LINE_AA);
     for (const Limb &limb : actor.limbs) {
         const double angle = degrees(limb.angle + limb.swing * std::sin(0.4 * time + limb.phase));
@@ -119,8 +117,8 @@ DrawnFootage::Layer DrawnFootage::layerOf(const Actor &actor, double time) const
     const double size = 1.0 / std::pow(1.0 + actor.growth, time);
     const cv::Vec2d place = actor.start + actor.motion * time;
     const cv::Matx22d turn(std::cos(angle), std::sin(angle), -std::sin(angle), std::cos(angle));
-    const cv::Vec2d middle(0.5 * frameSize.width, 0.5 * frameSize.height);
-    cv::Mat map(frameSize, CV_32FC2);
+    const cv::Vec2d middle(0.5 * drawnSize.width, 0.5 * drawnSize.height);
+    cv::Mat map(drawnSize, CV_32FC2);
     map.forEach<cv::Vec2f>([&](cv::Vec2f &from, const int *at) {
         const cv::Vec2d own = turn * (cv::Vec2d(at[1], at[0]) - middle - place) * size;
         const cv::Vec2d bent(std::sin(0.05 * own[1] + 0.3 * time),
@@ -131,14 +129,14 @@ DrawnFootage::Layer DrawnFootage::layerOf(const Actor &actor, double time) const
     cv::remap(actor.texture, layer.color, map, {}, cv::INTER_LINEAR, cv::BORDER_REFLECT);
     cv::remap(outlineOf(actor, time), layer.share, map, {}, cv::INTER_LINEAR);
     cv::GaussianBlur(layer.share, layer.share, {3, 3}, 0.0);
-    layer.share.convertTo(layer.share, CV_32F, 1.0 / 255.0);
+    layer.share = asShare(layer.share);
     return layer;
 }
 
 cv::Mat DrawnFootage::posts(double time) const
 {
     cv::Mat share;
-    cv::warpAffine(m_postShare, share, camera(time), frameSize);
+    cv::warpAffine(m_postShare, share, camera(time), drawnSize);
     return share;
 }
 
@@ -146,27 +144,24 @@ cv::Mat DrawnFootage::scene(double time) const
 {
     cv::Mat result, post;
     const cv::Matx23d view = camera(time);
-    cv::warpAffine(m_landscape, result, view, frameSize, cv::INTER_LINEAR, cv::BORDER_REFLECT);
+    cv::warpAffine(m_landscape, result, view, drawnSize, cv::INTER_LINEAR, cv::BORDER_REFLECT);
     for (const Actor &actor : m_actors) {
         const Layer layer = layerOf(actor, time);
         result = mixed(result, layer.color, layer.share);
     }
     if (m_kind != Kind::Posts)
         return result;
-    cv::warpAffine(m_postColor, post, view, frameSize);
+    cv::warpAffine(m_postColor, post, view, drawnSize);
     return mixed(result, post, posts(time));
 }
 
 cv::Mat DrawnFootage::frame(int index) const
 {
-    cv::Mat sum = cv::Mat::zeros(frameSize, CV_32FC3), own(frameSize, CV_32FC3), result;
+    cv::Mat sum = cv::Mat::zeros(drawnSize, CV_32FC3);
     for (int i = 0; i < exposures; ++i)
         sum += scene(index + shutter * (double(i) / (exposures - 1) - 0.5));
-    cv::RNG random(m_grain + std::uint64_t(index));
-    random.fill(own, cv::RNG::NORMAL, 0.0, grain);
     const double light = (1.0 + m_light * std::sin(0.3 * index)) / exposures;
-    cv::Mat(sum * light + own).convertTo(result, CV_8U);
-    return result;
+    return photograph(sum * light, m_grain + std::uint64_t(index));
 }
 
 cv::Mat DrawnFootage::mask(int index) const

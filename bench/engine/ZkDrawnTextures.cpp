@@ -8,6 +8,8 @@ namespace zk::bench {
 
 namespace {
 
+constexpr double grain = 2.5; // grey levels, standard deviation
+
 // 0 .. 1, with structures from the coarse size down to a few pixels.
 cv::Mat noise(const cv::Size &size, double coarse, cv::RNG &random)
 {
@@ -56,6 +58,27 @@ cv::Mat texture(const cv::Size &size, const Palette &palette, double coarse, cv:
     cv::Mat light = 0.7 + 0.6 * noise(size, coarse * 2, random);
     cv::merge(std::vector<cv::Mat>(3, light), light);
     return result.mul(light);
+}
+
+cv::Mat asShare(const cv::Mat &mask)
+{
+    cv::Mat share;
+    mask.convertTo(share, CV_32F, 1.0 / 255.0);
+    return share;
+}
+
+cv::Size withRoom(int pixels)
+{
+    return drawnSize + cv::Size(2 * pixels, 2 * pixels);
+}
+
+cv::Mat photograph(const cv::Mat &picture, std::uint64_t number)
+{
+    cv::Mat own(picture.size(), CV_32FC3), result;
+    cv::RNG random(number);
+    random.fill(own, cv::RNG::NORMAL, 0.0, grain);
+    cv::Mat(picture + own).convertTo(result, CV_8U);
+    return result;
 }
 
 cv::Vec2d anyWay(cv::RNG &random, double least, double most)

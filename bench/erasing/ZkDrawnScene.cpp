@@ -10,13 +10,11 @@ namespace zk::bench {
 
 namespace {
 
-const cv::Size frameSize(640, 360);
 constexpr int room = 40; // pixels on every side of the landscape, for the pan
-constexpr double grain = 2.5; // grey levels, standard deviation
 
 cv::Matx23d moveBy(const cv::Vec2d &shift, double degrees)
 {
-    const cv::Point2f middle(frameSize.width * 0.5f, frameSize.height * 0.5f);
+    const cv::Point2f middle(drawnSize.width * 0.5f, drawnSize.height * 0.5f);
     cv::Matx23d matrix = cv::getRotationMatrix2D(middle, degrees, 1.0);
     matrix(0, 2) += shift[0];
     matrix(1, 2) += shift[1];
@@ -33,9 +31,8 @@ DrawnScene::DrawnScene(ObjectKind kind, std::uint64_t seed)
     Palette own = anyPalette(random);
     if (kind == ObjectKind::Alike)
         own[2] = around[0];
-    const cv::Size wide = frameSize + cv::Size(2 * room, 2 * room);
-    m_landscape = texture(wide, around, 160.0, random);
-    m_object = texture(frameSize, own, 70.0, random);
+    m_landscape = texture(withRoom(room), around, 160.0, random);
+    m_object = texture(drawnSize, own, 70.0, random);
     m_shape = shapeOf(kind, random);
     m_pan = anyWay(random, 0.0, 3.0);
     m_motion = anyWay(random, 1.0, 5.0);
@@ -45,8 +42,8 @@ DrawnScene::DrawnScene(ObjectKind kind, std::uint64_t seed)
 
 cv::Mat DrawnScene::shapeOf(ObjectKind kind, cv::RNG &random) const
 {
-    cv::Mat shape = cv::Mat::zeros(frameSize, CV_8U);
-    const cv::Point middle(frameSize.width / 2, frameSize.height / 2);
+    cv::Mat shape = cv::Mat::zeros(drawnSize, CV_8U);
+    const cv::Point middle(drawnSize.width / 2, drawnSize.height / 2);
     const int length = random.uniform(40, 100), width = random.uniform(25, 60);
     cv::ellipse(shape,
                 middle,
@@ -69,23 +66,19 @@ cv::Mat DrawnScene::shapeOf(ObjectKind kind, cv::RNG &random) const
 cv::Mat DrawnScene::mask(int index) const
 {
     cv::Mat result;
-    cv::warpAffine(m_shape, result, moveBy(m_motion * index, m_turn * index), frameSize);
+    cv::warpAffine(m_shape, result, moveBy(m_motion * index, m_turn * index), drawnSize);
     cv::GaussianBlur(result, result, {3, 3}, 0.0);
     return result;
 }
 
 cv::Mat DrawnScene::frame(int index) const
 {
-    cv::Mat behind, object, share, result;
+    cv::Mat behind, object;
     const cv::Matx23d pan(1, 0, m_pan[0] * index - room, 0, 1, m_pan[1] * index - room);
-    cv::warpAffine(m_landscape, behind, pan, frameSize, cv::INTER_LINEAR, cv::BORDER_REPLICATE);
-    cv::warpAffine(m_object, object, moveBy(m_motion * index, m_turn * index), frameSize);
-    mask(index).convertTo(share, CV_32F, 1.0 / 255.0);
-    cv::Mat seen = mixed(behind, object, share), own(frameSize, CV_32FC3);
-    cv::RNG random(m_grain + std::uint64_t(index + 100));
-    random.fill(own, cv::RNG::NORMAL, 0.0, grain);
-    cv::Mat(seen + own).convertTo(result, CV_8U);
-    return result;
+    cv::warpAffine(m_landscape, behind, pan, drawnSize, cv::INTER_LINEAR, cv::BORDER_REPLICATE);
+    cv::warpAffine(m_object, object, moveBy(m_motion * index, m_turn * index), drawnSize);
+    const cv::Mat seen = mixed(behind, object, asShare(mask(index)));
+    return photograph(seen, m_grain + std::uint64_t(index + 100));
 }
 
 } // namespace zk::bench

@@ -13,6 +13,8 @@
 
 namespace {
 
+using zk::media::MediaReader;
+
 QImage alphaOf(const QImage &frame)
 {
     return frame.hasAlphaChannel() ? frame.convertToFormat(QImage::Format_Alpha8) : QImage();
@@ -39,23 +41,19 @@ int fail(const QString &message)
     return 1;
 }
 
-int compareMattes(const QString &clip, const QString &mattesFolder)
+int compareMattes(MediaReader &clip, const QString &mattesFolder)
 {
-    QString error;
-    const auto reader = zk::media::MediaReader::open(clip, &error);
-    if (!reader)
-        return fail(error);
     const QDir folder(mattesFolder);
     const QStringList mattes = folder.entryList({QStringLiteral("*.png")}, QDir::Files, QDir::Name);
-    if (mattes.isEmpty() || mattes.size() != reader->info().frameCount)
+    if (mattes.isEmpty() || mattes.size() != clip.info().frameCount)
         return fail(QStringLiteral("%1 frames, but %2 mattes")
-                        .arg(reader->info().frameCount)
+                        .arg(clip.info().frameCount)
                         .arg(mattes.size()));
     double sum = 0;
     for (int i = 0; i < mattes.size(); ++i) {
         const QImage truth =
             QImage(folder.filePath(mattes.at(i))).convertToFormat(QImage::Format_Grayscale8);
-        const QImage alpha = alphaOf(reader->frameAt(i));
+        const QImage alpha = alphaOf(clip.frameAt(i));
         if (alpha.size() != truth.size())
             return fail(QStringLiteral("frame %1 has no alpha of the matte's size").arg(i));
         sum += overlap(alpha, truth);
@@ -64,16 +62,15 @@ int compareMattes(const QString &clip, const QString &mattesFolder)
     return 0;
 }
 
-int compareBackgrounds(const QString &source, const QString &result, const QString &folder)
+int compareBackgrounds(const QString &source,
+                       const QString &result,
+                       const zk::media::MediaInfo &resultInfo,
+                       const QString &folder)
 {
-    QString error;
-    const auto reader = zk::media::MediaReader::open(result, &error);
-    if (!reader)
-        return fail(error);
     zk::erasing::EraseJob job;
     job.mediaPath = source;
     job.output.path = result;
-    job.masks.resize(reader->info().isStill ? 1 : int(reader->info().frameCount));
+    job.masks.resize(resultInfo.isStill ? 1 : int(resultInfo.frameCount));
     zk::app::ErasePsnr psnr;
     const zk::app::ExportOutcome outcome = zk::app::EraseComparison(job).measure(folder, &psnr);
     if (outcome.code != zk::app::ExitCode::Success)
@@ -82,13 +79,9 @@ int compareBackgrounds(const QString &source, const QString &result, const QStri
     return 0;
 }
 
-int writeStill(const QString &clip, const QString &picture)
+int writeStill(MediaReader &clip, const QString &picture)
 {
-    QString error;
-    const auto reader = zk::media::MediaReader::open(clip, &error);
-    if (!reader)
-        return fail(error);
-    return reader->frameAt(0).save(picture) ? 0 : fail(picture);
+    return clip.frameAt(0).save(picture) ? 0 : fail(picture);
 }
 
 } // namespace
@@ -98,12 +91,18 @@ int main(int argc, char **argv)
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     const QString what = arguments.value(1);
-    const QString path = arguments.value(2);
+    const QString source = arguments.value(2);
+    const bool isErased = what == QLatin1String("erased");
+    const QString clip = isErased ? arguments.value(3) : source;
+    QString error;
+    const auto reader = MediaReader::open(clip, &error);
+    if (!reader)
+        return fail(error);
+    if (isErased)
+        return compareBackgrounds(source, clip, reader->info(), arguments.value(4));
     if (what == QLatin1String("overlap"))
-        return compareMattes(path, arguments.value(3));
-    if (what == QLatin1String("erased"))
-        return compareBackgrounds(path, arguments.value(3), arguments.value(4));
+        return compareMattes(*reader, arguments.value(3));
     if (what == QLatin1String("still"))
-        return writeStill(path, arguments.value(3));
+        return writeStill(*reader, arguments.value(3));
     return fail(QStringLiteral("nothing to do"));
 }

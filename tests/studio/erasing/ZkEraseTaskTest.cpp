@@ -240,6 +240,18 @@ private Q_SLOTS:
                 >= (hole.contains(0, 0) ? 0 : 99));
     }
 
+    void goesOnWithoutItsNetwork()
+    {
+        erasing::EraseJob job = jobFor("clip.mkv", *m_sample, "network/out.mkv");
+        job.masks = job.masks.mid(0, 3);
+        job.modelPath = path("gone.onnx");
+        const auto task = taskFor(job);
+        const QSignalSpy notes(task.get(), &EraseTask::noted);
+        QCOMPARE(run(task.get()), EraseTask::Result::Succeeded);
+        QCOMPARE(notes.size(), 1);
+        QVERIFY(notes.at(0).at(0).toString().contains("gone.onnx cannot be read"));
+    }
+
     void tasksQueue()
     {
         erasing::EraseQueue queue;

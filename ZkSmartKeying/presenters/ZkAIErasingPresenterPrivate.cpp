@@ -1,4 +1,5 @@
 #include "ZkAIErasingPresenter_p.h"
+#include "ZkSmartKeyingPresenter_p.h"
 
 #include "../ZkCallLater.h"
 
@@ -23,19 +24,8 @@ void ZkAIErasingPresenterPrivate::sendUseEvent()
 
 void ZkAIErasingPresenterPrivate::followPlayerState(int state)
 {
-    if (erasingSegmentCount <= 0)
-        return;
-    switch (state) {
-    case ZKPLAYER::PlayingState:
-        q->switchWorkMode(ZKSMARTKEYING::PlayingMode);
-        break;
-    case ZKPLAYER::StoppedState:
-    case ZKPLAYER::PausedState:
-        q->switchWorkMode(ZKSMARTKEYING::EditingMode);
-        break;
-    default:
-        emit q->sigTrackingModeChanged(q->isTrackingMode());
-    }
+    if (erasingSegmentCount > 0)
+        zkFollowPlayerState(q, state);
 }
 
 void ZkAIErasingPresenterPrivate::clearTracking()

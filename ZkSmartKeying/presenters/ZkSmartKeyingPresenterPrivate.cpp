@@ -223,18 +223,22 @@ void ZkSmartKeyingPresenterPrivate::onNodeChangedEvent(qint64 frame)
 void ZkSmartKeyingPresenterPrivate::followPlayerState(int state)
 {
     // AI erasing has a rule of its own.
-    if (!q->isSmartCutout())
-        return;
+    if (q->isSmartCutout())
+        zkFollowPlayerState(q, state);
+}
+
+void zkFollowPlayerState(ZkSmartKeyingPresenter *presenter, int state)
+{
     switch (state) {
     case ZKPLAYER::PlayingState:
-        q->switchWorkMode(ZKSMARTKEYING::PlayingMode);
+        presenter->switchWorkMode(ZKSMARTKEYING::PlayingMode);
         break;
     case ZKPLAYER::StoppedState:
     case ZKPLAYER::PausedState:
-        q->switchWorkMode(ZKSMARTKEYING::EditingMode);
+        presenter->switchWorkMode(ZKSMARTKEYING::EditingMode);
         break;
     default:
-        emit q->sigTrackingModeChanged(q->isTrackingMode());
+        emit presenter->sigTrackingModeChanged(presenter->isTrackingMode());
     }
 }
 

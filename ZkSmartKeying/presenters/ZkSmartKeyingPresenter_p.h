@@ -114,3 +114,6 @@ private:
     void waitForSegment();
     void observeEditTimeline();
 };
+
+// The work mode that goes with what the player does.
+void zkFollowPlayerState(ZkSmartKeyingPresenter *presenter, int state);

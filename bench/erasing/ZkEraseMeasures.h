@@ -10,8 +10,8 @@ struct EraseMeasures
     double psnr = 0.0; // decibels, mean over the frames
     double psnrBackground = 0.0;
     double ssim = 0.0;
-    double flicker =
-        0.0; // grey levels: mean difference of neighbouring frames along the true motion
+    // Grey levels: mean difference of neighbouring frames along the true motion.
+    double flicker = 0.0;
     double flickerOfTruth = 0.0;
     double seconds = 0.0; // per frame
 

@@ -14,8 +14,8 @@ struct HolePair
     std::vector<cv::Mat> truth; // CV_8UC3
     std::vector<cv::Mat> frames; // the same with grey holes
     std::vector<cv::Mat> holes; // CV_8UC1: the other clip's object, grown by 5 pixels
-    std::vector<cv::Mat>
-        background; // CV_8UC1: hole pixels more than 5 pixels off the clip's own object
+    // CV_8UC1: hole pixels more than 5 pixels off the clip's own object.
+    std::vector<cv::Mat> background;
 };
 
 // The five pairs that are measured, clip names of the data folder.

@@ -18,7 +18,7 @@ QString numbered(const QString &folder, int frame)
 }
 
 // The mean squared error of pictures as far as a mask reaches.
-class Error
+class SquaredError
 {
 public:
     void add(const QImage &picture, const QImage &truth, const QImage &mask)
@@ -91,8 +91,8 @@ ExportOutcome EraseComparison::measure(const QString &folder, ErasePsnr *psnr)
 {
     if (!open())
         return {ExitCode::BadInput, m_error, {}};
-    Error erased;
-    Error unerased;
+    SquaredError erased;
+    SquaredError unerased;
     for (int i = 0; i < m_job.masks.size(); ++i) {
         const QImage source = before(i);
         const QImage truth(numbered(QDir(folder).filePath(QStringLiteral("backgrounds")), i));

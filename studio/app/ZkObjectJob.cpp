@@ -119,33 +119,30 @@ ExitCode ObjectJob::checkMatte(const QSize &size, qint64 frameCount)
 ExitCode ObjectJob::openWorkspace(bool (StudioSession::*begin)(QString *error))
 {
     QString error;
-    return (m_session.*begin)(&error) ? showFirstFrame() : fail(ExitCode::BadInput, error);
+    if (!(m_session.*begin)(&error))
+        return fail(ExitCode::BadInput, error);
+    return waitForPicture([this] { m_session.presenter()->openEditTimeline(); }) ? ExitCode::Success
+                                                                                 : interrupted();
 }
 
-ExitCode ObjectJob::showFirstFrame()
+// False: interrupted before.
+bool ObjectJob::waitForPicture(const std::function<void()> &request)
 {
-    bool shown = false;
-    const auto connection = QObject::connect(m_session.presenter()->playerPresenter(),
-                                             &ZkMediaPlayerPresenter::sigSeekFinished,
-                                             [&shown] { shown = true; });
-    m_session.presenter()->openEditTimeline();
-    const bool ready = waitUntil([&shown] { return shown; });
-    QObject::disconnect(connection);
-    return ready ? ExitCode::Success : interrupted();
+    QObject scope;
+    bool isShown = false;
+    QObject::connect(m_session.presenter()->playerPresenter(),
+                     &ZkMediaPlayerPresenter::sigSeekFinished,
+                     &scope,
+                     [&isShown] { isShown = true; });
+    request();
+    return waitUntil([&isShown] { return isShown; });
 }
 
 bool ObjectJob::seek(qint64 frame)
 {
     ZkMediaPlayerPresenter *player = m_session.presenter()->playerPresenter();
-    if (player->currentFrame() == frame)
-        return true;
-    bool shown = false;
-    const auto connection = QObject::connect(
-        player, &ZkMediaPlayerPresenter::sigSeekFinished, [&shown] { shown = true; });
-    player->playhead()->setPosition(frame);
-    const bool ready = waitUntil([&shown] { return shown; });
-    QObject::disconnect(connection);
-    return ready;
+    return player->currentFrame() == frame
+        || waitForPicture([=] { player->playhead()->setPosition(frame); });
 }
 
 ExitCode ObjectJob::paintSelection()

@@ -11,6 +11,8 @@
 
 #include <QImage>
 
+#include <functional>
+
 namespace zk::app {
 
 // Every step returns Success or has told the report what is wrong.
@@ -53,11 +55,11 @@ protected:
     ProgressReport *const m_report;
     models::ModelChoice m_models;
     StudioSession m_session;
-    QVector<qint64>
-        m_markedFrames; // those of strokes and the matte; at least one when track() is called
+    // Those of strokes and the matte; at least one when track() is called.
+    QVector<qint64> m_markedFrames;
 
 private:
-    ExitCode showFirstFrame();
+    bool waitForPicture(const std::function<void()> &request);
     void beginTracking();
     void noteSceneCuts();
     ExitCode checkMatte(const QSize &size, qint64 frameCount);

@@ -29,8 +29,8 @@ struct EvidenceOptions
     double motionWeight = 2.0;
     double colorWeight = 0.10;
     double bias = 0.0;
-    double distanceScale =
-        12.0; // pixels at which the distance to the warped outline says all it can
+    // Pixels at which the distance to the warped outline says all it can.
+    double distanceScale = 12.0;
     int smallestMargin = 24; // pixels of the working copy around the warped object
     double margin = 0.25; // the same as a share of the object's size
 };

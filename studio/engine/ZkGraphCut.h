@@ -9,8 +9,8 @@ namespace zk::engine {
 
 struct GraphCutOptions
 {
-    double smoothness =
-        4.0; // price of an outline between two equal neighbours, in units of a logit
+    // Price of an outline between two equal neighbours, in units of a logit.
+    double smoothness = 4.0;
     double contrast = 1.0; // how fast the price falls with the difference of the two colours
 };
 

@@ -42,8 +42,8 @@ struct InteractiveSegmenterOptions
     int guessedSamples = 1500; // of each kind that nobody painted, at most
     double guessedWeight = 0.25; // of a guessed sample against a painted one
     double farShare = 0.35; // of the picture, farthest from the strokes: guessed to be background
-    double correctionReach =
-        100.0; // geodesic pixels around a correcting stroke in which it is believed
+    // Geodesic pixels around a correcting stroke in which it is believed.
+    double correctionReach = 100.0;
 };
 
 } // namespace zk::engine

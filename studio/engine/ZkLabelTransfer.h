@@ -12,8 +12,8 @@ struct LabelTransferOptions
 {
     int radius = 12; // of the search, in pixels of the working copy
     int step = 2; // between two places that are looked at; a multiple of the grid
-    int grid =
-        2; // one of this many pixels in both directions asks and is asked; the others lie between
+    // One of this many pixels in both directions asks and is asked; the others lie between.
+    int grid = 2;
     double tolerance = 40.0; // sum of absolute differences at which a place has little to say
 };
 

@@ -10,10 +10,10 @@ namespace zk::engine {
 struct MatteRefinerOptions
 {
     int radius = 3; // of the guided filter, in pixels of the coarse matte
-    double epsilon =
-        2e-4; // of the guided filter, for intensities of 0 .. 1: below it edges are noise
-    double contrast =
-        1.6; // slope of the alpha around its middle: 1 keeps the filter's own softness
+    // Of the guided filter, for intensities of 0 .. 1: below it edges are noise.
+    double epsilon = 2e-4;
+    // Slope of the alpha around its middle: 1 keeps the filter's own softness.
+    double contrast = 1.6;
 };
 
 // frame: R, G, B(, A). coarse: CV_8UC1 or CV_32FC1 (0 .. 1) of any size not larger than the frame.

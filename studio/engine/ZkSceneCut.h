@@ -16,8 +16,8 @@ struct SceneCutOptions
 // How two neighbouring frames compare.
 struct Continuity
 {
-    double likeness =
-        1.0; // share of the textured places that look the same where they went to, 0 .. 1
+    // Share of the textured places that look the same where they went to, 0 .. 1.
+    double likeness = 1.0;
     double distance = 0.0; // between the distributions of their colours, 0 .. 1
 };
 

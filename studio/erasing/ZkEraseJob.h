@@ -60,8 +60,8 @@ struct ZKERASING_EXPORT EraseJob
     QVector<datamodel::EncodedMatte> masks;
     EraseOutput output;
     QString modelPath; // of a network that makes up what no frame shows; empty: built in
-    QString
-        language; // code of the language of messages, such as "de"; empty: that of the source texts
+    // Code of the language of messages, such as "de"; empty: that of the source texts.
+    QString language;
 };
 
 // A job on its way to another process, which puts what it makes at that path: files in a folder.

@@ -76,11 +76,11 @@ struct TrackedRecord
 // What only a workspace with areas or saved selections has: a mask of one frame, and what it is.
 struct ErasingRecord
 {
-    int selection =
-        -1; // that was saved, from 0, and then this is its mask of the frame; -1: no such
+    // That was saved, from 0, and then this is its mask of the frame; -1: no such.
+    int selection = -1;
     qint64 frame = 0;
-    qint64 area =
-        0; // id of the area whose object this is; 0: the part of the node that has no area
+    // Id of the area whose object this is; 0: the part of the node that has no area.
+    qint64 area = 0;
     QRectF rect; // of the area, in fractions of the frame
     MatteRecord matte;
 };

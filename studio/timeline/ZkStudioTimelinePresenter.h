@@ -88,8 +88,8 @@ private:
     void setZoomValue(int value);
 
     ZkTimelineHandle m_handle = 0; // of a timeline that may be gone
-    QString
-        m_mediaPath; // of the clip that the view knows, with the frame of the file that it begins at
+    // Of the clip that the view knows, with the frame of the file that it begins at.
+    QString m_mediaPath;
     qint64 m_inFrame = 0;
     zk::timeline::TimelineScale m_scale;
     zk::timeline::SegmentMarks m_marks;

@@ -13,8 +13,8 @@ class MatteCache;
 // What the user did on one frame, and what came of it. Masks are of the frame's size.
 struct SegmentNode
 {
-    EncodedMatte
-        keep; // strokes, 0 or 255; a pixel is in the map of the last stroke that touched it
+    // Strokes, 0 or 255; a pixel is in the map of the last stroke that touched it.
+    EncodedMatte keep;
     EncodedMatte remove;
     EncodedMatte erase;
     EncodedMatte given; // a matte that was given instead of strokes

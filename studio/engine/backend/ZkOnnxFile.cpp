@@ -22,14 +22,15 @@ public:
         if (m_at == m_end || !readVarint(&tag))
             return false;
         m_field = tag >> 3;
+        m_kind = Kind::Other;
         switch (tag & 7) {
         case 0:
-            m_isMessage = false;
+            m_kind = Kind::Number;
             return readVarint(&m_number);
         case 1:
             return skip(8);
         case 2:
-            m_isMessage = true;
+            m_kind = Kind::Message;
             return readVarint(&m_number) && skip(m_number);
         case 5:
             return skip(4);
@@ -39,13 +40,18 @@ public:
     }
     bool hasFailed() const { return m_hasFailed; }
 
-    bool isNumber(std::uint64_t field) const { return m_field == field && !m_isMessage; }
-    bool isMessage(std::uint64_t field) const { return m_field == field && m_isMessage; }
+    bool isNumber(std::uint64_t field) const { return m_field == field && m_kind == Kind::Number; }
+    bool isMessage(std::uint64_t field) const
+    {
+        return m_field == field && m_kind == Kind::Message;
+    }
     std::uint64_t number() const { return m_number; }
     std::string text() const { return {m_at - m_number, std::size_t(m_number)}; }
     ProtoReader message() const { return {m_at - m_number, std::size_t(m_number)}; }
 
 private:
+    enum class Kind { Number, Message, Other }; // of other ones nothing is read
+
     bool fail()
     {
         m_hasFailed = true;
@@ -75,8 +81,8 @@ private:
     const char *m_at;
     const char *m_end;
     std::uint64_t m_field = 0;
-    std::uint64_t m_number = 0; // of a message: its bytes, which end at m_at
-    bool m_isMessage = false;
+    std::uint64_t m_number = 0; // of a message: how many bytes it has; they end at m_at
+    Kind m_kind = Kind::Other;
     bool m_hasFailed = false;
 };
 

@@ -6,6 +6,8 @@
 #include <opencv2/dnn.hpp>
 #include <opencv2/imgproc.hpp>
 
+#include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -34,13 +36,12 @@ void quietOpenCv()
 // OpenCV(4.6.0) file:106: error: (-5:Bad argument) what in function 'f'".
 std::string reasonIn(const std::string &message)
 {
-    const std::string mark = "error: (";
-    std::size_t from = message.rfind(mark);
-    from = from == std::string::npos ? 0 : message.find(") ", from);
-    from = from == 0 || from == std::string::npos ? 0 : from + 2;
-    std::size_t to = message.find(" in function", from);
-    to = std::min(to, message.find('\n', from));
-    return message.substr(from, to == std::string::npos ? to : to - from);
+    constexpr std::size_t none = std::string::npos;
+    const std::size_t mark = message.rfind("error: (");
+    const std::size_t code = mark == none ? none : message.find(") ", mark);
+    const std::size_t from = code == none ? 0 : code + 2;
+    const std::size_t to = std::min(message.find(" in function", from), message.find('\n', from));
+    return message.substr(from, to == none ? none : to - from);
 }
 
 std::string operatorIn(const std::string &message)
@@ -65,6 +66,13 @@ std::string rangeText(double least, double most)
     return text;
 }
 
+void drawDisc(cv::Mat *picture, double value)
+{
+    const int radius = std::max(1, std::min(picture->cols, picture->rows) / 4);
+    const cv::Point middle(picture->cols / 2, picture->rows / 2);
+    cv::circle(*picture, middle, radius, cv::Scalar::all(value), cv::FILLED);
+}
+
 // A scene that every network should cope with: a light disc on a ramp, whose pixels are neither black
 // nor white.
 cv::Mat drawnPicture(const cv::Size &size, int channels)
@@ -78,16 +86,14 @@ cv::Mat drawnPicture(const cv::Size &size, int channels)
                 row[x * channels + c] = ramp + 0.1f * float(c);
         }
     }
-    const int radius = std::max(1, std::min(size.width, size.height) / 4);
-    cv::circle(picture, {size.width / 2, size.height / 2}, radius, cv::Scalar::all(0.9), -1);
+    drawDisc(&picture, 0.9);
     return picture;
 }
 
 cv::Mat drawnMask(const cv::Size &size)
 {
     cv::Mat mask = cv::Mat::zeros(size, CV_32F);
-    const int radius = std::max(1, std::min(size.width, size.height) / 4);
-    cv::circle(mask, {size.width / 2, size.height / 2}, radius, cv::Scalar(1), -1);
+    drawDisc(&mask, 1.0);
     return mask;
 }
 

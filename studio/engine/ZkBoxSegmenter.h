@@ -30,8 +30,8 @@ struct BoxSegmenterOptions
     double colorWeight = 2.0;
     double networkWeight = 1.0;
 
-    double surroundings =
-        0.4; // of the box's size, on every side: what the background is learnt from
+    // Of the box's size, on every side: what the background is learnt from.
+    double surroundings = 0.4;
     int leastSurroundings = 12; // pixels of the frame
     // The first guess: these shares of the box, which differ most and least from the surroundings.
     double objectGuess = 0.25;

@@ -1,5 +1,6 @@
 #include "widgets/ZkPlayerOverlay.h"
 
+#include <QElapsedTimer>
 #include <QEvent>
 #include <QPointer>
 #include <QTimer>
@@ -10,10 +11,14 @@ namespace {
 
 const char helperProperty[] = "zkPlayerWidgetEventHelper";
 
-// Within which a window that is shown comes on screen, with those above it; in ms.
+// Within which a window manager does what goes with something that it did, as a rule; in ms.
 constexpr int settlingTime = 100;
-// Some window managers insist on what they did.
-constexpr int mostCorrections = 10;
+// In which an overlay comes on screen unless it is forgotten; in ms. Beside programs that take all processors it may
+// need more than 500.
+constexpr int patience = 800;
+// Some window managers insist on what they did. Both times double with each correction, since a slow machine looks
+// the same.
+constexpr int mostCorrections = 3;
 
 } // namespace
 
@@ -35,8 +40,13 @@ public:
     void standAbovePlayer();
     void forgetMinimising();
     void followOverlay(const QEvent *event);
+    void followExposure();
+    void startAnew();
     void check();
+    void keepWaiting();
+    bool isUnseen() const;
     bool isLost() const;
+    void bringIntoPlace();
 
     ZkPlayerWidgetEventHelper *q;
     QPointer<QWidget> overlay;
@@ -45,6 +55,7 @@ public:
     QVector<QPointer<QWidget>> followed;
     QTimer syncTimer;
     QTimer checkTimer;
+    QElapsedTimer waiting; // since checks have found the overlay unseen
     bool isWanted = false;
     int corrections = 0; // since the player has moved, or has come back
 };
@@ -94,14 +105,19 @@ void ZkPlayerWidgetEventHelper::Private::sync()
     standAbovePlayer();
     forgetMinimising();
     overlay->QWidget::setVisible(true);
-    checkTimer.start();
+    checkTimer.start(settlingTime);
 }
 
 void ZkPlayerWidgetEventHelper::Private::standAbovePlayer()
 {
     overlay->winId(); // there has to be a window to be stacked
-    if (QWindow *window = overlay->windowHandle())
-        window->setTransientParent(player->window()->windowHandle());
+    QWindow *const window = overlay->windowHandle();
+    QWindow *const playerWindow = player->window()->windowHandle();
+    if (!window)
+        return;
+    window->setTransientParent(playerWindow);
+    window->installEventFilter(q);
+    playerWindow->installEventFilter(q);
 }
 
 void ZkPlayerWidgetEventHelper::Private::followOverlay(const QEvent *event)
@@ -109,30 +125,75 @@ void ZkPlayerWidgetEventHelper::Private::followOverlay(const QEvent *event)
     const bool isByWindowManager = event->type() == QEvent::WindowStateChange
         || (event->type() == QEvent::Move && event->spontaneous());
     if (isWanted && isByWindowManager)
-        checkTimer.start();
+        checkTimer.start(settlingTime);
+}
+
+// The player's window may have come on screen without the overlay, or the overlay may have been taken away.
+void ZkPlayerWidgetEventHelper::Private::followExposure()
+{
+    if (isWanted && isUnseen())
+        checkTimer.start(settlingTime);
+}
+
+void ZkPlayerWidgetEventHelper::Private::startAnew()
+{
+    corrections = 0;
+    waiting.invalidate();
 }
 
 // Window managers that restore the player's window and at once minimise it again forget to show an overlay,
-// or leave it minimised or elsewhere.
+// or leave it minimised or elsewhere. What is hidden here the next check shows; after the last correction it stays
+// shown, seen or not.
 void ZkPlayerWidgetEventHelper::Private::check()
 {
-    if (!isWanted || !overlay || !q->isPlayerOnScreen() || ++corrections > mostCorrections)
+    if (!isWanted || !overlay || !q->isPlayerOnScreen())
         return;
-    if (isLost()) {
-        hide();
-        checkTimer.start(); // a window that goes and comes at once confuses them again
+    if (corrections < mostCorrections) {
+        keepWaiting();
+        if (isLost()) {
+            hide();
+            // One that goes and comes at once confuses them again.
+            checkTimer.start(settlingTime << corrections++);
+            return;
+        }
+        bringIntoPlace();
+    }
+    sync();
+}
+
+void ZkPlayerWidgetEventHelper::Private::keepWaiting()
+{
+    if (!isUnseen()) {
+        waiting.invalidate();
         return;
     }
-    Q_EMIT q->sigMove();
-    sync();
+    if (!waiting.isValid())
+        waiting.start();
+    checkTimer.start(settlingTime);
+}
+
+bool ZkPlayerWidgetEventHelper::Private::isUnseen() const
+{
+    const auto isExposed = [](const QWidget *widget) {
+        return widget->windowHandle() && widget->windowHandle()->isExposed();
+    };
+    return overlay && player && overlay->isVisible() && !isExposed(overlay)
+        && isExposed(player->window());
 }
 
 bool ZkPlayerWidgetEventHelper::Private::isLost() const
 {
-    const QWindow *const window = overlay->windowHandle();
     return overlay->isVisible()
         && (overlay->isMinimized()
-            || (!window->isExposed() && player->window()->windowHandle()->isExposed()));
+            || (waiting.isValid() && waiting.hasExpired(patience << corrections)));
+}
+
+void ZkPlayerWidgetEventHelper::Private::bringIntoPlace()
+{
+    const QPoint before = overlay->pos();
+    Q_EMIT q->sigMove();
+    if (overlay && overlay->pos() != before)
+        ++corrections;
 }
 
 // Window managers minimise a window with those that stand above it. An overlay that came back minimised
@@ -156,7 +217,6 @@ ZkPlayerWidgetEventHelper::ZkPlayerWidgetEventHelper(QWidget *overlay,
         connect(playerWidget, &QObject::destroyed, this, [this] { d->hide(); });
     d->syncTimer.setSingleShot(true);
     d->checkTimer.setSingleShot(true);
-    d->checkTimer.setInterval(settlingTime);
     connect(&d->checkTimer, &QTimer::timeout, this, [this] { d->check(); });
     connect(&d->syncTimer, &QTimer::timeout, this, [this] {
         if (isPlayerOnScreen())
@@ -203,7 +263,7 @@ bool ZkPlayerWidgetEventHelper::isPlayerOnScreen() const
 void ZkPlayerWidgetEventHelper::setOverlayVisible(bool visible)
 {
     d->isWanted = visible;
-    d->corrections = 0;
+    d->startAnew();
     d->sync();
 }
 
@@ -211,13 +271,16 @@ void ZkPlayerWidgetEventHelper::setOverlayVisible(bool visible)
 // is sent before it has. What the window manager restores it is still busy with.
 bool ZkPlayerWidgetEventHelper::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == d->overlay) {
-        d->followOverlay(event);
+    if (watched == d->overlay || watched->isWindowType()) {
+        if (watched == d->overlay)
+            d->followOverlay(event);
+        else if (event->type() == QEvent::Expose)
+            d->followExposure();
         return QObject::eventFilter(watched, event);
     }
     switch (event->type()) {
     case QEvent::Move:
-        d->corrections = 0;
+        d->startAnew();
         Q_EMIT sigMove();
         break;
     case QEvent::Resize:
@@ -233,14 +296,17 @@ bool ZkPlayerWidgetEventHelper::eventFilter(QObject *watched, QEvent *event)
         d->syncTimer.start();
         break;
     case QEvent::WindowStateChange:
-        d->corrections = 0;
+        d->startAnew();
         if (!isPlayerOnScreen())
             d->hide();
-        d->checkTimer.start();
+        d->checkTimer.start(settlingTime);
         break;
     case QEvent::Show:
-        d->corrections = 0;
-        (event->spontaneous() ? d->checkTimer : d->syncTimer).start();
+        d->startAnew();
+        if (event->spontaneous())
+            d->checkTimer.start(settlingTime);
+        else
+            d->syncTimer.start();
         break;
     default:
         break;

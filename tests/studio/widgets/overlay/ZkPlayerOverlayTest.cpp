@@ -3,6 +3,7 @@
 #include "widgets/ZkDrawing.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -11,6 +12,27 @@
 #include <memory>
 
 using Helper = ZkPlayerWidgetEventHelper;
+
+// When it is hidden; in ms since this was made.
+class Hidings : public QObject
+{
+public:
+    explicit Hidings(QWidget *widget)
+    {
+        m_clock.start();
+        widget->installEventFilter(this);
+    }
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Hide)
+            times.append(m_clock.elapsed());
+        return false;
+    }
+    QVector<qint64> times;
+
+private:
+    QElapsedTimer m_clock;
+};
 
 // A window with a player on the first of two tabs, and both kinds of overlays over the player.
 class ZkPlayerOverlayTest : public QObject
@@ -74,6 +96,22 @@ private Q_SLOTS:
             QTRY_VERIFY(!widget->isMinimized() && widget->isVisible());
         }
         QVERIFY(areShown());
+    }
+
+    void staysShownInTheEndThoughItIsNeverSeen()
+    {
+        overlay->resize(0, 0); // never on screen, as if the window manager had forgotten it
+        const Hidings hidings(overlay);
+        showAll();
+        if (QTest::qWaitForWindowExposed(overlay, 500))
+            QSKIP("this platform puts windows without a pixel on screen");
+        QTRY_COMPARE_WITH_TIMEOUT(hidings.times.size(), 3, 20000);
+        QVERIFY(hidings.times.at(0) > 500); // as a slow machine needs
+        QVERIFY(hidings.times.at(2) - hidings.times.at(1) > 2000);
+        QTRY_VERIFY(areShown());
+        overlay->resize(100, 50);
+        QTRY_VERIFY(overlay->windowHandle()->isExposed());
+        QCOMPARE(hidings.times.size(), 3);
     }
 
     void comesAndGoesWithThePlayer_data()

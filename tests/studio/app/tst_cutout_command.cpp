@@ -1,16 +1,10 @@
-// The program as people run it: a process with arguments, files and an exit code.
+#include "CommandBench.h"
 #include "ZkCutClip.h"
-#include "ZkExitCode.h"
 #include "ZkMediaReader.h"
 #include "ZkOnnxWriter.h"
 #include "ZkSampleClip.h"
-#include "ZkTestMain.h"
 
 #include <QApplication>
-#include <QDir>
-#include <QJsonDocument>
-#include <QProcess>
-#include <QTemporaryDir>
 
 #ifdef Q_OS_UNIX
 #include <csignal>
@@ -19,13 +13,10 @@
 #endif
 
 using zk::app::ExitCode;
-Q_DECLARE_METATYPE(zk::app::ExitCode)
-
-namespace {
-
-constexpr int timeoutMs = 60000;
 
 #ifdef Q_OS_UNIX
+namespace {
+
 // The program run by a user without rights: nothing is forbidden to root.
 class ProgramOfNobody : public QProcess
 {
@@ -37,18 +28,10 @@ protected:
             _exit(99);
     }
 };
+} // namespace
 #endif
 
-void writeFile(const QString &path, const QByteArray &content)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        qFatal("cannot write a test file");
-}
-
-} // namespace
-
-class TestCutoutCommand : public QObject
+class TestCutoutCommand : public QObject, private zk::test::CommandBench
 {
     Q_OBJECT
 
@@ -60,11 +43,8 @@ private Q_SLOTS:
         options.frames = 24;
         const zk::media::SampleClip sample(options);
         QString error;
-        QVERIFY2(
-            sample.write(
-                file(QStringLiteral("sample.mkv")), file(QStringLiteral("mattes")), &error, true),
-            qPrintable(error));
-        writeFile(file(QStringLiteral("strokes.json")), QJsonDocument(sample.strokes()).toJson());
+        QVERIFY2(sample.write(file("sample.mkv"), file("mattes"), &error, true), qPrintable(error));
+        writeFile(file("strokes.json"), QJsonDocument(sample.strokes()).toJson());
         const auto write = [this](const char *name, const zk::test::OnnxWriter::Linear &network) {
             writeFile(file(QLatin1String(name)),
                       QByteArray::fromStdString(zk::test::OnnxWriter::linear(network).file()));
@@ -78,33 +58,23 @@ private Q_SLOTS:
 
     void cutsTheSampleOut()
     {
-        const QString video = file(QStringLiteral("cut.mkv"));
-        const QString sheet = file(QStringLiteral("sheet.png"));
+        const QString video = file("cut.mkv");
+        const QString sheet = file("sheet.png");
         QStringList more =
             QStringLiteral("--json --preset solid-border --truth").split(QLatin1Char(' '));
-        more << file(QStringLiteral("mattes")) << "--contact-sheet" << sheet;
-        more << "-o" << video << "-o" << file(QStringLiteral("cut/%05d.png"));
+        more << file("mattes") << "--contact-sheet" << sheet;
+        more << "-o" << video << "-o" << file("cut/%05d.png");
         QCOMPARE(run(cutout(more)), 0);
-        QVector<QJsonObject> events;
-        const QList<QByteArray> lines = m_out.trimmed().split('\n');
-        for (const QByteArray &line : lines)
-            events.append(QJsonDocument::fromJson(line).object());
-        QCOMPARE(events.constLast().value(QStringLiteral("event")).toString(),
-                 QStringLiteral("done"));
-        const auto iou = std::find_if(events.cbegin(), events.cend(), [](const QJsonObject &event) {
-            return event.value(QStringLiteral("name")).toString() == QLatin1String("iou");
-        });
-        QVERIFY(iou != events.cend());
-        QVERIFY2(iou->value(QStringLiteral("value")).toDouble() >= 0.9, m_out.constData());
-
+        QVERIFY(m_out.trimmed().endsWith("{\"event\":\"done\"}"));
+        QVERIFY2(valueOf("iou") >= 0.9, m_out.constData());
         QString error;
         const auto reader = zk::media::MediaReader::open(video, &error);
         QVERIFY2(reader, qPrintable(error));
         QCOMPARE(reader->info().frameCount, qint64(24));
         QVERIFY(reader->info().hasAlpha && reader->info().hasAudio);
-        QCOMPARE(QDir(file(QStringLiteral("cut"))).entryList(QDir::Files).size(), 24);
+        QCOMPARE(QDir(file("cut")).entryList(QDir::Files).size(), 24);
         // The border stands outside the object: more is opaque than the matte alone.
-        const QImage first(file(QStringLiteral("cut/00000.png")));
+        const QImage first(file("cut/00000.png"));
         QCOMPARE(reader->frameAt(0).convertToFormat(QImage::Format_ARGB32),
                  first.convertToFormat(QImage::Format_ARGB32));
         QVERIFY(!QImage(sheet).isNull());
@@ -112,26 +82,23 @@ private Q_SLOTS:
 
     void worksWithNetworks()
     {
-        const QStringList networks {"--model",
-                                    file(QStringLiteral("still.onnx")),
-                                    "--model",
-                                    file(QStringLiteral("all.onnx"))};
-        const QStringList more {"--matte", "-o", file(QStringLiteral("networks/%05d.png"))};
+        const QStringList networks {"--model", file("still.onnx"), "--model", file("all.onnx")};
+        const QStringList more {"--matte", "-o", file("networks/%05d.png")};
         QCOMPARE(run(cutout(networks + more)), 0);
-        const QImage first(file(QStringLiteral("networks/00000.png")));
-        QCOMPARE(QImage(file(QStringLiteral("networks/00023.png"))), first);
+        const QImage first(file("networks/00000.png"));
+        QCOMPARE(QImage(file("networks/00023.png")), first);
         QCOMPARE(qGray(first.pixel(2, 178)), 255); // all but the strokes that remove
-        QCOMPARE(run(cutout({"--matte", "-o", file(QStringLiteral("built_in/%05d.png"))})), 0);
-        QVERIFY(QImage(file(QStringLiteral("built_in/00000.png"))) != first);
+        QCOMPARE(run(cutout({"--matte", "-o", file("built_in/%05d.png")})), 0);
+        QVERIFY(QImage(file("built_in/00000.png")) != first);
     }
 
     void startsFromAGivenMatte()
     {
-        const QString mattes = file(QStringLiteral("tracked/%05d.png"));
+        const QString mattes = file("tracked/%05d.png");
         QStringList arguments = cutout({"--matte", "--direction", "backward", "-o", mattes});
         arguments[arguments.indexOf(QStringLiteral("--strokes"))] = QStringLiteral("--mask");
-        arguments[arguments.indexOf(file(QStringLiteral("strokes.json")))] =
-            QStringLiteral("12:") + file(QStringLiteral("mattes/00012.png"));
+        arguments[arguments.indexOf(file("strokes.json"))] =
+            QStringLiteral("12:") + file("mattes/00012.png");
         QCOMPARE(run(arguments), 0);
         const auto hasObject = [this](int frame) {
             const QImage matte(
@@ -146,9 +113,9 @@ private Q_SLOTS:
 
     void stopsAtAnotherScene()
     {
-        const QString clip = file(QStringLiteral("scenes.mkv"));
+        const QString clip = file("scenes.mkv");
         zk::test::CutClip(QSize(320, 180), 12, 8).write(clip);
-        QStringList arguments = cutout({"-o", file(QStringLiteral("scenes/%05d.png"))});
+        QStringList arguments = cutout({"-o", file("scenes/%05d.png")});
         arguments[1] = clip;
         QCOMPARE(run(arguments), 0);
         QVERIFY2(m_errors.contains("the scene changes at frame 8"), m_errors.constData());
@@ -162,7 +129,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("strokes"); // null: those of the sample
         QTest::addColumn<QStringList>("more");
         QTest::addColumn<ExitCode>("code");
-        QTest::addColumn<QString>("text");
+        QTest::addColumn<QByteArray>("text");
         const QStringList none;
         const QString sample;
         const auto stroke = [](const char *mode) {
@@ -170,37 +137,39 @@ private Q_SLOTS:
                        R"({"strokes":[{"frame":0,"mode":"%1","width":5,"points":[[9,9]]}]})")
                 .arg(QLatin1String(mode));
         };
-        QTest::newRow("missing") << "-" << sample << none << ExitCode::BadInput << "clip.mp4";
-        QTest::newRow("empty") << "" << sample << none << ExitCode::BadInput << "clip.mp4";
-        QTest::newRow("no video") << "text" << sample << none << ExitCode::BadInput << "clip.mp4";
-        QTest::newRow("strokes") << sample << stroke("kepp") << none << ExitCode::BadStrokes
-                                 << "strokes.json:1: strokes[0].mode";
-        QTest::newRow("erase") << sample << stroke("erase") << none << ExitCode::BadStrokes
-                               << "no mask to erase";
-        QTest::newRow("remove") << sample << stroke("remove") << none << ExitCode::NothingFound
-                                << "keep stroke";
-        QTest::newRow("preset") << sample << sample << QStringList {"--preset", "nonesuch"}
-                                << ExitCode::BadPreset << "nonesuch";
-        QTest::newRow("server") << sample << sample
-                                << QStringList {"--preset-server", "http://127.0.0.1:9"}
-                                << ExitCode::BadPreset << "127.0.0.1";
-        QTest::newRow("folder") << sample << sample
-                                << QStringList {"-o", file(QStringLiteral("sample.mkv/out.mkv"))}
-                                << ExitCode::BadOutput << "sample.mkv";
-        const auto models = [this](const char *first, const char *second = "all.onnx") {
-            return QStringList {
-                "--model", file(QLatin1String(first)), "--model", file(QLatin1String(second))};
+        const auto row = [](const char *name,
+                            ExitCode code,
+                            const QByteArray &text,
+                            const QString &clip,
+                            const QString &strokes,
+                            const QStringList &more) {
+            QTest::newRow(name) << clip << strokes << more << code << text;
         };
-        QTest::newRow("no model") << sample << sample << models("strokes.json")
-                                  << ExitCode::BadModel << "strokes.json: this is no ONNX file";
-        QTest::newRow("missing model") << sample << sample << models("none.onnx")
-                                       << ExitCode::BadModel << "none.onnx cannot be read";
-        QTest::newRow("two models") << sample << sample << models("all.onnx") << ExitCode::BadModel
-                                    << "the same purpose (Segmentation)";
-        QTest::newRow("other model") << sample << sample << models("grey.onnx")
-                                     << ExitCode::BadModel << "another purpose (Inpainting)";
-        QTest::newRow("usage") << sample << sample << QStringList {"--background", "blurple"}
-                               << ExitCode::Usage << "colour";
+        row("missing", ExitCode::BadInput, "clip.mp4", "-", sample, none);
+        row("empty", ExitCode::BadInput, "clip.mp4", "", sample, none);
+        row("no video", ExitCode::BadInput, "clip.mp4", "text", sample, none);
+        const auto marked = [&](const char *name, ExitCode code, const char *text) {
+            row(name, code, text, sample, stroke(name), none);
+        };
+        marked("kepp", ExitCode::BadStrokes, "strokes.json:1: strokes[0].mode");
+        marked("erase", ExitCode::BadStrokes, "no mask to erase");
+        marked("remove", ExitCode::NothingFound, "keep stroke");
+        const auto asked = [&](const QStringList &more, ExitCode code, const char *text) {
+            row(text, code, text, sample, sample, more);
+        };
+        asked({"--preset", "nonesuch"}, ExitCode::BadPreset, "nonesuch");
+        asked({"--preset-server", "http://127.0.0.1:9"}, ExitCode::BadPreset, "127.0.0.1");
+        asked({"-o", file("sample.mkv/out.mkv")}, ExitCode::BadOutput, "sample.mkv");
+        asked({"--background", "blurple"}, ExitCode::Usage, "colour");
+        const auto model = [&](const char *name, const char *text) {
+            asked({"--model", file(QLatin1String(name)), "--model", file("all.onnx")},
+                  ExitCode::BadModel,
+                  text);
+        };
+        model("strokes.json", "strokes.json: this is no ONNX file");
+        model("none.onnx", "none.onnx cannot be read");
+        model("all.onnx", "the same purpose (Segmentation)");
+        model("grey.onnx", "another purpose (Inpainting)");
     }
     void explainsBadInput()
     {
@@ -208,35 +177,29 @@ private Q_SLOTS:
         QFETCH(QString, strokes);
         QFETCH(QStringList, more);
         QFETCH(ExitCode, code);
-        QFETCH(QString, text);
+        QFETCH(QByteArray, text);
         const QTemporaryDir folder;
-        QStringList arguments =
-            cutout({"-o", folder.filePath(QStringLiteral("out/out.mkv"))}) + more;
-        QVERIFY(QDir(folder.path()).mkdir(QStringLiteral("out")));
+        QStringList arguments = cutout({"-o", folder.filePath("out/out.mkv")}) + more;
+        QVERIFY(QDir(folder.path()).mkdir("out"));
         if (!clip.isNull()) {
-            arguments[1] = folder.filePath(QStringLiteral("clip.mp4"));
+            arguments[1] = folder.filePath("clip.mp4");
             if (clip != QLatin1String("-"))
                 writeFile(arguments.at(1), clip.toUtf8());
         }
         if (!strokes.isNull()) {
-            const QString path = folder.filePath(QStringLiteral("strokes.json"));
+            const QString path = folder.filePath("strokes.json");
             writeFile(path, strokes.toUtf8());
-            arguments[arguments.indexOf(file(QStringLiteral("strokes.json")))] = path;
+            arguments[arguments.indexOf(file("strokes.json"))] = path;
         }
         QCOMPARE(run(arguments), int(code));
-        QVERIFY2(m_errors.contains(text.toUtf8()), m_errors.constData());
-        QCOMPARE(visibleOutputs(folder.filePath(QStringLiteral("out"))), QStringList());
+        QVERIFY2(m_errors.contains(text), m_errors.constData());
+        QCOMPARE(visibleOutputs(folder.filePath("out")), QStringList());
     }
 
     void leavesNothingWhenInterruptedOrKilled()
     {
         const QTemporaryDir folder;
-        const auto allOutputs = [&] {
-            const QDir::Filters all = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
-            return QDir(folder.path()).entryList(all);
-        };
-        const QStringList arguments =
-            cutout({"--json", "-o", folder.filePath(QStringLiteral("out.webm"))});
+        const QStringList arguments = cutout({"--json", "-o", folder.filePath("out.webm")});
         QProcess program;
 #ifdef Q_OS_UNIX
         program.start(QStringLiteral(ZKSTUDIO_PROGRAM), arguments);
@@ -245,7 +208,7 @@ private Q_SLOTS:
         QVERIFY(program.waitForFinished(timeoutMs));
         QCOMPARE(program.exitStatus(), QProcess::NormalExit);
         QCOMPARE(program.exitCode(), int(ExitCode::Interrupted));
-        QCOMPARE(allOutputs(), QStringList());
+        QCOMPARE(everythingIn(folder.path()), QStringList());
 #endif
         program.start(QStringLiteral(ZKSTUDIO_PROGRAM), arguments);
         QVERIFY(waitForExport(&program));
@@ -253,22 +216,22 @@ private Q_SLOTS:
         QVERIFY(program.waitForFinished(timeoutMs));
         QCOMPARE(visibleOutputs(folder.path()), QStringList());
         QCOMPARE(run(arguments), 0); // cleans up
-        QCOMPARE(allOutputs(), QStringList {QStringLiteral("out.webm")});
+        QCOMPARE(everythingIn(folder.path()), QStringList {QStringLiteral("out.webm")});
     }
 
     void reportsAFolderThatCannotBeWritten()
     {
 #ifdef Q_OS_UNIX
         const QTemporaryDir folder;
-        const QString closed = folder.filePath(QStringLiteral("closed"));
-        const QString library = folder.filePath(QStringLiteral("library"));
+        const QString closed = folder.filePath("closed");
+        const QString library = folder.filePath("library");
         QVERIFY(QDir().mkdir(closed) && QDir().mkdir(library));
         for (const QString &path : {m_folder.path(), folder.path()})
             ::chmod(QFile::encodeName(path).constData(), 0755);
         ::chmod(QFile::encodeName(closed).constData(), 0555);
         ::chmod(QFile::encodeName(library).constData(), 0777);
         QStringList arguments = cutout({"-o", closed + QStringLiteral("/out.mkv")});
-        arguments[arguments.indexOf(file(QStringLiteral("library")))] = library;
+        arguments[arguments.indexOf(file("library"))] = library;
         ProgramOfNobody program;
         program.start(QStringLiteral(ZKSTUDIO_PROGRAM), arguments);
         QVERIFY(program.waitForFinished(timeoutMs));
@@ -288,7 +251,7 @@ private Q_SLOTS:
                               {"-t", "tmpfs", "-o", "size=64k", "tmpfs", folder.path()})
             != 0)
             QSKIP("no file system can be mounted here");
-        const int code = run(cutout({"-o", folder.filePath(QStringLiteral("out.mkv"))}));
+        const int code = run(cutout({"-o", folder.filePath("out.mkv")}));
         const QStringList left = visibleOutputs(folder.path());
         QProcess::execute(QStringLiteral("umount"), {folder.path()});
         QCOMPARE(code, int(ExitCode::BadOutput));
@@ -297,31 +260,16 @@ private Q_SLOTS:
     }
 
 private:
-    QString file(const QString &name) const
-    {
-        return m_folder.filePath(name);
-    }
     QStringList cutout(const QStringList &more) const
     {
         return QStringList {QStringLiteral("cutout"),
-                            file(QStringLiteral("sample.mkv")),
+                            file("sample.mkv"),
                             QStringLiteral("--library"),
-                            file(QStringLiteral("library")),
+                            file("library"),
                             QStringLiteral("--strokes"),
-                            file(QStringLiteral("strokes.json"))}
+                            file("strokes.json")}
         + more;
     }
-    int run(const QStringList &arguments)
-    {
-        QProcess program;
-        program.start(QStringLiteral(ZKSTUDIO_PROGRAM), arguments);
-        if (!program.waitForFinished(timeoutMs))
-            return -1;
-        m_out = program.readAllStandardOutput();
-        m_errors = program.readAllStandardError();
-        return program.exitStatus() == QProcess::NormalExit ? program.exitCode() : -2;
-    }
-
     // Waits until the program exports, so that an output is being written.
     bool waitForExport(QProcess *program)
     {
@@ -340,10 +288,6 @@ private:
         return QDir(folder).entryList({QStringLiteral("*")},
                                       QDir::AllEntries | QDir::NoDotAndDotDot);
     }
-
-    QTemporaryDir m_folder;
-    QByteArray m_out;
-    QByteArray m_errors;
 };
 
 ZK_TEST_MAIN(TestCutoutCommand)

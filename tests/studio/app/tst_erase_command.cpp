@@ -1,35 +1,20 @@
-// "zkstudio erase" as people run it: a process with arguments, files and an exit code.
-#include "ZkExitCode.h"
+#include "CommandBench.h"
 #include "ZkMediaReader.h"
 #include "ZkOnnxWriter.h"
 #include "ZkSampleClip.h"
-#include "ZkTestMain.h"
 
 #include <QApplication>
-#include <QDir>
-#include <QJsonDocument>
-#include <QProcess>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 
 #ifdef Q_OS_UNIX
 #include <csignal>
 #endif
 
 using namespace zk::app;
-Q_DECLARE_METATYPE(zk::app::ExitCode)
 
 namespace {
 
-constexpr int timeoutMs = 100000;
 constexpr int frames = 14;
-
-void writeFile(const QString &path, const QByteArray &content)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        qFatal("cannot write a test file");
-}
 
 // Processes whose command line names that path; only where they can be listed.
 QVector<qint64> processesAbout(const QString &path)
@@ -45,7 +30,7 @@ QVector<qint64> processesAbout(const QString &path)
 
 } // namespace
 
-class TestEraseCommand : public QObject
+class TestEraseCommand : public QObject, private zk::test::CommandBench
 {
     Q_OBJECT
 
@@ -142,7 +127,6 @@ private Q_SLOTS:
         QTest::addColumn<QString>("boxes"); // null: those of the sample
         QTest::addColumn<QString>("arguments");
         QTest::addColumn<ExitCode>("code");
-        QTest::addColumn<QString>("text");
         const QString sample;
         const QString good = "--boxes @boxes.json -o @out/out.mkv";
         const auto rect = [](const char *rect) {
@@ -150,43 +134,35 @@ private Q_SLOTS:
                 .arg(QLatin1String(rect));
         };
         const QString bad = "--boxes @bad.json -o @out/out.mkv";
-        QTest::newRow("outside") << rect("[400,10,50,50]") << bad << ExitCode::BadStrokes
-                                 << "bad.json:3: boxes[0].rect: the box lies outside the 192x108";
-        QTest::newRow("no size") << rect("[40,10,0,50]") << bad << ExitCode::BadStrokes
-                                 << "at least 1 pixel";
-        QTest::newRow("not four") << rect("[40,10,50]") << bad << ExitCode::BadStrokes
-                                  << "four numbers";
-        QTest::newRow("late") << "{\"boxes\":[{\"frame\":14,\"rect\":[1,1,9,9]}]}" << bad
-                              << ExitCode::BadStrokes << "frame 14 is past the end";
-        QTest::newRow("unknown") << "{\"boxes\":[{\"frame\":2,\"box\":[1,1,9,9]}]}" << bad
-                                 << ExitCode::BadStrokes << "allowed are frame and rect";
-        QTest::newRow("nothing") << sample << "-o @out/out.mkv" << ExitCode::Usage << "--boxes";
-        QTest::newRow("two outputs")
-            << sample << good + " -o @out/b.mkv" << ExitCode::Usage << "one -o";
-        QTest::newRow("format") << sample << "--boxes @boxes.json -o @out/out.xyz"
-                                << ExitCode::Usage << ".webm";
-        QTest::newRow("picture of a video")
-            << sample << "--boxes @boxes.json -o @out/out.png" << ExitCode::Usage << "%05d.png";
-        QTest::newRow("onto itself")
-            << sample << "--boxes @boxes.json -o @sample.mkv" << ExitCode::Usage << "overwrite";
-        QTest::newRow("folder") << sample << "--boxes @boxes.json -o @sample.mkv/out.mkv"
-                                << ExitCode::BadOutput << "sample.mkv";
-        QTest::newRow("sheet of a preview")
-            << sample << good + " --preview --contact-sheet @out/s.png" << ExitCode::Usage
-            << "leave --preview out";
-        QTest::newRow("truth") << sample << good + " --truth @out" << ExitCode::BadInput
-                               << "frame 0";
+        const auto box = [&](const char *text, const QString &boxes) {
+            QTest::newRow(text) << boxes << bad << ExitCode::BadStrokes;
+        };
+        box("bad.json:3: boxes[0].rect: the box lies outside the 192x108", rect("[400,10,50,50]"));
+        box("at least 1 pixel", rect("[40,10,0,50]"));
+        box("four numbers", rect("[40,10,50]"));
+        box("frame 14 is past the end", "{\"boxes\":[{\"frame\":14,\"rect\":[1,1,9,9]}]}");
+        box("allowed are frame and rect", "{\"boxes\":[{\"frame\":2,\"box\":[1,1,9,9]}]}");
+        const auto row = [&](const char *text, const QString &arguments, ExitCode code) {
+            QTest::newRow(text) << sample << arguments << code;
+        };
+        row("--boxes", "-o @out/out.mkv", ExitCode::Usage);
+        row("one -o", good + " -o @out/b.mkv", ExitCode::Usage);
+        row(".webm", "--boxes @boxes.json -o @out/out.xyz", ExitCode::Usage);
+        row("%05d.png", "--boxes @boxes.json -o @out/out.png", ExitCode::Usage);
+        row("overwrite", "--boxes @boxes.json -o @sample.mkv", ExitCode::Usage);
+        row("sample.mkv", "--boxes @boxes.json -o @sample.mkv/out.mkv", ExitCode::BadOutput);
+        row("leave --preview out", good + " --preview --contact-sheet @out/s.png", ExitCode::Usage);
+        row("frame 0", good + " --truth @out", ExitCode::BadInput);
     }
     void explainsMistakes()
     {
         QFETCH(QString, boxes);
         QFETCH(QString, arguments);
         QFETCH(ExitCode, code);
-        QFETCH(QString, text);
         QVERIFY(QDir(m_folder.path()).mkpath("out"));
         writeFile(file("bad.json"), boxes.toUtf8());
         QCOMPARE(erase("sample.mkv", arguments), int(code));
-        QVERIFY2(m_errors.contains(text.toUtf8()), m_errors.constData());
+        QVERIFY2(m_errors.contains(QTest::currentDataTag()), m_errors.constData());
         QFile::remove(file("out/out.mkv")); // of a comparison that failed
         QCOMPARE(everythingIn(file("out")), QStringList());
     }
@@ -237,14 +213,6 @@ private Q_SLOTS:
 #endif
 
 private:
-    QString file(const QString &name) const
-    {
-        return m_folder.filePath(name);
-    }
-    QStringList everythingIn(const QString &folder) const
-    {
-        return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-    }
     QStringList arguments(const QString &clip, QString more) const
     {
         more.replace('@', m_folder.path() + '/');
@@ -252,28 +220,8 @@ private:
     }
     int erase(const QString &clip, const QString &more)
     {
-        QProcess program;
-        program.start(ZKSTUDIO_PROGRAM, arguments(clip, more));
-        if (!program.waitForFinished(timeoutMs))
-            return -1;
-        m_out = program.readAllStandardOutput();
-        m_errors = program.readAllStandardError();
-        return program.exitStatus() == QProcess::NormalExit ? program.exitCode() : -2;
+        return run(arguments(clip, more));
     }
-    // Of a result line.
-    double valueOf(const char *name) const
-    {
-        for (const QByteArray &line : m_out.split('\n')) {
-            const QJsonObject object = QJsonDocument::fromJson(line).object();
-            if (object.value("name").toString() == QLatin1String(name))
-                return object.value("value").toDouble();
-        }
-        return -1;
-    }
-
-    QTemporaryDir m_folder;
-    QByteArray m_out;
-    QByteArray m_errors;
 };
 
 ZK_TEST_MAIN(TestEraseCommand)

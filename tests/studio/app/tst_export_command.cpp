@@ -1,22 +1,18 @@
 // A saved project is exported, by the program and by the task that dialogs use.
+#include "CommandBench.h"
 #include "ZkExportOptions.h"
 #include "ZkExporter.h"
 #include "ZkMediaReader.h"
 #include "ZkSampleClip.h"
-#include "ZkTestMain.h"
 #include "project/ZkProject.h"
 #include "timeline/ZkStudioTimeline.h"
 
 #include <QApplication>
-#include <QDir>
-#include <QProcess>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 
 #include <cstring>
 
 using namespace zk::app;
-Q_DECLARE_METATYPE(zk::app::ExitCode)
 
 namespace {
 
@@ -40,7 +36,7 @@ bool cutOut(const zk::datamodel::ProjectClip *clip, const zk::media::SampleClip 
 
 } // namespace
 
-class TestExportCommand : public QObject
+class TestExportCommand : public QObject, private zk::test::CommandBench
 {
     Q_OBJECT
 
@@ -64,9 +60,9 @@ private Q_SLOTS:
 
     void writesTheCutoutThatWasSaved()
     {
-        QCOMPARE(run(QStringLiteral("one.zkproj --json -o cut.mkv")), 0);
+        QCOMPARE(exported(QStringLiteral("one.zkproj --json -o cut.mkv")), 0);
         QVERIFY2(m_out.contains("\"percent\":100") && m_out.trimmed().endsWith("\"done\"}"), m_out);
-        QCOMPARE(run(QStringLiteral("two.zkproj --clip 1 --matte -o written/%05d.png")), 0);
+        QCOMPARE(exported(QStringLiteral("two.zkproj --clip 1 --matte -o written/%05d.png")), 0);
         QString error;
         const auto reader = zk::media::MediaReader::open(file("cut.mkv"), &error);
         QVERIFY2(reader, qPrintable(error));
@@ -84,7 +80,7 @@ private Q_SLOTS:
     void givesEveryClipAFile()
     {
         QVERIFY(QDir(m_folder.path()).mkdir(QStringLiteral("all")));
-        QCOMPARE(run(QStringLiteral(
+        QCOMPARE(exported(QStringLiteral(
                      "two.zkproj --format mp4 --background #204060 -o all -o all/n%02d.webm")),
                  0);
         QCOMPARE(QDir(file("all")).entryList(QDir::Files),
@@ -124,9 +120,9 @@ private Q_SLOTS:
         QFETCH(QString, arguments);
         QFETCH(ExitCode, code);
         QDir(m_folder.path()).mkdir(QStringLiteral("bad"));
-        QCOMPARE(run(arguments), int(code));
+        QCOMPARE(exported(arguments), int(code));
         QVERIFY2(m_errors.contains(QTest::currentDataTag()), m_errors.constData());
-        QVERIFY(QDir(file("bad")).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
+        QVERIFY(everythingIn(file("bad")).isEmpty());
     }
 
     void runsInAThreadAndStops()
@@ -143,7 +139,7 @@ private Q_SLOTS:
         task.cancel();
         QTRY_COMPARE_WITH_TIMEOUT(finished.count(), 1, 10000);
         QCOMPARE(finished.at(0).at(0).value<ExportOutcome>().code, ExitCode::Interrupted);
-        QVERIFY(QDir(file("task")).entryList(QDir::Files | QDir::Hidden).isEmpty());
+        QVERIFY(everythingIn(file("task")).isEmpty());
 
         task.disconnect(&task);
         progress.clear();
@@ -158,28 +154,16 @@ private Q_SLOTS:
     }
 
 private:
-    QString file(const char *name) const { return m_folder.filePath(QLatin1String(name)); }
     static QImage grey(const QImage &image)
     {
         return image.convertToFormat(QImage::Format_Grayscale8);
     }
-    int run(const QString &arguments)
+    int exported(const QString &arguments)
     {
-        QProcess program;
-        program.setWorkingDirectory(m_folder.path());
-        program.start(QStringLiteral(ZKSTUDIO_PROGRAM),
-                      (QStringLiteral("export ") + arguments).split(QLatin1Char(' ')));
-        if (!program.waitForFinished(60000))
-            return -1;
-        m_out = program.readAllStandardOutput();
-        m_errors = program.readAllStandardError();
-        return program.exitStatus() == QProcess::NormalExit ? program.exitCode() : -2;
+        return run((QStringLiteral("export ") + arguments).split(QLatin1Char(' ')));
     }
 
-    QTemporaryDir m_folder;
     zk::datamodel::Project m_project;
-    QByteArray m_out;
-    QByteArray m_errors;
 };
 
 ZK_TEST_MAIN(TestExportCommand)

@@ -179,23 +179,19 @@ private slots:
         QTest::addColumn<QString>("content");
         QTest::addColumn<QSize>("size");
         QTest::addColumn<QRect>("object");
-        QTest::newRow("one pixel") << QStringLiteral("black") << QSize(1, 1) << QRect(0, 0, 1, 1);
-        QTest::newRow("one row") << QStringLiteral("black") << QSize(41, 1) << QRect(3, 0, 9, 1);
-        QTest::newRow("black, filled")
-            << QStringLiteral("black") << QSize(64, 48) << QRect(0, 0, 64, 48);
-        QTest::newRow("odd sides")
-            << QStringLiteral("black") << QSize(63, 47) << QRect(0, 30, 20, 17);
-        QTest::newRow("a speck") << QStringLiteral("black") << QSize(900, 500)
-                                 << QRect(450, 250, 1, 1);
-        QTest::newRow("white") << QStringLiteral("white") << QSize(320, 180)
-                               << QRect(100, 60, 80, 50);
-        QTest::newRow("noise") << QStringLiteral("noise") << QSize(320, 180)
-                               << QRect(100, 60, 80, 50);
-        QTest::newRow("noise, filled")
-            << QStringLiteral("noise") << QSize(320, 180) << QRect(0, 0, 320, 180);
-        QTest::newRow("16 x 16") << QStringLiteral("noise") << QSize(16, 16) << QRect(4, 4, 8, 8);
-        QTest::newRow("8K") << QStringLiteral("black") << QSize(7680, 4320)
-                            << QRect(2000, 1500, 3000, 1800);
+        const auto row = [](const char *name, const QString &content, QSize size, QRect object) {
+            QTest::newRow(name) << content << size << object;
+        };
+        row("one pixel", "black", {1, 1}, {0, 0, 1, 1});
+        row("one row", "black", {41, 1}, {3, 0, 9, 1});
+        row("black, filled", "black", {64, 48}, {0, 0, 64, 48});
+        row("odd sides", "black", {63, 47}, {0, 30, 20, 17});
+        row("a speck", "black", {900, 500}, {450, 250, 1, 1});
+        row("white", "white", {320, 180}, {100, 60, 80, 50});
+        row("noise", "noise", {320, 180}, {100, 60, 80, 50});
+        row("noise, filled", "noise", {320, 180}, {0, 0, 320, 180});
+        row("16 x 16", "noise", {16, 16}, {4, 4, 8, 8});
+        row("8K", "black", {7680, 4320}, {2000, 1500, 3000, 1800});
     }
     // Frames that hold nothing to go by: no result is senseless, and what fills the frame stays.
     void oddObjectsWork()

@@ -49,32 +49,21 @@ private Q_SLOTS:
 
     void explainsWhatIsWrongFromTheStart_data()
     {
-        QTest::addColumn<QString>("kind");
         QTest::addColumn<QString>("text");
-        QTest::newRow("missing") << "missing"
-                                 << "put it back";
-        QTest::newRow("changed") << "changed"
-                                 << "check the selection";
-        QTest::newRow("no folder") << "no folder"
-                                   << "create it or choose another";
-        QTest::newRow("folder is a file") << "in a file"
-                                          << "create it or choose another";
-        QTest::newRow("is a folder") << "is a folder"
-                                     << "choose a file name";
-        QTest::newRow("too many masks") << "longer"
-                                        << "all the frames";
-        QTest::newRow("masks of another size") << "size"
-                                               << "erase again";
-        QTest::newRow("no video") << "text"
-                                  << "clip";
-        QTest::newRow("no program") << "no program"
-                                    << "install the program again";
-        QTest::newRow("another program") << "other program"
-                                         << "without a result";
+        QTest::newRow("missing") << QStringLiteral("put it back");
+        QTest::newRow("changed") << QStringLiteral("check the selection");
+        QTest::newRow("no folder") << QStringLiteral("create it or choose another");
+        QTest::newRow("in a file") << QStringLiteral("create it or choose another");
+        QTest::newRow("is a folder") << QStringLiteral("choose a file name");
+        QTest::newRow("too many masks") << QStringLiteral("all the frames");
+        QTest::newRow("masks of another size") << QStringLiteral("erase again");
+        QTest::newRow("no video") << QStringLiteral("clip");
+        QTest::newRow("no program") << QStringLiteral("install the program again");
+        QTest::newRow("other program") << QStringLiteral("without a result");
     }
     void explainsWhatIsWrongFromTheStart()
     {
-        QFETCH(QString, kind);
+        const QString kind = QString::fromLatin1(QTest::currentDataTag());
         QFETCH(QString, text);
         erasing::EraseJob job = longJob();
         if (kind == "missing") {
@@ -87,11 +76,11 @@ private Q_SLOTS:
             job.output.path = path("clip.mkv/out.mkv");
         } else if (kind == "is a folder") {
             job.output.path = path("out");
-        } else if (kind == "longer") {
+        } else if (kind == "too many masks") {
             job.masks += job.masks;
-        } else if (kind == "size") {
+        } else if (kind == "masks of another size") {
             job.masks.fill(datamodel::EncodedMatte(QImage(9, 9, QImage::Format_Grayscale8)));
-        } else if (kind == "text") {
+        } else if (kind == "no video") {
             QFile file(path("clip.txt"));
             QVERIFY(file.open(QIODevice::WriteOnly) && file.write("no clip") > 0);
             file.close();

@@ -106,14 +106,13 @@ private Q_SLOTS:
         QTest::addColumn<QSize>("size");
         QTest::addColumn<QString>("matrix");
         QTest::addColumn<QString>("range");
-        QTest::newRow("odd") << QSize(101, 75) << "smpte170m"
-                             << "tv";
-        QTest::newRow("full range") << QSize(96, 64) << "bt709"
-                                    << "pc";
-        QTest::newRow("halved colour") << QSize(96, 64) << "smpte170m"
-                                       << "tv";
-        QTest::newRow("tiny") << QSize(16, 16) << "bt470bg"
-                              << "tv";
+        const auto row = [](const char *name, QSize size, const QString &matrix, bool isFull) {
+            QTest::newRow(name) << size << matrix << QString(isFull ? "pc" : "tv");
+        };
+        row("odd", {101, 75}, "smpte170m", false);
+        row("full range", {96, 64}, "bt709", true);
+        row("halved colour", {96, 64}, "smpte170m", false);
+        row("tiny", {16, 16}, "bt470bg", false);
     }
     void keepsOddSizesRatesAndColours()
     {

@@ -85,115 +85,110 @@ class ZkLanguageTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void bestMatch();
-    void switchesWhileRunning();
-    void remembersTheChoice();
-    void presetsAreNamed();
-    void translationsFitTheirSources();
+    void init()
+    {
+        m_settings = std::make_unique<QSettings>(m_folder.filePath(QStringLiteral("settings.ini")),
+                                                 QSettings::IniFormat);
+        m_settings->clear();
+    }
+
+    void bestMatch()
+    {
+        const QVector<QStringList> preferred {
+            {"de-AT"}, // a country of the language
+            {"fr-FR", "de-CH", "en-GB"}, // the first that is spoken
+            {"en-GB", "de"},
+            {"zh-Hans-SG"}, // simplified, by its script
+            {"zh-TW", "zh-CN"}, // traditional is another one
+            {"fr-FR", "C"}}; // none is spoken
+        QStringList found;
+        for (const QStringList &languages : preferred)
+            found += Language::bestMatch(languages);
+        QCOMPARE(found, QStringList({"de", "de", "en", "zh_CN", "zh_CN", "en"}));
+    }
+
+    void switchesWhileRunning()
+    {
+        Language language(m_settings.get());
+        QVERIFY(language.choose(QStringLiteral("en")));
+        Mirror mirror;
+        const QString english = mirror.text();
+
+        QVERIFY(language.choose(QStringLiteral("de")));
+        QCOMPARE(language.current(), QStringLiteral("de"));
+        QTRY_COMPARE_WITH_TIMEOUT(mirror.text(), QStringLiteral("Vergrößern"), 10000);
+        QCOMPARE(mirror.changes, 1);
+        QCOMPARE(QLocale().decimalPoint(), QLatin1Char(','));
+
+        QVERIFY(language.choose(QStringLiteral("zh_CN")));
+        QTRY_COMPARE_WITH_TIMEOUT(mirror.text(), QStringLiteral("放大"), 10000);
+
+        QVERIFY(!language.choose(QStringLiteral("fr")));
+        QCOMPARE(language.current(), QStringLiteral("zh_CN"));
+
+        QVERIFY(language.choose(QStringLiteral("en")));
+        QTRY_COMPARE_WITH_TIMEOUT(mirror.text(), english, 10000);
+    }
+
+    void remembersTheChoice()
+    {
+        const QString german = QStringLiteral("de");
+        {
+            Language language(m_settings.get());
+            QCOMPARE(language.chosen(), QString());
+            QVERIFY(language.choose(german));
+        }
+        QCOMPARE(QCoreApplication::translate("ZkZoomSlider", "Zoom in"), QStringLiteral("Zoom in"));
+
+        Language language(m_settings.get());
+        language.apply();
+        QCOMPARE(language.chosen(), german);
+        QCOMPARE(language.current(), german);
+
+        QVERIFY(language.choose(QString()));
+        QCOMPARE(language.current(), Language::bestMatch(QLocale::system().uiLanguages()));
+        // As an older or newer version may have stored it.
+        m_settings->setValue(QStringLiteral("language"), QStringLiteral("tlh"));
+        QCOMPARE(language.chosen(), QString());
+    }
+
+    // A look that is added without its name in the list would stay English.
+    void presetsAreNamed()
+    {
+        Language language(m_settings.get());
+        QVERIFY(language.choose(QStringLiteral("zh_CN")));
+        const auto files =
+            QDir(QStringLiteral(ZK_PRESET_FOLDER)).entryInfoList({QStringLiteral("*.json")});
+        QVERIFY(!files.isEmpty());
+        for (const QFileInfo &info : files) {
+            QFile file(info.filePath());
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            const QJsonObject preset = QJsonDocument::fromJson(file.readAll()).object();
+            for (const char *key : {"name", "category"}) {
+                const QString name = preset.value(QLatin1String(key)).toString();
+                QVERIFY2(zk::app::presetName(name) != name, qPrintable(name));
+            }
+        }
+    }
+
+    void translationsFitTheirSources()
+    {
+        for (const QString &folder :
+             QStringLiteral(ZK_TRANSLATION_FOLDERS).split(QLatin1Char(','))) {
+            const auto files = QDir(folder).entryInfoList({QStringLiteral("*.ts")});
+            QVERIFY(!files.isEmpty());
+            for (const QFileInfo &file : files) {
+                for (const Pair &text : translationsIn(file.filePath()))
+                    QVERIFY2(text.second.isEmpty() || marksOf(text.first) == marksOf(text.second),
+                             qPrintable(file.fileName() + ": " + text.second));
+            }
+        }
+    }
 
 private:
     QTemporaryDir m_folder;
     std::unique_ptr<QSettings> m_settings;
 };
-
-void ZkLanguageTest::init()
-{
-    m_settings = std::make_unique<QSettings>(m_folder.filePath(QStringLiteral("settings.ini")),
-                                             QSettings::IniFormat);
-    m_settings->clear();
-}
-
-void ZkLanguageTest::bestMatch()
-{
-    const QVector<QStringList> preferred {{"de-AT"}, // a country of the language
-                                          {"fr-FR", "de-CH", "en-GB"}, // the first that is spoken
-                                          {"en-GB", "de"},
-                                          {"zh-Hans-SG"}, // simplified, by its script
-                                          {"zh-TW", "zh-CN"}, // traditional is another one
-                                          {"fr-FR", "C"}}; // none is spoken
-    QStringList found;
-    for (const QStringList &languages : preferred)
-        found += Language::bestMatch(languages);
-    QCOMPARE(found, QStringList({"de", "de", "en", "zh_CN", "zh_CN", "en"}));
-}
-
-void ZkLanguageTest::switchesWhileRunning()
-{
-    Language language(m_settings.get());
-    QVERIFY(language.choose(QStringLiteral("en")));
-    Mirror mirror;
-    const QString english = mirror.text();
-
-    QVERIFY(language.choose(QStringLiteral("de")));
-    QCOMPARE(language.current(), QStringLiteral("de"));
-    QTRY_COMPARE_WITH_TIMEOUT(mirror.text(), QStringLiteral("Vergrößern"), 10000);
-    QCOMPARE(mirror.changes, 1);
-    QCOMPARE(QLocale().decimalPoint(), QLatin1Char(','));
-
-    QVERIFY(language.choose(QStringLiteral("zh_CN")));
-    QTRY_COMPARE_WITH_TIMEOUT(mirror.text(), QStringLiteral("放大"), 10000);
-
-    QVERIFY(!language.choose(QStringLiteral("fr")));
-    QCOMPARE(language.current(), QStringLiteral("zh_CN"));
-
-    QVERIFY(language.choose(QStringLiteral("en")));
-    QTRY_COMPARE_WITH_TIMEOUT(mirror.text(), english, 10000);
-}
-
-void ZkLanguageTest::remembersTheChoice()
-{
-    const QString german = QStringLiteral("de");
-    {
-        Language language(m_settings.get());
-        QCOMPARE(language.chosen(), QString());
-        QVERIFY(language.choose(german));
-    }
-    QCOMPARE(QCoreApplication::translate("ZkZoomSlider", "Zoom in"), QStringLiteral("Zoom in"));
-
-    Language language(m_settings.get());
-    language.apply();
-    QCOMPARE(language.chosen(), german);
-    QCOMPARE(language.current(), german);
-
-    QVERIFY(language.choose(QString()));
-    QCOMPARE(language.current(), Language::bestMatch(QLocale::system().uiLanguages()));
-    // As an older or newer version may have stored it.
-    m_settings->setValue(QStringLiteral("language"), QStringLiteral("tlh"));
-    QCOMPARE(language.chosen(), QString());
-}
-
-// A look that is added without its name in the list would stay English.
-void ZkLanguageTest::presetsAreNamed()
-{
-    Language language(m_settings.get());
-    QVERIFY(language.choose(QStringLiteral("zh_CN")));
-    const auto files =
-        QDir(QStringLiteral(ZK_PRESET_FOLDER)).entryInfoList({QStringLiteral("*.json")});
-    QVERIFY(!files.isEmpty());
-    for (const QFileInfo &info : files) {
-        QFile file(info.filePath());
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QJsonObject preset = QJsonDocument::fromJson(file.readAll()).object();
-        for (const char *key : {"name", "category"}) {
-            const QString name = preset.value(QLatin1String(key)).toString();
-            QVERIFY2(zk::app::presetName(name) != name, qPrintable(name));
-        }
-    }
-}
-
-void ZkLanguageTest::translationsFitTheirSources()
-{
-    for (const QString &folder : QStringLiteral(ZK_TRANSLATION_FOLDERS).split(QLatin1Char(','))) {
-        const auto files = QDir(folder).entryInfoList({QStringLiteral("*.ts")});
-        QVERIFY(!files.isEmpty());
-        for (const QFileInfo &file : files) {
-            for (const Pair &text : translationsIn(file.filePath()))
-                QVERIFY2(text.second.isEmpty() || marksOf(text.first) == marksOf(text.second),
-                         qPrintable(file.fileName() + ": " + text.second));
-        }
-    }
-}
 
 ZK_TEST_MAIN(ZkLanguageTest)
 #include "ZkLanguageTest.moc"

@@ -137,17 +137,17 @@ private Q_SLOTS:
         other.replace(68, 4, "ZkPl");
         sql(file, {"PRAGMA user_version = 7", "UPDATE project SET application = '9.8.7'"});
         const QByteArray newer = readFile(file);
-        QTest::newRow("missing") << QByteArray() << Result::Missing << QStringList {"exist"};
-        QTest::newRow("text") << QByteArray(5000, 'x') << Result::Foreign << QStringList {"not a"};
-        QTest::newRow("empty") << QByteArray("") << Result::Damaged << QStringList {"damaged"};
-        QTest::newRow("other database") << other << Result::Foreign << QStringList {"not a"};
-        QTest::newRow("header") << good.left(60) << Result::Damaged << QStringList {"damaged"};
-        QTest::newRow("half") << good.left(good.size() / 2) << Result::Damaged
-                              << QStringList {"damaged"};
-        QTest::newRow("newer") << newer << Result::Newer
-                               << QStringList {"9.8.7", "format 7", "1.2.3", "up to 1", "Install"};
-        QTest::newRow("newer, damaged")
-            << newer.left(200) << Result::Newer << QStringList {"a newer version", "format 7"};
+        const auto row = [](const char *name, QByteArray file, Result result, QStringList texts) {
+            QTest::newRow(name) << file << result << texts;
+        };
+        row("missing", {}, Result::Missing, {"exist"});
+        row("text", QByteArray(5000, 'x'), Result::Foreign, {"not a"});
+        row("empty", "", Result::Damaged, {"damaged"});
+        row("other database", other, Result::Foreign, {"not a"});
+        row("header", good.left(60), Result::Damaged, {"damaged"});
+        row("half", good.left(good.size() / 2), Result::Damaged, {"damaged"});
+        row("newer", newer, Result::Newer, {"9.8.7", "format 7", "1.2.3", "up to 1", "Install"});
+        row("newer, damaged", newer.left(200), Result::Newer, {"a newer version", "format 7"});
     }
     void refusesWhatItCannotOpen()
     {

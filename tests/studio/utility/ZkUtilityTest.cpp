@@ -1,5 +1,6 @@
 #include "ZkTestMain.h"
 
+#include "ZkCore.h"
 #include "ZkUtility.h"
 
 class ZkUtilityTest : public QObject
@@ -18,6 +19,28 @@ private slots:
         QCOMPARE(fitted(0.5), QRectF(33, 8, 30, 60));
         QVERIFY(fitted(0).isEmpty());
         QVERIFY(ZkUtility::getFitCentralWindowRectByRatio(QRectF(), 1).isEmpty());
+    }
+
+    void timerLogsItsScope()
+    {
+        QVector<ZkLogRecord> seen;
+        const int sink =
+            ZkBaseLog::addSink([&](const ZkLogRecord &record) { seen.append(record); });
+        ZkElapsedTimer(QStringLiteral("not logged at the initial level"));
+        ZkBaseLog::defaultLogger()->setMinimumLevel(ZKLOG::Detail);
+        {
+            const ZkElapsedTimer timer(QStringLiteral("decode %1"));
+            QTest::qSleep(30);
+            QVERIFY(seen.isEmpty());
+            QVERIFY(timer.elapsedMs() >= 30);
+        }
+        ZkBaseLog::defaultLogger()->setMinimumLevel(ZKLOG::Info);
+        ZkBaseLog::removeSink(sink);
+
+        QCOMPARE(seen.size(), 1);
+        QCOMPARE(seen.first().level, int(ZKLOG::Detail));
+        const QRegularExpression pattern("^decode %1: (\\d+) ms$");
+        QVERIFY(pattern.match(seen.first().message).captured(1).toInt() >= 30);
     }
 };
 

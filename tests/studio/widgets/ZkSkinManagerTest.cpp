@@ -22,14 +22,6 @@ class ZkSkinManagerTest : public QObject
     Q_OBJECT
 
 private slots:
-    void strokesAreBlueAndRed()
-    {
-        const QColor keep = ZkSkinManager::instance()->color(ZKSKIN::KeepStroke);
-        const QColor remove = ZkSkinManager::instance()->color(ZKSKIN::RemoveStroke);
-        QVERIFY(keep.hslHue() > 170 && keep.hslHue() < 230);
-        QVERIFY(remove.hslHue() > 330 || remove.hslHue() < 10);
-    }
-
     void colorsHaveNumbers()
     {
         for (int type = ZKSKIN::Canvas; type <= ZKSKIN::OnAccent; ++type)

@@ -178,13 +178,6 @@ private slots:
         QVERIFY(other.observers.isEmpty());
     }
 
-    void layOutOwnButtons()
-    {
-        ZkPlayerToolBarBase bar(nullptr, true);
-        QCOMPARE(bar.findChildren<ZkToolButton *>().size(), 4);
-        QVERIFY(bar.layout()->indexOf(bar.baseButton(1)) >= 0);
-    }
-
 private:
     std::unique_ptr<zk::test::ExpectedMessage> m_notice;
 };

@@ -3,8 +3,11 @@
 
 #include "ZkLanguage.h"
 #include "ZkMainWindow.h"
+#include "ZkMediaPlayer.h"
 #include "ZkSampleClip.h"
+#include "ZkSmartKeyingPresenter.h"
 #include "ZkTestMain.h"
+#include "ZkWorkspacePage.h"
 #include "segmentation/ZkMatteTrack.h"
 #include "timeline/ZkStudioEffect.h"
 #include "timeline/ZkStudioEffectList.h"
@@ -16,6 +19,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QPainter>
 #include <QPointer>
 #include <QPushButton>
 #include <QSettings>
@@ -207,6 +211,33 @@ public:
     {
         drop(window.get(), {WindowClips::instance().first(), WindowClips::instance().second()});
         QTRY_COMPARE_WITH_TIMEOUT(project()->clipCount(), 2, timeoutMs);
+    }
+    // Again, and takes what the one before has left.
+    bool recover()
+    {
+        const NextDialog recovery("zk::app::RecoveryDialog", [](QDialog *dialog) {
+            QTest::mouseClick(dialog->findChild<QWidget *>("RecoveryDialog_Recover"),
+                              Qt::LeftButton);
+        });
+        start();
+        window->offerRecovery();
+        return recovery.hasCome();
+    }
+    // Opens the first clip's workspace with a matte on its first frame, and begins to track it; null: it cannot.
+    ZkSmartKeyingPresenter *trackMatte()
+    {
+        importBoth();
+        press(Qt::Key_K, Qt::ControlModifier);
+        ZkSmartKeyingPresenter *presenter = window->workspace()->page()->presenter();
+        const auto isReady = [&] { return presenter->playerPresenter()->duration() > 0; };
+        QImage matte(WindowClips::size, QImage::Format_Grayscale8);
+        matte.fill(0);
+        QPainter(&matte).fillRect(QRect(50, 20, 40, 40), Qt::white);
+        if (!QTest::qWaitFor(isReady, timeoutMs)
+            || !presenter->editController()->setMatte(0, matte))
+            return nullptr;
+        presenter->beginTrackingMode(ZKSMARTKEYING::TrackForward, ZKSMARTKEYING::TrackToClipEnd);
+        return presenter;
     }
     // Cuts the upper half out of the clip, as an applied workspace does.
     static void cutOut(const datamodel::ProjectClip *clip)

@@ -4,9 +4,9 @@
 #include "LibraryFixture.h"
 #include "TestHttpServer.h"
 #include "ZCutoutPresetItemModel.h"
+#include "ZkEditingPage.h"
 #include "ZkSmartKeyingPresenter.h"
 #include "ZkWidgets.h"
-#include "ZkEditingPage.h"
 #include "project/ZkAutosave.h"
 #include "segmentation/ZkStudioSmartKeyingService.h"
 
@@ -131,13 +131,7 @@ private Q_SLOTS:
         const EncodedMatte painted = service()->segments().node(0)->result;
         bench->stop();
 
-        const NextDialog recovery("zk::app::RecoveryDialog", [](QDialog *dialog) {
-            QTest::mouseClick(dialog->findChild<QWidget *>("RecoveryDialog_Recover"),
-                              Qt::LeftButton);
-        });
-        bench->start();
-        bench->window->offerRecovery();
-        QVERIFY(recovery.hasCome());
+        QVERIFY(bench->recover());
         QVERIFY(bench->window->statusBar()->currentMessage().contains("first.mkv"));
         openWorkspace();
         QCOMPARE(service()->segments().node(0)->result.data(), painted.data());

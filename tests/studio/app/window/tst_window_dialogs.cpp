@@ -1,12 +1,9 @@
 #include "WindowBench.h"
 
 #include "ZkFormat.h"
-#include "ZkMediaPlayer.h"
 #include "ZkModelField.h"
 #include "ZkOnnxWriter.h"
 #include "ZkPreferences.h"
-#include "ZkSmartKeyingPresenter.h"
-#include "ZkWorkspacePage.h"
 #include "segmentation/ZkStudioSmartKeyingService.h"
 
 #include <QCheckBox>
@@ -15,7 +12,6 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPainter>
 #include <QSpinBox>
 #include <QStatusBar>
 #include <QTableWidget>
@@ -129,22 +125,16 @@ private Q_SLOTS:
         });
         QCOMPARE(Preferences::modelFile(EngineRole::Tracking), network);
         QCOMPARE(Preferences::modelFile(EngineRole::Segmentation), QString());
-        bench->importBoth();
-        bench->press(Qt::Key_K, Qt::ControlModifier);
-        ZkSmartKeyingPresenter *presenter = bench->window->workspace()->page()->presenter();
-        QTRY_VERIFY_WITH_TIMEOUT(presenter->playerPresenter()->duration() > 0, timeoutMs);
-        QImage matte(WindowClips::size, QImage::Format_Grayscale8);
-        matte.fill(0);
-        QPainter(&matte).fillRect(QRect(50, 20, 40, 40), Qt::white);
-        QVERIFY(presenter->editController()->setMatte(0, matte));
-        presenter->beginTrackingMode(ZKSMARTKEYING::TrackForward, ZKSMARTKEYING::TrackToClipEnd);
+        ZkSmartKeyingPresenter *presenter = bench->trackMatte();
+        QVERIFY(presenter);
         QTRY_VERIFY_WITH_TIMEOUT(!presenter->isTrackingMode(), timeoutMs);
-        matte.fill(255);
+        QImage everything(WindowClips::size, QImage::Format_Grayscale8);
+        everything.fill(255);
         QCOMPARE(static_cast<ZkStudioTimeline *>(presenter->editTimeline())
                      ->shownService()
                      ->segments()
                      .matteAt(WindowClips::frames - 1),
-                 matte);
+                 everything);
         bench->stop();
         bench->start();
         openSettings([&](ModelField *field) {

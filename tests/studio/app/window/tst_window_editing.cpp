@@ -223,16 +223,8 @@ private Q_SLOTS:
 
     void closesInTheMiddleOfTracking()
     {
-        bench->importBoth();
-        bench->press(Qt::Key_K, Qt::ControlModifier);
-        ZkSmartKeyingPresenter *presenter = window()->workspace()->page()->presenter();
-        QTRY_VERIFY_WITH_TIMEOUT(presenter->playerPresenter()->duration() > 0, timeoutMs);
-        QImage matte(WindowClips::size, QImage::Format_Grayscale8);
-        matte.fill(0);
-        QPainter(&matte).fillRect(QRect(50, 20, 40, 40), Qt::white);
-        QVERIFY(presenter->editController()->setMatte(0, matte));
-        presenter->beginTrackingMode(ZKSMARTKEYING::TrackForward, ZKSMARTKEYING::TrackToClipEnd);
-        QVERIFY(presenter->isTrackingMode());
+        const ZkSmartKeyingPresenter *presenter = bench->trackMatte();
+        QVERIFY(presenter && presenter->isTrackingMode());
         // What the workspace asks, and what the project asks then.
         const NextDialog questions(
             "QMessageBox", press(QMessageBox::Discard), press(QMessageBox::Discard));

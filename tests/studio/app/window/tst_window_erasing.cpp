@@ -312,13 +312,7 @@ private Q_SLOTS:
         drawBox();
         QVERIFY(bench->window->isWindowModified());
         bench->stop(); // nobody can be asked
-        const NextDialog recovery("zk::app::RecoveryDialog", [](QDialog *dialog) {
-            QTest::mouseClick(dialog->findChild<QWidget *>("RecoveryDialog_Recover"),
-                              Qt::LeftButton);
-        });
-        bench->start();
-        bench->window->offerRecovery();
-        QVERIFY(recovery.hasCome());
+        QVERIFY(bench->recover());
         openWorkspace();
         QTRY_COMPARE_WITH_TIMEOUT(page()->findChild<ZkListWidget *>()->count(), 1, timeoutMs);
         QVERIFY(page()->findChild<ZAIGCCreateButton *>()->isEnabled());

@@ -280,27 +280,15 @@ private Q_SLOTS:
             }
             return text;
         };
-        const QStringList states {"0",
-                                  "1",
-                                  "1 first",
-                                  "2 first",
-                                  "2 first other",
-                                  "2 first+ other",
-                                  "2 first+ other+",
-                                  "2 first- other+",
-                                  "2 other+ first-",
-                                  "2 other+",
-                                  "1 other+"};
-        const QStringList texts {"Import media",
-                                 "Add clip",
-                                 "Import media",
-                                 "Add clip",
-                                 "Add effect",
-                                 "Add effect",
-                                 "Disable effect",
-                                 "Move clip",
-                                 "Remove clip",
-                                 "Remove media"};
+        const QStringList states =
+            QStringLiteral("0|1|1 first|2 first|2 first other|2 first+ other|"
+                           "2 first+ other+|2 first- other+|"
+                           "2 other+ first-|2 other+|1 other+")
+                .split(QLatin1Char('|'));
+        const QStringList texts =
+            QStringLiteral("Import media|Add clip|Import media|Add clip|Add effect|Add effect|"
+                           "Disable effect|Move clip|Remove clip|Remove media")
+                .split(QLatin1Char('|'));
         for (int i = texts.size(); i > 0; --i) {
             QCOMPARE(state(), states.at(i));
             QCOMPARE(project->undoRedoService()->undoText(), texts.at(i - 1));

@@ -88,7 +88,7 @@ bool FrameSource::read(int index, cv::Mat *picture, cv::Mat *mask)
     const QImage image = frame(index);
     if (image.isNull() || !readMask(index, mask))
         return false;
-    cv::cvtColor(matOver(image, CV_8UC4), *picture, cv::COLOR_RGBA2BGR);
+    cv::cvtColor(matOver(image, CV_8UC4), *picture, cv::COLOR_RGBA2RGB);
     return true;
 }
 
@@ -101,7 +101,7 @@ bool FrameSink::write(int index, const cv::Mat &picture)
 {
     QImage image(picture.cols, picture.rows, QImage::Format_RGBA8888);
     cv::Mat rgba = matOver(image, CV_8UC4);
-    cv::cvtColor(picture, rgba, cv::COLOR_BGR2RGBA);
+    cv::cvtColor(picture, rgba, cv::COLOR_RGB2RGBA);
     return addTransparency(index, &rgba) && m_writer->write(image, &m_error);
 }
 

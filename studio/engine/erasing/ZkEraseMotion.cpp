@@ -15,7 +15,7 @@ constexpr int corrupted = 8; // so far a hole's filling spoils the flow outside 
 cv::Mat brightness(const Plate &plate, const cv::Rect &box)
 {
     cv::Mat gray;
-    cv::cvtColor(plate.picture(box), gray, cv::COLOR_BGR2GRAY);
+    cv::cvtColor(plate.picture(box), gray, cv::COLOR_RGB2GRAY);
     return gray;
 }
 

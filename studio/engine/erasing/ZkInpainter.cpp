@@ -17,8 +17,8 @@ namespace {
 
 constexpr int smallestSide = 24; // of the coarsest level
 constexpr int mostLevels = 7;
-constexpr double thinHole =
-    4.0; // pixels: a hole whose middle is nearer than this needs no coarser level
+// Pixels: a hole whose middle is nearer than this needs no coarser level.
+constexpr double thinHole = 4.0;
 
 // The picture with the local strength of texture as a fourth channel, so that a meadow is not
 // continued by a smooth wall of the same green.
@@ -27,7 +27,7 @@ cv::Mat withTexture(const cv::Mat &picture, const cv::Mat &hole)
     cv::Mat filled = picture.clone();
     fillSmoothly(&filled, hole);
     cv::Mat gray, dx, dy, texture, result;
-    cv::cvtColor(filled, gray, cv::COLOR_BGR2GRAY);
+    cv::cvtColor(filled, gray, cv::COLOR_RGB2GRAY);
     cv::Sobel(gray, dx, CV_16S, 1, 0);
     cv::Sobel(gray, dy, CV_16S, 0, 1);
     cv::add(cv::abs(dx), cv::abs(dy), texture, cv::noArray(), CV_16S);
@@ -157,7 +157,7 @@ bool fill(cv::Mat *picture,
         level = std::move(large);
     }
     cv::Mat colors;
-    cv::cvtColor(level ? level->picture() : whole.picture, colors, cv::COLOR_BGRA2BGR);
+    cv::cvtColor(level ? level->picture() : whole.picture, colors, cv::COLOR_RGBA2RGB);
     colors.copyTo(*picture, hole);
     return level != nullptr;
 }

@@ -36,8 +36,8 @@ class ZKENGINE_EXPORT EraseSource
 public:
     virtual ~EraseSource();
     virtual int frameCount() const = 0;
-    // picture: CV_8UC3, all frames of one size; mask: CV_8UC1 of that size, 255 = to be erased,
-    // or empty when there is nothing. The eraser keeps both without copying them and does not write
+    // picture: CV_8UC3 in R, G, B order, all frames of one size; mask: CV_8UC1 of that size, 255 = to be
+    // erased, or empty when there is nothing. The eraser keeps both without copying them and does not write
     // to them. False ends the run.
     virtual bool read(int index, cv::Mat *picture, cv::Mat *mask) = 0;
 };

@@ -111,14 +111,19 @@ private Q_SLOTS:
 
     void makesUpWithANetwork()
     {
-        const zk::test::OnnxWriter network = zk::test::OnnxWriter::linear(
-            {{{"image", 3}, {"hole", 1}}, "filled", 3, std::vector<float>(12), 0.4f, false});
-        writeFile(file("grey.onnx"), QByteArray::fromStdString(network.file()));
+        const zk::test::OnnxWriter network =
+            zk::test::OnnxWriter::linear({{{"image", 3}, {"hole", 1}},
+                                          "filled",
+                                          3,
+                                          {0, 0, 0, 0.8f, 0, 0, 0, 0.4f, 0, 0, 0, 0.2f},
+                                          0,
+                                          false});
+        writeFile(file("brown.onnx"), QByteArray::fromStdString(network.file()));
         writeFile(file("still.json"), "{\"boxes\":[{\"frame\":0,\"rect\":[25,11,65,88]}]}");
-        const QString picture = file("grey.png");
-        const QString arguments = "--boxes @still.json --model @grey.onnx -o " + picture;
+        const QString picture = file("brown.png");
+        const QString arguments = "--boxes @still.json --model @brown.onnx -o " + picture;
         QCOMPARE(erase("still.png", arguments), 0);
-        QCOMPARE(QImage(picture).pixel(58, 42), qRgb(102, 102, 102));
+        QCOMPARE(QImage(picture).pixel(58, 42), qRgb(204, 102, 51));
         QCOMPARE(QImage(picture).pixel(186, 102), QImage(file("still.png")).pixel(186, 102));
     }
 

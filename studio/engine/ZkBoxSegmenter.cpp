@@ -45,7 +45,8 @@ public:
         , m_box(scaled(box, picture.size(), m_features.size()))
         , m_inside(filled(m_features.size(), m_box))
         , m_distance(distanceFromCentre())
-        , m_motion(motion(picture, neighbours))
+        , m_foreignMotion(foreignMotion(picture, neighbours))
+        , m_motion(m_foreignMotion.logits())
         , m_moving(m_inside & (m_motion >= 0.5 * m_options.motion.most))
     { }
 
@@ -60,7 +61,8 @@ public:
 
 private:
     cv::Mat distanceFromCentre() const;
-    cv::Mat motion(const cv::Mat &picture, const std::vector<cv::Mat> &neighbours) const;
+    ForeignMotion foreignMotion(const cv::Mat &picture,
+                                const std::vector<cv::Mat> &neighbours) const;
     void guess();
     cv::Mat standingOut() const;
     cv::Mat appearance();
@@ -74,6 +76,7 @@ private:
     const cv::Mat m_inside;
     // From the centre of the box, squared; 1 on the ellipse that fits into it.
     const cv::Mat m_distance;
+    const ForeignMotion m_foreignMotion;
     const cv::Mat m_motion; // logits of what moves by itself
     const cv::Mat m_moving;
     cv::Mat m_object; // what is learnt from
@@ -108,13 +111,13 @@ cv::Mat BoxTask::distanceFromCentre() const
     return distance;
 }
 
-cv::Mat BoxTask::motion(const cv::Mat &picture, const std::vector<cv::Mat> &neighbours) const
+ForeignMotion BoxTask::foreignMotion(const cv::Mat &picture,
+                                     const std::vector<cv::Mat> &neighbours) const
 {
     std::vector<cv::Mat> small;
     for (const cv::Mat &neighbour : neighbours)
         small.push_back(shrunkFrame(neighbour, m_features.size()));
-    return foreignMotion(
-        shrunkFrame(picture, m_features.size()), small, ~m_inside, m_options.motion);
+    return {shrunkFrame(picture, m_features.size()), small, ~m_inside, m_options.motion};
 }
 
 // How much a pixel differs from what surrounds the box: how far the way out is, across edges, and how
@@ -154,10 +157,16 @@ cv::Mat BoxTask::appearance()
         + m_options.networkWeight * m_network.logits(m_features, everything);
 }
 
-void BoxTask::learnFrom(const cv::Mat &matte)
+// What the edge of the matte leaves out: it may be of either side.
+cv::Mat core(const cv::Mat &matte)
 {
     const cv::Mat sure = shrunkMask(matte, 1);
-    m_object = cv::countNonZero(sure) > 0 ? sure : matte;
+    return cv::countNonZero(sure) > 0 ? sure : matte;
+}
+
+void BoxTask::learnFrom(const cv::Mat &matte)
+{
+    m_object = core(matte);
     m_background = ~m_inside | (m_inside & ~grownMask(matte, m_options.gap) & ~m_moving);
 }
 
@@ -178,7 +187,8 @@ cv::Mat BoxTask::solve()
             learnFrom(matte);
             logits = appearance();
         }
-        matte = cut(logits + m_options.middle * (1 - m_distance));
+        const cv::Mat motion = m_foreignMotion.logitsBetween(core(matte));
+        matte = cut(logits + motion + m_options.middle * (1 - m_distance));
     }
     return matte;
 }

@@ -120,13 +120,10 @@ double usual(const cv::Mat &difference, const cv::Mat &known, double share)
 // The motion of what the mask covers, continued over the picture; false when it is none of its own.
 bool objectMotion(const SurroundingMotion &motion, const cv::Mat &mask, MotionModel *model)
 {
-    std::vector<MotionSample> samples;
+    const auto samples = motionSamples(motion.measured, mask & ~motion.covered, mostSamples);
     double apart = 0.0;
-    for (const int i : sampledPixels(mask & ~motion.covered, mostSamples)) {
-        const cv::Point at(i % mask.cols, i / mask.cols);
-        samples.push_back({at, motion.measured.at<cv::Vec2f>(at)});
-        apart += cv::norm(samples.back().motion - motion.flow.at<cv::Vec2f>(at));
-    }
+    for (const MotionSample &sample : samples)
+        apart += cv::norm(sample.motion - motion.flow.at<cv::Vec2f>(cv::Point(sample.at)));
     return apart > leastApart * double(samples.size())
         && model->fit(samples, cv::boundingRect(mask), 1);
 }
@@ -158,27 +155,78 @@ darknessAgainst(const cv::Mat &other, const cv::Mat &picture, const SurroundingM
 
 } // namespace
 
-cv::Mat foreignMotion(const cv::Mat &picture,
-                      const std::vector<cv::Mat> &others,
-                      const cv::Mat &surroundings,
-                      const ForeignMotionOptions &options)
+struct ForeignMotion::Neighbour
 {
-    const cv::Mat unknown = grownMask(~surroundings, options.gap);
-    Least differences;
-    for (const cv::Mat &other : others) {
-        const SurroundingMotion motion(picture, other, unknown);
+    Neighbour(const cv::Mat &from, const cv::Mat &to, const cv::Mat &unknown)
+        : picture(to)
+        , motion(from, to, unknown)
+    {
+        Least least;
         for (const cv::Mat &flow : {motion.flow,
                                     continuedAlongRows(motion, unknown, true),
                                     continuedAlongRows(motion, unknown, false)})
-            differences.add(differenceFrom(other, picture, motion, flow));
+            least.add(differenceFrom(to, from, motion, flow));
+        difference = least.values;
     }
-    if (others.empty())
-        return cv::Mat::zeros(picture.size(), CV_32F);
-    cv::Mat &least = differences.values;
-    least.setTo(0.0f, least >= hidden);
-    const double counts = std::max(options.noise, usual(least, ~unknown, options.level));
-    cv::Mat result = (least - counts) * (options.gain / counts);
-    return cv::min(cv::max(result, 0.0), options.most);
+
+    cv::Mat picture;
+    SurroundingMotion motion;
+    cv::Mat difference; // from what the surroundings' motion would make of it
+};
+
+ForeignMotion::ForeignMotion(const cv::Mat &picture,
+                             const std::vector<cv::Mat> &others,
+                             const cv::Mat &surroundings,
+                             const ForeignMotionOptions &options)
+    : m_options(options)
+    , m_picture(picture)
+    , m_unknown(grownMask(~surroundings, options.gap))
+{
+    for (const cv::Mat &other : others)
+        m_neighbours.push_back(std::make_shared<const Neighbour>(picture, other, m_unknown));
+}
+
+double ForeignMotion::noiseOf(const cv::Mat &differences) const
+{
+    return std::max(m_options.noise, usual(differences, ~m_unknown, m_options.level));
+}
+
+cv::Mat ForeignMotion::logits() const
+{
+    Least least;
+    for (const auto &neighbour : m_neighbours)
+        least.add(neighbour->difference);
+    if (m_neighbours.empty())
+        return cv::Mat::zeros(m_picture.size(), CV_32F);
+    cv::Mat differences = least.values.clone();
+    differences.setTo(0.0f, differences >= hidden);
+    const double counts = noiseOf(differences);
+    cv::Mat result = (differences - counts) * (m_options.gain / counts);
+    return cv::min(cv::max(result, 0.0), m_options.most);
+}
+
+cv::Mat ForeignMotion::logitsBetween(const cv::Mat &mask) const
+{
+    Least behind, object;
+    for (const auto &neighbour : m_neighbours) {
+        MotionModel model;
+        if (!objectMotion(neighbour->motion, mask, &model))
+            continue;
+        const cv::Mat flow = model.motionOver(m_picture.size());
+        object.add(differenceFrom(neighbour->picture, m_picture, neighbour->motion, flow));
+        behind.add(neighbour->difference);
+    }
+    if (behind.values.empty())
+        return cv::Mat::zeros(m_picture.size(), CV_32F);
+    const cv::Mat unknown = (behind.values >= hidden) | (object.values >= hidden);
+    cv::Mat differences = behind.values.clone();
+    differences.setTo(0.0f, differences >= hidden);
+    cv::Mat result =
+        (behind.values - object.values) * (m_options.gainBetween / noiseOf(differences));
+    result = cv::min(cv::max(result, -m_options.mostBetween), m_options.mostBetween);
+    result.setTo(0.0f, unknown);
+    cv::blur(result, result, {5, 5});
+    return result;
 }
 
 cv::Mat movingAlong(const cv::Mat &picture,

@@ -11,16 +11,6 @@ namespace {
 
 constexpr int mostSamples = 600; // of the background's motion
 
-bool fitBackground(const cv::Mat &flow, const cv::Mat &background, MotionModel *model)
-{
-    std::vector<MotionSample> samples;
-    for (const int i : sampledPixels(background, mostSamples)) {
-        const cv::Point at(i % flow.cols, i / flow.cols);
-        samples.push_back({at, flow.at<cv::Vec2f>(at)});
-    }
-    return model->fit(samples, {{0, 0}, flow.size()}, 1);
-}
-
 float squaredLength(const cv::Vec2f &vector)
 {
     return vector.dot(vector);
@@ -36,7 +26,9 @@ cv::Mat motionEvidence(const MotionField &motion,
     cv::Mat result = cv::Mat::zeros(area.size(), CV_32F);
     const cv::Mat background = ~grownMask(warped.object > 0.5f, options.gap);
     MotionModel model;
-    if (!fitBackground(motion.backward, background, &model))
+    if (!model.fit(motionSamples(motion.backward, background, mostSamples),
+                   {{0, 0}, motion.backward.size()},
+                   1))
         return result;
     const cv::Mat trusted = flowTrust(motion.backward, motion.forward, area, options.consistency);
     const float noise = float(options.noise * options.noise);

@@ -33,10 +33,7 @@ cv::Mat ownMotion(const cv::Mat &image, const cv::Mat &neighbour)
     cv::Mat motion = motionBetween(image, neighbour);
     motion *= unitHeight / motion.rows;
     const MotionModel camera = cameraMotion(motion);
-    motion.forEach<cv::Vec2f>([&](cv::Vec2f &vector, const int *at) {
-        vector -= camera.motionAt({float(at[1]), float(at[0])});
-    });
-    return motion;
+    return motion - camera.motionOver(motion.size());
 }
 
 } // namespace zk::engine

@@ -1,5 +1,7 @@
 #include "ZkMotionModel.h"
 
+#include "ZkMaskTools.h"
+
 #include <algorithm>
 
 namespace zk::engine {
@@ -12,6 +14,16 @@ constexpr double tolerance = 1.0; // squared pixels: what the flow's own noise i
 constexpr std::size_t fewest = 12;
 
 } // namespace
+
+std::vector<MotionSample> motionSamples(const cv::Mat &motion, const cv::Mat &mask, int most)
+{
+    std::vector<MotionSample> samples;
+    for (const int i : sampledPixels(mask, most)) {
+        const cv::Point at(i % mask.cols, i / mask.cols);
+        samples.push_back({at, motion.at<cv::Vec2f>(at)});
+    }
+    return samples;
+}
 
 cv::Point2d MotionModel::normalised(const cv::Point2f &at) const
 {
@@ -27,40 +39,52 @@ cv::Vec2f MotionModel::motionAt(const cv::Point2f &at) const
             float(p[3] + p[4] * n.x + p[5] * n.y + bend * n.y)};
 }
 
+cv::Mat MotionModel::motionOver(const cv::Size &size) const
+{
+    cv::Mat result(size, CV_32FC2);
+    result.forEach<cv::Vec2f>([this](cv::Vec2f &motion, const int *at) {
+        motion = motionAt({float(at[1]), float(at[0])});
+    });
+    return result;
+}
+
 double MotionModel::misfit(const MotionSample &sample) const
 {
     const cv::Vec2f d = sample.motion - motionAt(sample.at);
     return double(d.dot(d));
 }
 
-// The affine motion of the three samples that explain most of the others.
+// The affine motion of three samples taken by chance; false when they lie in a line.
+bool MotionModel::startFromThree(const std::vector<MotionSample> &samples, cv::RNG &random)
+{
+    cv::Matx33d places;
+    cv::Matx<double, 3, 2> motions;
+    for (int i = 0; i < 3; ++i) {
+        const MotionSample &sample = samples[std::size_t(random.uniform(0, int(samples.size())))];
+        const cv::Point2d n = normalised(sample.at);
+        const double place[] = {1.0, n.x, n.y};
+        for (int c = 0; c < 3; ++c)
+            places(i, c) = place[c];
+        for (int c = 0; c < 2; ++c)
+            motions(i, c) = double(sample.motion[c]);
+    }
+    if (std::abs(cv::determinant(places)) < 0.02)
+        return false;
+    const cv::Matx<double, 3, 2> affine = places.inv() * motions;
+    m_parameters = {};
+    for (std::size_t i = 0; i < 6; ++i)
+        m_parameters[i] = affine(int(i % 3), int(i / 3));
+    return true;
+}
+
+// The one of them that explains most of the others.
 void MotionModel::startFrom(const std::vector<MotionSample> &samples, cv::RNG &random)
 {
     double least = -1.0;
     Row best {};
-    const int count = int(samples.size());
     for (int trial = 0; trial < trials; ++trial) {
-        cv::Matx33d places;
-        cv::Matx<double, 3, 2> motions;
-        for (int i = 0; i < 3; ++i) {
-            const MotionSample &sample = samples[std::size_t(random.uniform(0, count))];
-            const cv::Point2d n = normalised(sample.at);
-            for (int c = 0; c < 3; ++c)
-                places(i, c) = c == 0 ? 1.0 : c == 1 ? n.x : n.y;
-            motions(i, 0) = double(sample.motion[0]);
-            motions(i, 1) = double(sample.motion[1]);
-        }
-        if (std::abs(cv::determinant(places)) < 0.02)
+        if (!startFromThree(samples, random))
             continue;
-        const cv::Matx<double, 3, 2> affine = places.inv() * motions;
-        m_parameters = {affine(0, 0),
-                        affine(1, 0),
-                        affine(2, 0),
-                        affine(0, 1),
-                        affine(1, 1),
-                        affine(2, 1),
-                        0,
-                        0};
         double cost = 0.0;
         for (const MotionSample &sample : samples)
             cost += std::min(misfit(sample), tolerance);

@@ -14,6 +14,9 @@ struct MotionSample
     cv::Vec2f motion;
 };
 
+// Measured motion (CV_32FC2) at up to that many pixels of the mask (CV_8UC1), spread over it.
+std::vector<MotionSample> motionSamples(const cv::Mat &motion, const cv::Mat &mask, int most);
+
 // The motion of a rigid plane under a moving camera, eight parameters, quadratic in the place.
 class MotionModel
 {
@@ -23,6 +26,7 @@ public:
     bool fit(const std::vector<MotionSample> &samples, const cv::Rect &area, std::uint64_t seed);
 
     cv::Vec2f motionAt(const cv::Point2f &at) const;
+    cv::Mat motionOver(const cv::Size &size) const; // at every pixel of a picture, CV_32FC2
     // Share of the samples that the model explains, 0 .. 1.
     double inliers() const { return m_inliers; }
 
@@ -30,6 +34,7 @@ private:
     using Row = std::array<double, 8>;
 
     cv::Point2d normalised(const cv::Point2f &at) const;
+    bool startFromThree(const std::vector<MotionSample> &samples, cv::RNG &random);
     void startFrom(const std::vector<MotionSample> &samples, cv::RNG &random);
     bool solve(const std::vector<MotionSample> &samples);
     double misfit(const MotionSample &sample) const; // squared pixels

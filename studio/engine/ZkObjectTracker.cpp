@@ -56,6 +56,7 @@ struct ObjectTracker::Private
     void learnTruth(const FramePointer &at, const cv::Mat &fullMatte);
     Estimate follow(const FrameData &next, const MotionField &motion) const;
     Estimate found(const FrameData &next, const MotionField &motion) const;
+    cv::Mat believedParts(const cv::Mat &object, const Evidence &evidence) const;
     Estimate search(const FrameData &next) const;
     Estimate decided(const FrameData &next, const cv::Rect &area, const cv::Mat &logits) const;
     double confidenceOf(const cv::Mat &matte, const cv::Mat &logits) const;
@@ -129,6 +130,27 @@ Estimate ObjectTracker::Private::decided(const FrameData &next,
     return estimate;
 }
 
+// What goes on from where the object was, and the parts of it that come back from behind something at a
+// distance from the rest: they look like the object, and about as much of it is missing.
+cv::Mat ObjectTracker::Private::believedParts(const cv::Mat &object, const Evidence &evidence) const
+{
+    cv::Mat result = connectedTo(object, evidence.warp > 0.0f);
+    cv::Mat labels, stats, centres;
+    const int count = cv::connectedComponentsWithStats(object & ~result, labels, stats, centres);
+    double missing = options.largestArea * usualArea - cv::countNonZero(result);
+    for (int i = 1; i < count; ++i) {
+        const int size = stats.at<int>(i, cv::CC_STAT_AREA);
+        if (size < options.returnedShare * usualArea || size > missing)
+            continue;
+        const cv::Mat part = labels == i;
+        if (cv::mean(evidence.network, part)[0] < options.returnedLogit)
+            continue;
+        result |= part;
+        missing -= size;
+    }
+    return result;
+}
+
 Estimate ObjectTracker::Private::follow(const FrameData &next, const MotionField &motion) const
 {
     const Evidence evidence =
@@ -138,7 +160,7 @@ Estimate ObjectTracker::Private::follow(const FrameData &next, const MotionField
     const cv::Mat logits = weighedUp(evidence, options.evidence);
     Estimate estimate = decided(next, evidence.area, logits);
     cv::Mat object = estimate.matte(evidence.area);
-    connectedTo(object, evidence.warp > 0.0f).copyTo(object);
+    believedParts(object, evidence).copyTo(object);
     estimate.confidence = confidenceOf(object, logits);
     return estimate;
 }

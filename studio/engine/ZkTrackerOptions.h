@@ -26,6 +26,11 @@ struct TrackerOptions
     double searchGrowth = 0.15; // growth of the searched box per frame, share of its size
     double foundShare = 0.15; // of the usual area: smaller finds are not believed
     double foundLogit = 2.0; // mean logit of the network over a find that is believed
+    // A part away from the rest is believed to have come back when it has this share of the usual area, the
+    // network gives it this mean logit, and with it the object has at most largestArea of the usual area.
+    double returnedShare = 0.01;
+    double returnedLogit = 3.0;
+    double largestArea = 1.1;
 };
 
 } // namespace zk::engine

@@ -86,6 +86,22 @@ private slots:
         QVERIFY(intersectionOverUnion(found.matte, scene.matte(placeAt(12))) > 0.85);
     }
 
+    // A post passes before it: what it lets go on the other side belongs to the object again at once.
+    void takesBackWhatAPostHid()
+    {
+        const DiscScene large({320, 180}, 50.0);
+        const cv::Point2d middle(160.0, 90.0);
+        tracker.start(large.frame(middle), large.matte(middle));
+        for (int x = 80; x <= 200; x += 12) {
+            const cv::Rect post(x, 0, 24, 180);
+            cv::Mat frame = large.frame(middle), visible = large.matte(middle);
+            frame(post) = cv::Scalar(40, 40, 45);
+            visible(post) = 0;
+            const double iou = intersectionOverUnion(step(tracker, frame).matte, visible);
+            QVERIFY2(iou > 0.75, qPrintable(QStringLiteral("post at %1: %2").arg(x).arg(iou)));
+        }
+    }
+
     // A frame of another shot is told apart, and the tracker goes on where its own continues.
     void standsAtACut()
     {

@@ -31,7 +31,9 @@ LEAST_OVERLAP = 0.9
 # of the still that is made below, and a MATTE that is
 #   ffmpeg -i DIR/mattes/00000.png -vf format=gray,dilation,dilation MATTE
 # with one `dilation`, or `erosion`, for each pixel.
-LEAST_PSNR = {"video": 24, "still": 16}
+# Of the video more than 23 is left when box and strokes are drawn up to three pixels elsewhere, and 8.65 when
+# nothing is erased.
+LEAST_PSNR = {"video": 22, "still": 16}
 
 
 def on_screen(canvas, matte, points):

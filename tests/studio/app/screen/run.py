@@ -214,7 +214,7 @@ def main(what, program, truth, skin, shots):
     with Screen(1600 * scale, 1000 * scale) as screen:
         folder = screen.folder.name
         frames = ERASED_FRAMES if what == "erasing" else FRAMES
-        subprocess.run([program, "sample", folder, "--frames", str(frames)], check=True, timeout=PATIENCE,
+        subprocess.run([program, "sample", folder, "--frames", str(frames)], check=True, timeout=4 * PATIENCE,
                        stdout=subprocess.DEVNULL)
         kind = Eraser if what == "erasing" else Editor
         editor = kind(screen, program, skin, os.path.join(shots, ""), scale)
